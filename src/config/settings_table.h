@@ -1,0 +1,41 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "config/settings.h"
+#include "config/settings_store.h"
+
+namespace tarvolt {
+
+/// Overrides for this run, key and text, as given on the command line. They are laid over every load and never stored.
+using SettingOverrides = std::vector<std::pair<std::string, std::string>>;
+
+/// Fills `settings` from the store, then lays the overrides on top. A bad value gives what the lenient conversions give.
+/// `home` is put in front of the paths whose default begins with a separator.
+void LoadRegistrySettings(const SettingsStore& store, const SettingOverrides& overrides, const std::string& home,
+                          Settings& settings);
+
+/// Writes the settings back in the same form with one write of the file. Overridden keys are left as they are stored.
+void SaveRegistrySettings(SettingsStore& store, const SettingOverrides& overrides, const std::string& home,
+                          const Settings& settings);
+
+/// The default text of a key, with its channel number when it is an indexed one; empty when it has none.
+std::string DefaultText(Section section, std::string_view key);
+
+/// True when `key` (case not looked at) is a setting that can be overridden for a run.
+bool IsSettingKey(std::string_view key);
+
+/// The known key whose spelling is nearest to `key`, for the error about an unknown one.
+std::string NearestSettingKey(std::string_view key);
+
+/// Sets one member from text by its key; false when the key is unknown or has no member.
+bool ApplySetting(Settings& settings, std::string_view key, std::string_view text);
+
+/// The text of one member as it would be stored; nothing when the key is unknown or has no member.
+std::optional<std::string> SettingText(const Settings& settings, std::string_view key);
+
+}  // namespace tarvolt

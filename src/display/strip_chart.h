@@ -1,0 +1,87 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "display/min_max_pyramid.h"
+#include "display/sample_columns.h"
+#include "timebase/time_stamp.h"
+
+namespace tarvolt {
+
+/// What the chart is doing with the mouse and the newest sample.
+enum class ChartMode { Tracking = 0, Browsing = 3, Drag = 5 };
+
+/// The strip chart: the store of the samples and the state of their display. Indices start at 0; values are stored
+/// with their channel offset.
+class StripChart {
+ public:
+  static constexpr int kMaxChannels = 9;
+
+  /// Reserves nothing but sets the limit: AddTime refuses beyond it. Samples already stored stay.
+  void SetCapacity(std::int32_t count);
+  std::int32_t Capacity() const;
+
+  /// Number of value columns of the samples added from now on, 1 to kMaxChannels. Only on an empty store.
+  void SetChannelCount(int channels);
+  int ChannelCount() const;
+
+  /// Drops all samples and the data range.
+  void ClearData();
+
+  /// Takes all samples away, leaving the store empty with the same channels and capacity.
+  SampleColumns TakeSamples();
+
+  /// The stored samples, for writers and drawing.
+  const SampleColumns& Samples() const;
+
+  /// Appends a position at that x value and gives its index. When the store is full nothing is stored and the
+  /// index is Count(). The values of a new position are 0 until set.
+  std::int32_t AddTime(TimeStamp stamp);
+
+  /// Writes one value. An index or channel outside the store is ignored.
+  void SetValue(int channel, std::int32_t index, double value);
+
+  /// Throws std::out_of_range with "TIME INDEX" in its text when the index has no sample.
+  TimeStamp GetTime(std::int32_t index) const;
+
+  /// 0 when the index or channel has no sample.
+  double GetValue(int channel, std::int32_t index) const;
+
+  std::int32_t Count() const;
+
+  /// Lowest and highest stored value over all channels; 0 with no data. Not-a-number values do not count.
+  double DataMin() const;
+  double DataMax() const;
+
+  /// The same for one channel.
+  double ChannelMin(int channel) const;
+  double ChannelMax(int channel) const;
+
+  /// Lowest and highest of the samples first..last of a channel, both included, cut to the store.
+  MinMax Range(int channel, std::int32_t first, std::int32_t last) const;
+
+  double XAxisMin = 0;
+  double XAxisMax = 1;
+  double YAxisMin = 0;
+  double YAxisMax = 1;
+  bool AutoScale = true;
+  bool AutoScroll = false;
+  ChartMode Mode = ChartMode::Browsing;
+  std::array<bool, kMaxChannels> ChannelVisible{true, true, true, true, true, true, true, true, true};
+  std::array<std::string, kMaxChannels> ChannelName;
+  std::string Title;
+  std::string XAxisLabel;
+  std::string YAxisLabel;
+
+  /// Rises with every change that a drawing would show.
+  std::uint64_t RepaintRequests = 0;
+
+ private:
+  SampleColumns samples_;
+  std::int32_t capacity_ = 1000000;
+};
+
+}  // namespace tarvolt

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "model/chart_window.h"
+#include "model/session.h"
+
+namespace tarvolt {
+
+/// The header when a session is reset; clears the notes, the labels and the notations too.
+void ClearHeader(ChartWindow& window);
+
+/// The header before a file is loaded or imported.
+void getBlankHeaderInfo(ChartWindow& window);
+
+/// Copies channels, zone, position, author, local name and location from the settings, and the length of `notesBlock`.
+void getStaticHeaderInfo(const Session& session, ChartWindow& window, std::size_t notesLength);
+
+/// The header of the live chart: version, start and end from its samples, the y axis, then the static part.
+void GetHeader(const Session& session, ChartWindow& window, std::size_t notesLength);
+
+/// The free-text notes with the framing and all items of this chart behind them.
+std::string GetModifiedNotes(const Session& session, const ChartWindow& window, const std::string& freeText);
+
+}  // namespace tarvolt

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "model/chart_window.h"
+#include "model/session.h"
+
+namespace tarvolt {
+
+enum class NameKind { Wav, Log, Data };
+
+/// What NameDataFile gives when the chart holds no usable data.
+inline constexpr const char* kBadFile = "BADFILE";
+
+/// A folder name of the characters 0-9, A-Z, a-z and "_": every other becomes "_", trailing ones are dropped.
+std::string NameDir(std::string_view text);
+
+/// The name for a file of this window, with its folder when `withPath`. With `withPath` the folders are made as the
+/// organising settings ask, and those made are noted in the window's CreatedFolders; the header's local name is cleaned.
+/// A data file of fewer than three samples is kBadFile. A folder that cannot be made is told in the session log.
+std::filesystem::path NameDataFile(Session& session, ChartWindow& window, NameKind kind, bool withPath,
+                                   double offsetDays = 0);
+
+}  // namespace tarvolt

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <string>
+
+#include "model/chart_window.h"
+#include "model/session.h"
+
+namespace tarvolt {
+
+enum class SaveOutcome {
+  Saved,      ///< the file stands complete under its final name
+  NotWanted,  ///< a rule or a person said no; nothing was written
+  Failed      ///< the disk refused; the samples stay in the store and in the backup, the run marker stays set
+};
+
+/// The SaveIF test when a log is turned over: at equality it saves.
+bool SaveIfAtTurnover(const Settings& settings, const StripChart& chart);
+
+/// The SaveIF test at the end of a run: at equality it does not save.
+bool SaveIfAtStop(const Settings& settings, const StripChart& chart);
+
+/// Decides about and carries out the save at the end of a run. May ask a person when the settings say so and
+/// `mayPrompt`; yields only then. On success or when nothing is wanted the run marker is reset to "OK".
+SaveOutcome CheckForSave(Session& session, ChartWindow& window, bool mayPrompt);
+
+/// Writes the chart beside `name` and renames it over it. Tells a failure in the session log and by message.
+SaveOutcome SaveDataFile(Session& session, ChartWindow& window, const std::filesystem::path& name);
+
+}  // namespace tarvolt

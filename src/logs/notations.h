@@ -1,0 +1,30 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "timebase/time_stamp.h"
+
+namespace tarvolt {
+
+/// A small text pinned to a sample of a channel.
+struct Notation {
+  TimeStamp stamp = 0;
+  std::int32_t index = 0;
+  std::string text;
+  std::int16_t channel = 0;
+};
+
+/// Marks a slot whose notation was deleted; such a slot is neither drawn nor saved.
+inline constexpr const char* kDeletedNotation = "DELETED ITEM";
+
+/// The notations of one chart. The count never passes 100: what comes after the hundredth lands on slot 100, each
+/// overwriting the one before (meant: it is how such files read).
+struct Notations {
+  static constexpr int kSlots = 101;
+  std::array<Notation, kSlots> slots;
+  int count = 0;
+};
+
+}  // namespace tarvolt

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "config/settings.h"
+
+namespace tarvolt {
+
+/// Leading rows of the channel table with a source: the first row without one ends the list.
+int ActiveChannels(const Settings& settings);
+
+}  // namespace tarvolt

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+
+#include "display/strip_chart.h"
+#include "logs/metadata.h"
+#include "logs/notations.h"
+#include "model/data_file_header.h"
+#include "model/run_state.h"
+#include "model/window_state.h"
+
+namespace tarvolt {
+
+/// What saving knows of a window's chart.
+struct SaveState {
+  bool ViewSaveActive = false;      ///< Save View is in progress
+  bool UserAskedSave = false;       ///< File Save without a run
+  bool LoadedFromFile = false;      ///< the chart on display was loaded
+  bool BackupActive = false;        ///< a backup file exists for the current run
+  std::int32_t FirstViewIndex = 0;  ///< first sample index to write
+  std::int32_t LastSaveIndex = 0;   ///< last sample index to write
+  std::filesystem::path LocalBackupFile;
+  std::string PendingNotes;  ///< the notes as they were when the chart started
+  std::array<std::filesystem::path, 4> CreatedFolders;  ///< folders made for the last name, by slot
+};
+
+/// What one window owns.
+struct ChartWindow {
+  std::string Name = "form1";
+  SessionMode Mode = SessionMode::StandAlone;
+  RunState run;
+  StripChart chart;
+  DataFileHeader header;
+  std::string notes;  ///< free-text notes of the chart on display
+  Metadata metadata;
+  Notations notations;
+  std::array<std::string, 9> channelLabels;  ///< labels of the chart on display
+  SaveState save;
+  WindowState view;
+
+  /// Index of the newest stored sample, -1 for none.
+  std::int32_t LastSampleIndex() const { return chart.Count() - 1; }
+};
+
+}  // namespace tarvolt

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "config/settings.h"
+
+namespace tarvolt {
+
+/// Number of the source of a channel, as stored: 0 none, 1 and 2 sound left and right, 3 MAX187, 10 to 17 MAX186,
+/// 20 to 27 UDS, 40 to 47 equation, 50 to 57 LabJack U3, 60 to 67 LabJack U12, 71 cross correlation.
+using DataSourceId = std::int16_t;
+
+inline constexpr int kSourceNames = 72;
+
+bool IsUds(DataSourceId source);
+
+/// Name of a source; empty for numbers that are not used.
+std::string SourceName(DataSourceId source);
+
+/// Index in the first list of the options, 0 for numbers that are not used.
+int SrcToIndex(DataSourceId source);
+
+/// Source of the two list indices of a row.
+DataSourceId IndexToSrc(int firstIndex, int secondIndex);
+
+/// Index in the second list: the last digit, 0 below 4.
+int SrcToADCCH(DataSourceId source);
+
+/// Which families the rows before the first 0 use.
+struct SourcesInUse {
+  bool SoundLeftInUse = false;
+  bool SoundRightInUse = false;
+  bool MAX187InUse = false;
+  bool MAX186InUse = false;
+  bool UDSInUse = false;
+};
+SourcesInUse FindSourcesInUse(const Settings& settings);
+
+/// Words that refuse a start for its channel table, empty when it is fine. `soundAvailable` tells of a sound card.
+std::string RefuseAtStart(const Settings& settings, bool soundAvailable);
+
+/// Words that refuse the options for their channel table, empty when they are fine.
+std::string RefuseInOptions(const Settings& settings, bool soundAvailable);
+
+/// The estimate of a full store's file: "(approx file size in bytes = ... )".
+std::string ConvertCountSize(const Settings& settings);
+
+/// The estimate of the rate: samples a second or seconds a sample; empty for a SampleRate of 0.
+std::string ConvertCountRate(const Settings& settings);
+
+/// The hint of a row of the channel table.
+std::string DsrcToolTip(const Settings& settings, int row);
+
+}  // namespace tarvolt

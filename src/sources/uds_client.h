@@ -1,0 +1,46 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "model/chart_window.h"
+#include "model/run_control.h"
+#include "model/session.h"
+
+namespace tarvolt {
+
+/// The recorder's end of the link to a User Data Source. Values go to the sums of the window's channels; a pushed set
+/// that has ended goes to `onSet` with its time, when it has one, while the chart runs and no log is being turned over.
+class UdsClient {
+ public:
+  using SetEnded = std::function<void(std::optional<TimeStamp> time)>;
+
+  UdsClient(Session& session, ChartWindow& window, RunControl& control, SetEnded onSet);
+  ~UdsClient();
+
+  /// Finds or starts the source, connects and runs the opening exchange. False, told and logged, when it did not
+  /// come to an end. Yields; Escape ends every wait.
+  bool UDSConnect();
+
+  enum class PollResult {
+    Answered,  ///< the set has ended, or Escape was pressed; the values are in the sums
+    LinkLost   ///< there is no link, or it was lost or the run stopped during the wait
+  };
+
+  /// Asks for one data set and waits for it without a time limit. Yields.
+  PollResult Poll();
+
+  /// Ends the link. No close event follows.
+  void Close();
+
+  bool IsReady() const;
+
+ private:
+  struct State;
+  std::unique_ptr<State> state_;
+};
+
+}  // namespace tarvolt
