@@ -6,7 +6,8 @@
 
 namespace tarvolt {
 
-/// Lowest and highest of some values. `lowest > highest` when there were none; values that are not numbers do not count.
+/// Lowest and highest of some values. `lowest > highest` when there were none; values that are not numbers do not
+/// count.
 struct MinMax {
   double lowest = 1e300 * 1e10;
   double highest = -1e300 * 1e10;

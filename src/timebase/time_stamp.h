@@ -25,7 +25,8 @@ double WholeDay(TimeStamp stamp);
 
 /// Formats a stamp by a picture. Letters in either case: "yyyy", "yy", "mm", "dd", "hh", "nn" (minutes), "ss",
 /// "zzz" (milliseconds); text in single quotes is literal, any other character stands for itself. Seconds are
-/// cut, not rounded, unless "zzz" is in the picture, as a clock shows them; a stamp is first rounded to the millisecond.
+/// cut, not rounded, unless "zzz" is in the picture, as a clock shows them; a stamp is first rounded to the
+/// millisecond.
 std::string FormatDate(TimeStamp stamp, std::string_view picture);
 
 /// Twelve digits: year, month, day, hour, minute, second.
