@@ -50,6 +50,7 @@ void FormMain::SettleFirstUse() {
   if (session_.store.GetSetting(Section::Settings, "FirstUse") != "True") return;
   const std::string home = session_.home.string();
   Settings settings;
+  LoadRegistrySettings(session_.store, {}, home, settings);
   const std::filesystem::path profile = session_.home / "default.tvp";
   std::string problem;
   if (session_.host.files.FileExists(profile) &&
