@@ -27,6 +27,7 @@ class SessionLog {
 
   /// The file that AutoSaveSessionLog appends to; empty for none.
   void SetFileName(std::filesystem::path file);
+  bool HasFileName() const { return !file_.empty(); }
 
   void AddListener(Listener listener);
 
