@@ -14,8 +14,8 @@ namespace tarvolt {
 /// Overrides for this run, key and text, as given on the command line. They are laid over every load and never stored.
 using SettingOverrides = std::vector<std::pair<std::string, std::string>>;
 
-/// Fills `settings` from the store, then lays the overrides on top. A bad value gives what the lenient conversions give.
-/// `home` is put in front of the paths whose default begins with a separator.
+/// Fills `settings` from the store, then lays the overrides on top. A bad value gives what the lenient conversions
+/// give. `home` is put in front of the paths whose default begins with a separator.
 void LoadRegistrySettings(const SettingsStore& store, const SettingOverrides& overrides, const std::string& home,
                           Settings& settings);
 
