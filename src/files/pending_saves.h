@@ -17,8 +17,8 @@ class PendingSaves {
 
   explicit PendingSaves(Session& session);
 
-  /// Takes the samples, header, notes and backup file of the window, to be saved under `name`. False when kLimit logs wait
-  /// already: then nothing is taken.
+  /// Takes the samples, header, notes and backup file of the window, to be saved under `name`. False when kLimit logs
+  /// wait already: then nothing is taken.
   bool SetAside(ChartWindow& window, const std::filesystem::path& name);
 
   /// Tries to save the oldest that waits. Called once a second or less; tells only success and the first failure.
