@@ -1,8 +1,5 @@
-# Sourced by ./run and ./check: installs the Debian packages that are missing, for the use named by the first argument.
-build_packages="g++ cmake ninja-build ccache qt6-base-dev libcli11-dev"
-check_packages="libgtest-dev libbenchmark-dev"
-wanted="$build_packages"
-[ "${1:-}" = check ] && wanted="$wanted $check_packages"
+# Sourced by ./run and ./check: installs the Debian packages that are missing.
+wanted="g++ cmake ninja-build ccache qt6-base-dev libcli11-dev libgtest-dev libbenchmark-dev"
 
 missing=""
 for package in $wanted; do

@@ -17,7 +17,8 @@ using DateFields = WallTime;
 /// or one that is not a number, gives the fields of stamp 0.
 DateFields FieldsOf(TimeStamp stamp);
 
-/// The stamp of calendar fields: date + hours/24 + minutes/1440 + seconds/86400 + milliseconds/86400000.
+/// The stamp of calendar fields: date + hours/24 + minutes/1440 + seconds/86400 + milliseconds/86400000. A month or day
+/// beyond its range runs on into the next.
 TimeStamp StampOf(const DateFields& fields);
 
 /// The whole-day part, towards minus infinity.
