@@ -9,7 +9,8 @@ namespace tarvolt {
 inline constexpr int kChannels = 8;
 
 /// The session-wide settings, each under its key's own name. A default-constructed one holds the defaults of the table
-/// of settings. Indexed members are counted from channel 0.
+/// of settings; a default path that begins with a backslash is still relative to the station's home. Indexed members
+/// are counted from channel 0.
 struct Settings {
   Settings();
 
