@@ -2,7 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <set>
+
+#include "config/settings_row.h"
 #include "sim/sim_disk.h"
+#include "text/ansi.h"
 
 namespace tarvolt {
 namespace {
@@ -40,6 +45,21 @@ TEST_F(SettingsTable, DefaultsReachPlainIndexedAndSectionedMembers) {
   EXPECT_EQ(settings.Equ[3], " ");
   EXPECT_EQ(settings.ApplyToCH[7], 1);
   EXPECT_FALSE(settings.LAllChat);
+}
+
+TEST_F(SettingsTable, NoTwoRowsShareAKeyOrAMember) {
+  std::set<std::string> keys;
+  std::vector<SettingMember> members;
+  for (const auto& rows : SettingTable()) {
+    for (const SettingRow& row : rows) {
+      if (row.lineOnly) continue;
+      const std::string section(1, static_cast<char>('0' + static_cast<int>(row.section)));
+      EXPECT_TRUE(keys.insert(section + Upper(row.key)).second) << row.key;
+      if (!row.HasMember()) continue;
+      EXPECT_EQ(std::find(members.begin(), members.end(), row.member), members.end()) << row.key;
+      members.push_back(row.member);
+    }
+  }
 }
 
 TEST_F(SettingsTable, DefaultTextsBelongToASectionAndANumber) {
