@@ -15,8 +15,8 @@ namespace tarvolt {
 std::string GetProfileValue(const std::vector<std::string>& lines, std::string_view key, std::string_view fallback);
 
 /// Sets every key of the profile list: one that the file does not hold falls back to its default, never to the value
-/// in use. Overrides are laid on top. An empty path, or a file that cannot be read (with `problem` in words), changes nothing
-/// and returns false. A file over 16 MiB is refused.
+/// in use. Overrides are laid on top. An empty path, or a file that cannot be read (with `problem` in words), changes
+/// nothing and returns false. A file over 16 MiB is refused.
 bool LoadProfileFile(FileSystem& files, const std::filesystem::path& path, const SettingOverrides& overrides,
                      const std::string& home, Settings& settings, std::string& problem);
 

@@ -25,31 +25,44 @@ class SettingsStore {
 
   void OnProblem(Problem problem);
 
-  /// Reads the file. A missing one is an empty store. A line that cannot be understood is told and left out; a
-  /// file that cannot be read at all is set aside under another name, told, and the store starts empty.
+  /// Reads the file. A missing one is an empty store. A line that cannot be understood is told and left out; a file
+  /// that cannot be read at all, or holds not one such line, is set aside under another name, told, and the store
+  /// starts empty. If it cannot even be set aside it is never written over: changes then last for this run alone.
   void Load();
 
   /// The stored text, or the key's default from the table of settings when it is absent.
   std::string GetSetting(Section section, std::string_view key) const;
   std::string GetSetting(Section section, std::string_view key, std::string_view fallback) const;
 
-  /// Stores and writes. Line ends inside a value are kept.
+  /// Stores and writes. Any bytes inside a value are kept. When the write fails the next change tries it again.
   void SaveSetting(Section section, std::string_view key, std::string_view text);
 
-  /// Stores many with one write: the writes between the two calls are held back. Calls do not nest.
+  /// Stores many with one write: the writes between the two calls are held back, EndBatch makes one when anything has
+  /// changed. Calls do not nest.
   void BeginBatch();
   void EndBatch();
 
  private:
+  /// Orders names without looking at their case.
+  struct NameOrder {
+    bool operator()(const std::string& a, const std::string& b) const;
+  };
+  using Values = std::map<std::string, std::string, NameOrder>;
+
+  void Tell(const std::string& words) const;
+  void ReadLines(std::string_view text);
+  bool ReadLine(std::string_view line, Values*& section);
+  void SetAside(const std::string& reason);
   std::string Render() const;
-  void WriteFile();
+  void WriteIfChanged();
 
   FileSystem& files_;
   std::filesystem::path file_;
   Problem problem_;
-  std::map<std::string, std::map<std::string, std::string>> values_;
+  std::map<std::string, Values, NameOrder> values_;  ///< sections of other programs' versions are kept as well
   bool batching_ = false;
-  bool changed_ = false;
+  bool changed_ = false;  ///< the file lacks something that is in memory
+  bool writable_ = true;  ///< false when the file on disk holds what could neither be read nor set aside
 };
 
 }  // namespace tarvolt

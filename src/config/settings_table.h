@@ -14,12 +14,16 @@ namespace tarvolt {
 /// Overrides for this run, key and text, as given on the command line. They are laid over every load and never stored.
 using SettingOverrides = std::vector<std::pair<std::string, std::string>>;
 
-/// Fills `settings` from the store, then lays the overrides on top. A bad value gives what the lenient conversions give.
-/// `home` is put in front of the paths whose default begins with a separator.
+/// Fills `settings` from the store, then lays the overrides on top. A bad value gives what the lenient conversions
+/// give. `home` is put in front of a path that begins with one backslash, where the default of its key does.
 void LoadRegistrySettings(const SettingsStore& store, const SettingOverrides& overrides, const std::string& home,
                           Settings& settings);
 
-/// Writes the settings back in the same form with one write of the file. Overridden keys are left as they are stored.
+/// Lays the overrides over `settings`. Unknown keys are passed over: they are refused where they are given.
+void ApplyOverrides(const SettingOverrides& overrides, const std::string& home, Settings& settings);
+
+/// Writes the settings back in the same form with one write of the file, paths under `home` relative to it. Overridden
+/// keys are left as they are stored.
 void SaveRegistrySettings(SettingsStore& store, const SettingOverrides& overrides, const std::string& home,
                           const Settings& settings);
 
@@ -32,7 +36,7 @@ bool IsSettingKey(std::string_view key);
 /// The known key whose spelling is nearest to `key`, for the error about an unknown one.
 std::string NearestSettingKey(std::string_view key);
 
-/// Sets one member from text by its key; false when the key is unknown or has no member.
+/// Sets one member from text by its key, a path as it stands; false when the key is unknown or has no member.
 bool ApplySetting(Settings& settings, std::string_view key, std::string_view text);
 
 /// The text of one member as it would be stored; nothing when the key is unknown or has no member.

@@ -20,11 +20,12 @@ class StripChart {
  public:
   static constexpr int kMaxChannels = 9;
 
-  /// Reserves nothing but sets the limit: AddTime refuses beyond it. Samples already stored stay.
+  /// Reserves nothing but sets the limit, at least 0: AddTime refuses beyond it. Samples already stored stay.
   void SetCapacity(std::int32_t count);
   std::int32_t Capacity() const;
 
-  /// Number of value columns of the samples added from now on, 1 to kMaxChannels. Only on an empty store.
+  /// Number of value columns of the samples added from now on, held to 1 to kMaxChannels. Ignored unless the store
+  /// is empty.
   void SetChannelCount(int channels);
   int ChannelCount() const;
 
@@ -37,8 +38,8 @@ class StripChart {
   /// The stored samples, for writers and drawing.
   const SampleColumns& Samples() const;
 
-  /// Appends a position at that x value and gives its index. When the store is full nothing is stored and the
-  /// index is Count(). The values of a new position are 0 until set.
+  /// Appends a position at that x value and gives its index. When the store is full, or memory is, nothing is
+  /// stored and the index is Count(). The values of a new position are 0 until set.
   std::int32_t AddTime(TimeStamp stamp);
 
   /// Writes one value. An index or channel outside the store is ignored.
@@ -56,7 +57,7 @@ class StripChart {
   double DataMin() const;
   double DataMax() const;
 
-  /// The same for one channel.
+  /// The same for one channel; 0 for a channel outside the store.
   double ChannelMin(int channel) const;
   double ChannelMax(int channel) const;
 
@@ -80,6 +81,11 @@ class StripChart {
   std::uint64_t RepaintRequests = 0;
 
  private:
+  bool Holds(int channel) const { return channel >= 0 && channel < ChannelCount(); }
+  bool Holds(int channel, std::int32_t index) const { return Holds(channel) && index >= 0 && index < Count(); }
+  MinMax Extremes(int channel) const;
+  MinMax Extremes() const;
+
   SampleColumns samples_;
   std::int32_t capacity_ = 1000000;
 };

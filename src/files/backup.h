@@ -2,8 +2,11 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <string>
+#include <system_error>
 
+#include "files/sample_layout.h"
 #include "model/chart_window.h"
 #include "model/session.h"
 
@@ -16,7 +19,8 @@ class LocalBackup {
  public:
   LocalBackup(Session& session, ChartWindow& window);
 
-  /// Starts the backup of a new log, removing the old file. With DiskBackUp off only marks it inactive.
+  /// Starts the backup of a new log, removing the old file. With DiskBackUp off only marks it inactive. The layout of
+  /// the file is that of the settings now, whatever becomes of them during the log.
   void InitLocalBU();
 
   /// Appends the samples of the store that the file does not hold yet; opens and closes the file.
@@ -25,9 +29,30 @@ class LocalBackup {
   /// True when every sample of the store is in the file.
   bool IsComplete() const;
 
+  /// The store was emptied although the log goes on: the next sample of the store follows those in the file.
+  void StoreWasCleared();
+
  private:
+  std::uint64_t ExpectedSize() const;
+  void WriteFront(std::error_code& error);
+  void Append(std::error_code& error);
+  void WritePending(File& file, std::error_code& error);
+  void Mend(File& file, std::uint64_t size, std::error_code& error);
+  void MakeAnew(std::error_code& error);
+  void TellFailure(const std::error_code& error);
+  void TellSuccess();
+
   Session& session_;
   ChartWindow& window_;
+  SampleLayout layout_;
+  DataFileHeader header_;
+  std::string notes_;
+  std::string buffer_;              ///< kept between calls, so that a sample costs no allocation
+  std::uint64_t frontSize_ = 0;     ///< bytes before the first sample
+  std::int64_t samplesInFile_ = 0;  ///< whole samples that the file must hold
+  std::int32_t nextIndex_ = 0;      ///< first sample of the store that the file lacks
+  bool storeHoldsAll_ = true;       ///< the store has everything that is in the file
+  bool failing_ = false;            ///< told already; a torn sample may stand at the end of the file
 };
 
 }  // namespace tarvolt

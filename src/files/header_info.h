@@ -20,6 +20,9 @@ void getStaticHeaderInfo(const Session& session, ChartWindow& window, std::size_
 /// The header of the live chart: version, start and end from its samples, the y axis, then the static part.
 void GetHeader(const Session& session, ChartWindow& window, std::size_t notesLength);
 
+/// The part of a header that the writer gives to every file: its version, and the y axis as it stands now.
+void GetWriterInfo(const Session& session, const StripChart& chart, DataFileHeader& header);
+
 /// The free-text notes with the framing and all items of this chart behind them.
 std::string GetModifiedNotes(const Session& session, const ChartWindow& window, const std::string& freeText);
 

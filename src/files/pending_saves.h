@@ -4,6 +4,7 @@
 #include <deque>
 #include <filesystem>
 
+#include "files/save_plan.h"
 #include "model/chart_window.h"
 #include "model/session.h"
 
@@ -17,24 +18,31 @@ class PendingSaves {
 
   explicit PendingSaves(Session& session);
 
-  /// Takes the samples, header, notes and backup file of the window, to be saved under `name`. False when kLimit logs wait
-  /// already: then nothing is taken.
+  /// Takes the samples, header, notes and backup file of the window, to be saved under `name`. False when kLimit logs
+  /// wait already: then nothing is taken.
   bool SetAside(ChartWindow& window, const std::filesystem::path& name);
 
-  /// Tries to save the oldest that waits. Called once a second or less; tells only success and the first failure.
+  /// Tries to save the oldest that waits. Called once a second or less. Tells only success: the failure that brought
+  /// the log here was told. After a failure some calls pass without a try, more with each failure.
   void Retry();
 
   bool Empty() const;
 
  private:
   struct Waiting {
-    ChartWindow chart;
+    SavePlan plan;
+    SampleColumns samples;
     std::filesystem::path name;
-    std::filesystem::path backup;
+    std::filesystem::path backup;  ///< where the log's backup was put; empty when there is none
   };
+
+  std::filesystem::path MoveBackup(ChartWindow& window);
+  bool SaveOldest();
 
   Session& session_;
   std::deque<Waiting> waiting_;
+  int pause_ = 0;      ///< calls of Retry to let pass
+  int nextPause_ = 1;  ///< after the next failure
 };
 
 }  // namespace tarvolt

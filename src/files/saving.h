@@ -1,8 +1,6 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
-#include <string>
 
 #include "model/chart_window.h"
 #include "model/session.h"
@@ -24,6 +22,9 @@ bool SaveIfAtStop(const Settings& settings, const StripChart& chart);
 /// Decides about and carries out the save at the end of a run. May ask a person when the settings say so and
 /// `mayPrompt`; yields only then. On success or when nothing is wanted the run marker is reset to "OK".
 SaveOutcome CheckForSave(Session& session, ChartWindow& window, bool mayPrompt);
+
+/// Saves the stretch in view under a name that a person chooses: asks in any case. Yields.
+SaveOutcome SaveView(Session& session, ChartWindow& window);
 
 /// Writes the chart beside `name` and renames it over it. Tells a failure in the session log and by message.
 SaveOutcome SaveDataFile(Session& session, ChartWindow& window, const std::filesystem::path& name);

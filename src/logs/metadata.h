@@ -19,7 +19,8 @@ class Metadata {
  public:
   static constexpr std::size_t kMaxRecords = 2001;
 
-  /// Names compare upper-cased and trimmed: a record of the same name is overwritten, else the record is added.
+  /// Names compare upper-cased and trimmed: a record of the same name is overwritten, its source and default only by
+  /// texts that are not empty, else the record is added. A record without a name is none and is left out.
   /// Returns an empty text, or "Could not add <name> to metadata. Array Full.".
   std::string AddToMetaData(std::string_view name, std::string_view value, std::string_view source = {},
                             std::string_view defaultText = {});

@@ -9,13 +9,15 @@
 #include "config/settings.h"
 #include "platform/clock.h"
 #include "platform/file_system.h"
+#include "timebase/time_stamp.h"
 
 namespace tarvolt {
 
 /// The program's own running account. One line an entry, stamped with the log time of the run.
 class SessionLog {
  public:
-  /// Receives each line as it is written, without its line end.
+  /// Receives each line as it is written, without its line end, the date lines among them. What a listener itself logs
+  /// is not offered again.
   using Listener = std::function<void(const std::string& line)>;
 
   SessionLog(Clock& clock, FileSystem& files, const Settings& settings);
@@ -25,10 +27,12 @@ class SessionLog {
 
   /// The file that AutoSaveSessionLog appends to; empty for none.
   void SetFileName(std::filesystem::path file);
+  bool HasFileName() const { return !file_.empty(); }
 
   void AddListener(Listener listener);
 
-  /// Writes one entry; the first of a day is preceded by the date line. A failing append stops nothing.
+  /// Writes one entry; the first of a day is preceded by the date line. A failing append stops nothing; the first of
+  /// several is told by a line of its own in the log in memory.
   void Add2SLog(std::string_view text);
 
   /// The last part of the log, with CR LF line ends; never longer than kTextLimit.
@@ -38,14 +42,18 @@ class SessionLog {
   static constexpr std::size_t kTextLimit = 4u << 20;
 
  private:
-  void Emit(const std::string& line);
+  bool IsFirstOfDay(TimeStamp now);
   void AppendToFile(const std::string& text);
+  void Emit(const std::string& line);
+  void DropOldestLines();
 
   Clock& clock_;
   FileSystem& files_;
   const Settings& settings_;
   double utOffset_ = 0;
   int dayOfLastEntry_ = 0;
+  bool fileFailing_ = false;
+  bool telling_ = false;
   std::filesystem::path file_;
   std::vector<Listener> listeners_;
   std::string text_;

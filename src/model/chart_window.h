@@ -19,11 +19,13 @@ struct SaveState {
   bool ViewSaveActive = false;      ///< Save View is in progress
   bool UserAskedSave = false;       ///< File Save without a run
   bool LoadedFromFile = false;      ///< the chart on display was loaded
+  bool Loading = false;             ///< a file is being read into the chart: no other load, no start
   bool BackupActive = false;        ///< a backup file exists for the current run
   std::int32_t FirstViewIndex = 0;  ///< first sample index to write
   std::int32_t LastSaveIndex = 0;   ///< last sample index to write
   std::filesystem::path LocalBackupFile;
-  std::string PendingNotes;  ///< the notes as they were when the chart started
+  std::filesystem::path FailedSave;                     ///< the name whose save failed last: told once, not at each try
+  std::string PendingNotes;                             ///< the notes as they were when the chart started
   std::array<std::filesystem::path, 4> CreatedFolders;  ///< folders made for the last name, by slot
 };
 

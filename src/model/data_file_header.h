@@ -17,10 +17,10 @@ struct DataFileHeader {
   double yMax = 0;
   double yMin = 0;
   std::int16_t timeZone = 0;
-  std::string source = "unknown   ";                                        ///< 10
-  std::string author = "unknown author      ";                              ///< 20
-  std::string localName = "unknown local name  ";                           ///< 20
-  std::string location = "unknown location                        ";        ///< 40
+  std::string source = "unknown   ";                                  ///< 10
+  std::string author = "unknown author      ";                        ///< 20
+  std::string localName = "unknown local name  ";                     ///< 20
+  std::string location = "unknown location                        ";  ///< 40
   std::int16_t channels = 1;
   std::int32_t notesLength = 0;
 };

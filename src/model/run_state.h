@@ -44,19 +44,19 @@ struct RunState {
   std::array<double, kChannels> ChannelMax{};
   std::array<double, kChannels + 1> ChannelOffset{};  ///< run copy; the ninth is unused by the sample path
 
-  TimeBase time;                ///< holds FirstStamp, the sidereal start and UTOffset
-  TimeStamp CurrentStamp = 0;   ///< sample in progress
-  TimeStamp LastStamp = 0;      ///< previous sample, 0 until the first
-  double StepBack = 0;          ///< days by which the clock last stepped back
-  TimeStamp StartStamp = 0;     ///< for the file header
-  TimeStamp EndStamp = 0;       ///< for the file header
-  TimeStamp ChartEndTime = 0;   ///< when this log is full by time
-  TimeStamp NextRestart = 0;    ///< next planned restart
-  bool ChartIsLMST = false;     ///< the x axis is sidereal
-  bool ChartIsUT = false;       ///< the x axis is UT
-  bool TimeRefZero = false;     ///< the run's copy: stamps count from the midnight of its start
-  bool TimeRefZeroFile = false; ///< the chart on display has such stamps
-  int ShownChannel = 0;         ///< channel of the value display, 1 to 8, 0 for none
+  TimeBase time;                 ///< holds FirstStamp, the sidereal start and UTOffset
+  TimeStamp CurrentStamp = 0;    ///< sample in progress
+  TimeStamp LastStamp = 0;       ///< previous sample, 0 until the first
+  double StepBack = 0;           ///< days by which the clock last stepped back
+  TimeStamp StartStamp = 0;      ///< for the file header
+  TimeStamp EndStamp = 0;        ///< for the file header
+  TimeStamp ChartEndTime = 0;    ///< when this log is full by time
+  TimeStamp NextRestart = 0;     ///< next planned restart
+  bool ChartIsLMST = false;      ///< the x axis is sidereal
+  bool ChartIsUT = false;        ///< the x axis is UT
+  bool TimeRefZero = false;      ///< the run's copy: stamps count from the midnight of its start
+  bool TimeRefZeroFile = false;  ///< the chart on display has such stamps
+  int ShownChannel = 0;          ///< channel of the value display, 1 to 8, 0 for none
 };
 
 }  // namespace tarvolt

@@ -14,7 +14,10 @@ namespace tarvolt {
 
 /// What all windows of the process share.
 struct Session {
+  /// Opens nothing yet: the store is read by its Load. What the store has to complain of goes to the session log.
   Session(const Host& hostRecord, std::filesystem::path homeFolder);
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
 
   Host host;
   std::filesystem::path home;  ///< the program folder: everything the station owns is under it

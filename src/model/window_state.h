@@ -7,12 +7,12 @@ namespace tarvolt {
 /// What a person would see of a window, as data. Rules write it; forms and tests read it.
 struct WindowState {
   std::string Title;
-  std::string StatusText;       ///< the status line
-  std::string LeftStatus;       ///< rate and samples
-  std::string RightStatus;      ///< log time
-  std::string ValueLabel;       ///< LBLCHVAL; empty when hidden
-  std::string StartCaption = "&Start Chart";           ///< cmdStart
-  std::string StartMenuCaption = "Start New Chart";    ///< mnuStartChart
+  std::string StatusText;                            ///< the status line
+  std::string LeftStatus;                            ///< rate and samples
+  std::string RightStatus;                           ///< log time
+  std::string ValueLabel;                            ///< LBLCHVAL; empty when hidden
+  std::string StartCaption = "&Start Chart";         ///< cmdStart
+  std::string StartMenuCaption = "Start New Chart";  ///< mnuStartChart
   bool cmdStart = true;
   bool ModeMenus = true;        ///< mnuStandAlone, mnuServer, mnuClient
   bool SaveCommands = false;    ///< save, save view, export

@@ -1,6 +1,5 @@
 #pragma once
 
-
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/event_loop.h"

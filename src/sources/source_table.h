@@ -21,10 +21,10 @@ std::string SourceName(DataSourceId source);
 /// Index in the first list of the options, 0 for numbers that are not used.
 int SrcToIndex(DataSourceId source);
 
-/// Source of the two list indices of a row.
+/// Source of the two list indices of a row; 0 when the first list has no such row.
 DataSourceId IndexToSrc(int firstIndex, int secondIndex);
 
-/// Index in the second list: the last digit, 0 below 4.
+/// Index in the second list: the last digit, 0 below 4 and for 9.
 int SrcToADCCH(DataSourceId source);
 
 /// Which families the rows before the first 0 use.
@@ -37,7 +37,8 @@ struct SourcesInUse {
 };
 SourcesInUse FindSourcesInUse(const Settings& settings);
 
-/// Words that refuse a start for its channel table, empty when it is fine. `soundAvailable` tells of a sound card.
+/// Words that refuse a start for its channel table, empty when it is fine. `soundAvailable` tells of a sound card. Only
+/// the rows before the first 0 are looked at.
 std::string RefuseAtStart(const Settings& settings, bool soundAvailable);
 
 /// Words that refuse the options for their channel table, empty when they are fine.
@@ -49,7 +50,7 @@ std::string ConvertCountSize(const Settings& settings);
 /// The estimate of the rate: samples a second or seconds a sample; empty for a SampleRate of 0.
 std::string ConvertCountRate(const Settings& settings);
 
-/// The hint of a row of the channel table.
+/// The hint of a row, 0 to 7, of the channel table; empty for other rows.
 std::string DsrcToolTip(const Settings& settings, int row);
 
 }  // namespace tarvolt

@@ -37,7 +37,9 @@ TimeStamp CalcLMST(TimeStamp ut, double userLng);
 /// The system's offset from UT in hours, east positive; 0 when the system gives no usable report.
 double DetectTimeZoneHours(Clock& clock);
 
-/// Returns at the next transition of the clock's second. Spins on purpose: the accuracy of the start is the point.
+/// Returns at the next transition of the clock's second, at once in its first millisecond. Spins on purpose: the
+/// accuracy of the start is the point. Does not yield. Gives up after two seconds, which only a clock being set can
+/// bring about.
 void WaitForSecondBoundary(Clock& clock);
 
 }  // namespace tarvolt

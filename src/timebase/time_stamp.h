@@ -17,7 +17,8 @@ using DateFields = WallTime;
 /// or one that is not a number, gives the fields of stamp 0.
 DateFields FieldsOf(TimeStamp stamp);
 
-/// The stamp of calendar fields: date + hours/24 + minutes/1440 + seconds/86400 + milliseconds/86400000.
+/// The stamp of calendar fields: date + hours/24 + minutes/1440 + seconds/86400 + milliseconds/86400000. A month or day
+/// beyond its range runs on into the next.
 TimeStamp StampOf(const DateFields& fields);
 
 /// The whole-day part, towards minus infinity.
@@ -25,7 +26,8 @@ double WholeDay(TimeStamp stamp);
 
 /// Formats a stamp by a picture. Letters in either case: "yyyy", "yy", "mm", "dd", "hh", "nn" (minutes), "ss",
 /// "zzz" (milliseconds); text in single quotes is literal, any other character stands for itself. Seconds are
-/// cut, not rounded, unless "zzz" is in the picture, as a clock shows them; a stamp is first rounded to the millisecond.
+/// cut, not rounded, unless "zzz" is in the picture, as a clock shows them; a stamp is first rounded to the
+/// millisecond.
 std::string FormatDate(TimeStamp stamp, std::string_view picture);
 
 /// Twelve digits: year, month, day, hour, minute, second.

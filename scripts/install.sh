@@ -1,0 +1,15 @@
+# Sourced by ./run and ./check: installs the Debian packages that are missing.
+wanted="g++ cmake ninja-build ccache qt6-base-dev libcli11-dev libgtest-dev libbenchmark-dev"
+
+missing=""
+for package in $wanted; do
+  dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' || missing="$missing $package"
+done
+if [ -n "$missing" ]; then
+  echo "Installing:$missing"
+  as_root=""
+  [ "$(id -u)" -eq 0 ] || as_root="sudo"
+  $as_root apt-get update -qq
+  # shellcheck disable=SC2086
+  DEBIAN_FRONTEND=noninteractive $as_root apt-get install -y -qq --no-install-recommends $missing >/dev/null
+fi

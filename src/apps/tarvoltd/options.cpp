@@ -1,0 +1,76 @@
+#include "apps/tarvoltd/options.h"
+
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <map>
+
+#include "core/command_line.h"
+#include "text/ansi.h"
+
+namespace tarvolt {
+
+namespace {
+
+constexpr int kWrongUsage = 2;
+
+const std::map<std::string, SessionMode> kModes = {
+    {"standalone", SessionMode::StandAlone}, {"server", SessionMode::Server}, {"client", SessionMode::Client}};
+
+// "KEY=VALUE" as an override, or the words of what is wrong with it.
+std::string AddOverride(const std::string& text, SettingOverrides& overrides) {
+  const std::size_t equals = text.find('=');
+  if (equals == std::string::npos || equals == 0) return "--set needs KEY=VALUE, but got \"" + text + "\"";
+  const std::string key = text.substr(0, equals);
+  if (!IsSettingKey(key)) {
+    return "there is no setting \"" + key + "\"; the nearest is \"" + NearestSettingKey(key) + "\"";
+  }
+  overrides.emplace_back(key, AnsiFromUtf8(text.substr(equals + 1)));
+  return "";
+}
+
+void Refuse(StationOptions& options, const std::string& why) {
+  std::cerr << "tarvoltd: " << why << "\nSee tarvoltd --help.\n";
+  options.finished = true;
+  options.exitStatus = kWrongUsage;
+}
+
+}  // namespace
+
+StationOptions ParseStationOptions(int argc, char** argv) {
+  StationOptions options;
+  std::vector<std::string> settings;
+  std::vector<std::string> slash;
+  std::string mode = "standalone";
+  CLI::App app{"Tarvolt's unattended station: records without a screen until it is told to stop."};
+  app.set_version_flag("--version", "tarvoltd " TARVOLT_VERSION);
+  app.add_option("--home", options.home, "Folder of the station; else TARVOLT_HOME, else the user's data folder");
+  app.add_option("--profile", options.profile, "Profile to load before anything else (.tvp)");
+  app.add_option("--set", settings, "KEY=VALUE: a setting for this run alone; may be given often")
+      ->take_all()
+      ->expected(1);
+  app.add_option("--mode", mode, "standalone, server or client")->check(CLI::IsMember(kModes, CLI::ignore_case));
+  app.add_flag("--start", options.start, "Start a chart at once, and end when it has ended");
+  app.add_option("--seconds", options.seconds, "End after so many seconds of recording")->check(CLI::PositiveNumber);
+  app.add_flag("--quiet", options.quiet, "Print nothing but errors");
+  app.add_option("commands", slash,
+                 "Slash commands: /S /C /SC /NM /ILS text /L file /PF file, or the name of a data file (.tvd) to open");
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    options.finished = true;
+    options.exitStatus = app.exit(error) == 0 ? 0 : kWrongUsage;
+    return options;
+  }
+  for (const std::string& text : settings) {
+    const std::string problem = AddOverride(text, options.overrides);
+    if (problem.empty()) continue;
+    Refuse(options, problem);
+    return options;
+  }
+  std::transform(mode.begin(), mode.end(), mode.begin(), [](unsigned char c) { return std::tolower(c); });
+  options.mode = kModes.at(mode);
+  options.slashCommands = JoinArguments(slash);
+  return options;
+}
+
+}  // namespace tarvolt

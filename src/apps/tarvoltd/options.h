@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "config/settings_table.h"
+#include "model/run_state.h"
+
+namespace tarvolt {
+
+/// What the command line of the unattended station asks for.
+struct StationOptions {
+  std::string home;
+  std::string profile;
+  SettingOverrides overrides;
+  SessionMode mode = SessionMode::StandAlone;
+  bool start = false;
+  double seconds = 0;  ///< length of the recording; 0 means until it is ended
+  bool quiet = false;
+  std::string slashCommands;  ///< as one text
+
+  bool finished = false;  ///< help, version or an error has been printed: leave with exitStatus
+  int exitStatus = 0;
+};
+
+/// Reads the command line. Errors are printed to standard error with what would be right.
+StationOptions ParseStationOptions(int argc, char** argv);
+
+}  // namespace tarvolt

@@ -1,0 +1,81 @@
+#include "apps/tarvoltd/station.h"
+
+#include <algorithm>
+
+#include "text/ansi.h"
+#include "text/number.h"
+
+namespace tarvolt {
+
+namespace {
+
+constexpr int kSuccess = 0;
+constexpr int kFailed = 1;
+
+/// Length of the time and the blank in front of a log line's text.
+constexpr std::size_t kLogTime = 9;
+
+}  // namespace
+
+Station::Station(const Host& host, const StationOptions& options, const std::filesystem::path& home)
+    : options_(options), status_(options.quiet), session_(host, home), form_(session_) {
+  session_.overrides = options.overrides;
+  session_.log.AddListener([this](const std::string& line) {
+    lastLogged_ = line;
+    status_.PrintLog(line);
+  });
+}
+
+// What the log has just taken is not repeated.
+void Station::TakeDialogText(const std::string& line) {
+  const std::string said = lastLogged_.size() > kLogTime ? Trim(lastLogged_.substr(kLogTime)) : "";
+  if (said.empty() || line.find(said) == std::string::npos) session_.Add2SLog(line);
+}
+
+int Station::Run() {
+  StartTimers();
+  int result = Load() ? kSuccess : kFailed;
+  if (result == kSuccess && !form_.EndRequested()) result = Record();
+  form_.Form_Unload();
+  EndTimers();
+  return result;
+}
+
+void Station::StartTimers() {
+  secondTimer_ = session_.host.loop.MakeTimer([this] { status_.Show(session_, form_.Window()); });
+  secondTimer_->SetInterval(1000);
+  secondTimer_->SetEnabled(true);
+  endTimer_ = session_.host.loop.MakeTimer([this] { form_.RequestEnd(); });
+}
+
+// Start-up, with the command line's own words obeyed at its end.
+bool Station::Load() {
+  form_.Form_Load("");
+  if (!options_.profile.empty()) form_.ProcessCmd("/PF \"" + options_.profile + "\"");
+  if (!form_.CommandLineUnderstood()) return false;
+  if (options_.mode != SessionMode::StandAlone) form_.EnterMode(options_.mode);
+  form_.ProcessCmd(options_.slashCommands);
+  return form_.CommandLineUnderstood();
+}
+
+int Station::Record() {
+  if (options_.start && !form_.Window().run.ChartRunning) form_.StartChart("");
+  const bool recording = form_.Window().run.ChartRunning;
+  if (options_.start && !recording) return kFailed;
+  if (options_.seconds > 0) {
+    endTimer_->SetInterval(RoundToInt32(options_.seconds * 1000));
+    endTimer_->SetEnabled(true);
+  }
+  while (!form_.EndRequested()) {
+    session_.host.loop.Yield();
+    if (options_.start && !form_.Window().run.ChartRunning) break;
+  }
+  return kSuccess;
+}
+
+void Station::EndTimers() {
+  secondTimer_->SetEnabled(false);
+  status_.Clear();
+}
+
+}  // namespace tarvolt

@@ -1,0 +1,136 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <variant>
+
+#include "config/settings.h"
+#include "config/settings_store.h"
+
+namespace tarvolt {
+
+/// Where a setting is kept in memory; nothing for a key that only the store holds.
+using SettingMember =
+    std::variant<std::monostate, bool Settings::*, std::int16_t Settings::*, std::int32_t Settings::*,
+                 double Settings::*, std::string Settings::*, std::array<bool, kChannels> Settings::*,
+                 std::array<std::int16_t, kChannels> Settings::*, std::array<std::int32_t, kChannels> Settings::*,
+                 std::array<std::string, kChannels> Settings::*, std::array<double, kChannels + 1> Settings::*>;
+
+/// Numbers that the members of an array, and so its keys, can have.
+inline constexpr std::size_t CountOf(const auto&) {
+  return 0;
+}
+template <class T, std::size_t size>
+constexpr std::size_t CountOf(std::array<T, size> Settings::*) {
+  return size;
+}
+
+/// One row of the table of settings: all that is known of a key.
+struct SettingRow {
+  std::string_view key;  ///< as the store spells it; "#" stands where an indexed key has its number
+  std::string_view
+      fallback;  ///< the default; with an indexed key "|" parts those of its numbers, the last for the rest
+  SettingMember member;
+  Section section = Section::Settings;
+  std::string_view profileKey{};  ///< spelling in a profile when it differs
+  std::string_view fixedLine{};   ///< the whole line that a profile gets, whatever the value is
+  int firstNumber = 0;
+  int count = 1;          ///< how many numbers an indexed key has, else 1
+  bool cast = false;      ///< a boolean that also takes a number, 0 for false
+  bool lineOnly = false;  ///< a further line of a profile for a setting with a row of its own; never read
+
+  /// The same row in another section than Settings.
+  constexpr SettingRow In(Section other) const {
+    SettingRow row = *this;
+    row.section = other;
+    return row;
+  }
+
+  /// The same row with its spelling in profiles.
+  constexpr SettingRow As(std::string_view spelling) const {
+    SettingRow row = *this;
+    row.profileKey = spelling;
+    return row;
+  }
+
+  /// The same row with a fixed line in profiles.
+  constexpr SettingRow WrittenAs(std::string_view line) const {
+    SettingRow row = *this;
+    row.fixedLine = line;
+    return row;
+  }
+
+  /// The same row for an indexed key that has no member.
+  constexpr SettingRow Numbered(int first, int numbers) const {
+    SettingRow row = *this;
+    row.firstNumber = first;
+    row.count = numbers;
+    return row;
+  }
+
+  /// The same row for a boolean that also takes a number.
+  constexpr SettingRow Cast() const {
+    SettingRow row = *this;
+    row.cast = true;
+    return row;
+  }
+
+  bool HasMember() const { return !std::holds_alternative<std::monostate>(member); }
+  bool IsIndexed() const { return key.find('#') != std::string_view::npos; }
+
+  /// A path whose default begins with a backslash lies under the station's home as long as it begins with one.
+  bool IsUnderHome() const { return fallback.starts_with('\\'); }
+
+  /// The key with its number; `index` counts from 0.
+  std::string Key(int index) const;
+
+  /// The key as a profile spells it.
+  std::string ProfileKey(int index) const;
+
+  /// The default text.
+  std::string_view Fallback(int index) const;
+
+  /// The index of the key that `name` (case not looked at) spells, -1 when it spells none of this row.
+  int IndexOf(std::string_view name) const;
+
+  /// Sets the member from text by the lenient conversions. A row without a member does nothing.
+  void Set(Settings& settings, int index, std::string_view text) const;
+
+  /// The member as it is stored; empty for a row without one.
+  std::string Text(const Settings& settings, int index) const;
+};
+
+/// A row of the section Settings.
+constexpr SettingRow Row(std::string_view key, std::string_view fallback, SettingMember member = {}) {
+  SettingRow row{.key = key, .fallback = fallback, .member = member};
+  const std::size_t numbers = std::visit([](const auto& pointer) { return CountOf(pointer); }, member);
+  if (numbers > 0) row.count = static_cast<int>(numbers);
+  return row;
+}
+
+/// A further line in a profile for a setting that has its own row.
+constexpr SettingRow WrittenAgain(std::string_view profileKey, SettingMember member) {
+  SettingRow row{.key = profileKey, .fallback = {}, .member = member};
+  row.lineOnly = true;
+  return row;
+}
+
+/// The rows that make a profile, in the order of its lines.
+std::span<const SettingRow> ProfileRows();
+
+/// The other rows of the section Settings.
+std::span<const SettingRow> StationRows();
+
+/// The rows of the other sections.
+std::span<const SettingRow> SectionRows();
+
+/// The whole table.
+inline std::array<std::span<const SettingRow>, 3> SettingTable() {
+  return {ProfileRows(), StationRows(), SectionRows()};
+}
+
+}  // namespace tarvolt

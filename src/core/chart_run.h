@@ -1,0 +1,90 @@
+#pragma once
+
+#include <string>
+
+#include "core/recorder.h"
+
+namespace tarvolt {
+
+/// One stretch of recording, from StartChart to StopChart, and the turning over of its logs in between.
+class ChartRun {
+ public:
+  explicit ChartRun(Recorder& recorder);
+
+  /// Checks, readies the sources and arms the run. `profile` may be empty. Every refusal is told and leaves the program
+  /// idle. Does nothing while a run goes on or is being started. Yields while the data source connects.
+  void StartChart(const std::string& profile);
+
+  /// Ends the run, closes its source and saves. Does nothing without a run.
+  void StopChart();
+
+  /// Turns the log over: saves it when that is wanted and starts a new one, or ends the run.
+  void MaxedOut(MaxedOutMode mode);
+
+  /// Tries again to save what the disk refused, when something waits.
+  void RetrySaves();
+
+  /// Asks about a chart that was never saved. What the disk refused before is set aside without a question. May yield.
+  void AskToSave();
+
+  /// Takes the base of log time from the settings and the clock, as at the start of a log.
+  void TakeTimeBase();
+
+ private:
+  // The start, step by step (chart_start.cpp).
+  bool RunTheStart(const std::string& profile);
+  void LoadRunProfile(const std::string& profile);
+  void ResetRunState();
+  bool ReadyDataFolders();
+  void CreateDataFolder();
+  bool CheckSources();
+  void ClearLoadedFile();
+  void ShowModeStatus();
+  void ClearForNewRun();
+  void BuildMetadata();
+  void CopyOffsets();
+  void DetectZone();
+  void DisableCommands();
+  void ZeroCounters();
+  bool CheckTiming();
+  void PrepareChart();
+  void AddTimingMetadata();
+  bool EnableStopControls();
+  void LogChartStarted();
+  void SetTimeOrigin(bool rebaseAxis);
+  void PlanNextRestart();
+  void TakeNotesAndHeader();
+  bool ConnectSources();
+  void FollowChannelCount();
+  void ShowStarted();
+  bool Refuse(const std::string& text);
+  void Abort();
+
+  // The turnover (chart_turnover.cpp).
+  bool HoldTimer();
+  bool TurnoverSaves(MaxedOutMode mode) const;
+  bool GoesOn(MaxedOutMode mode) const;
+  void StopLogging();
+  void StartNextLog(bool timerWasOn);
+  void RestartChart();
+
+  // The stop (chart_stop.cpp).
+  void StopTimers();
+  void CloseSources();
+  void TestDcount();
+  void MarkDataForSaving();
+  void LogRate();
+  void ShowEnded();
+  void EnableCommands();
+  void AskToKeepOffsets();
+  void SaveAtStop();
+
+  Recorder& recorder_;
+  Session& session_;
+  ChartWindow& window_;
+  RunState& run_;
+  WindowState& view_;
+  bool starting_ = false;
+};
+
+}  // namespace tarvolt

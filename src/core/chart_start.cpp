@@ -1,0 +1,345 @@
+#include <cmath>
+
+#include "automation/next_restart.h"
+#include "config/profile.h"
+#include "core/chart_run.h"
+#include "core/run_metadata.h"
+#include "files/header_info.h"
+#include "files/naming.h"
+#include "files/saving.h"
+#include "model/channel_table.h"
+#include "text/number.h"
+
+namespace tarvolt {
+
+namespace {
+
+constexpr double kSecondsPerDay = 86400;
+
+std::string SeparatorEnded(const std::filesystem::path& folder) {
+  return folder.string() + static_cast<char>(std::filesystem::path::preferred_separator);
+}
+
+}  // namespace
+
+void ChartRun::StartChart(const std::string& profile) {
+  if (run_.ChartRunning || starting_) return;
+  starting_ = true;
+  if (!RunTheStart(profile)) Abort();
+  starting_ = false;
+}
+
+// The thirty steps of a start. False when one of them refused; it has told why.
+bool ChartRun::RunTheStart(const std::string& profile) {
+  LoadRunProfile(profile);
+  ResetRunState();
+  if (!ReadyDataFolders()) return false;
+  if (!CheckSources()) return false;
+  ClearLoadedFile();
+  AskToSave();
+  ShowModeStatus();
+  ClearForNewRun();
+  BuildMetadata();
+  CopyOffsets();
+  DetectZone();
+  DisableCommands();
+  ZeroCounters();
+  if (!CheckTiming()) return false;
+  PrepareChart();
+  AddTimingMetadata();
+  if (!EnableStopControls()) return false;
+  LogChartStarted();
+  SetTimeOrigin(true);
+  PlanNextRestart();
+  TakeNotesAndHeader();
+  recorder_.backup.InitLocalBU();
+  recorder_.TimerKeepAlive->SetInterval(kKeepAliveRunning);
+  recorder_.TimerKeepAlive->SetEnabled(true);
+  if (!ConnectSources()) return false;
+  ShowStarted();
+  run_.ChartRunning = true;
+  run_.chartState = ChartState::Armed;
+  return true;
+}
+
+void ChartRun::LoadRunProfile(const std::string& profile) {
+  if (profile.empty()) return;
+  session_.Add2SLog("Load Profile: " + std::filesystem::path(profile).filename().string());
+  std::string problem;
+  if (!LoadProfileFile(session_.host.files, profile, session_.overrides, session_.home.string(), session_.settings,
+                       problem)) {
+    session_.Add2SLog(problem);
+  }
+}
+
+void ChartRun::ResetRunState() {
+  run_.TimeRefZero = session_.settings.TimeRefZero;
+  run_.TimeRefZeroFile = run_.TimeRefZero;
+  run_.LastStamp = 0;
+  run_.chartState = ChartState::Idle;
+  run_.TickBusy = false;
+  run_.AbortFlag = false;
+  run_.MaxingOut = false;
+  run_.AvgCount = 0;
+  run_.ChannelSum.fill(0);
+  run_.ChannelMin.fill(kNoMinimum);
+  run_.ChannelMax.fill(kNoMaximum);
+  run_.ShownChannel = 0;
+  view_.ValueLabel.clear();
+  recorder_.sources = SourcesInUse{};
+}
+
+bool ChartRun::ReadyDataFolders() {
+  FileSystem& files = session_.host.files;
+  if (!files.FolderExists(session_.DataFolder())) CreateDataFolder();
+  std::error_code error;
+  files.MakeFolders(session_.DataFolder() / "recovery", error);
+  if (!error) return true;
+  return Refuse("The Data Directory " + session_.DataFolder().string() + " cannot be used: " + error.message());
+}
+
+void ChartRun::CreateDataFolder() {
+  const std::filesystem::path folder = session_.home / "Data";
+  const std::string text = "Your specified Data Directory:\n" + session_.settings.DataDirectory +
+                           "\nis not found.\nA new Data directory is being created in: \n" + SeparatorEnded(folder);
+  session_.Tell("Tarvolt", text);
+  std::error_code error;
+  session_.host.files.MakeFolders(folder, error);
+  session_.settings.DataDirectory = SeparatorEnded(folder);
+  session_.store.SaveSetting(Section::Settings, "DataDirectory", session_.settings.DataDirectory);
+}
+
+bool ChartRun::CheckSources() {
+  const Settings& settings = session_.settings;
+  constexpr bool kSoundAvailable = false;
+  const std::string refusal = RefuseAtStart(settings, kSoundAvailable);
+  if (!refusal.empty()) return Refuse(refusal);
+  for (int channel = 0; channel < ActiveChannels(settings); ++channel) {
+    if (!IsUds(settings.Dsrc[channel])) {
+      return Refuse("Channel " + NumberText(std::int64_t{channel + 1}) + " is set to \"" +
+                    SourceName(settings.Dsrc[channel]) +
+                    "\", which this version cannot read. Change to another data source under Options / Data Source.");
+    }
+  }
+  recorder_.sources = FindSourcesInUse(settings);
+  return true;
+}
+
+void ChartRun::ClearLoadedFile() {
+  window_.notes.clear();
+  window_.notations = Notations{};
+  run_.StepBack = 0;
+}
+
+void ChartRun::AskToSave() {
+  if (!run_.DataNeedsSave || window_.LastSampleIndex() < 2) return;
+  if (recorder_.saveFailed) {
+    recorder_.saveFailed = !recorder_.pending.SetAside(window_, NameDataFile(session_, window_, NameKind::Data, true));
+    return;
+  }
+  if (!session_.settings.ShowMsgBox) return;
+  const Question question{"Data Not Saved", "The last chart was not saved.\nDo you want to save it now?",
+                          Buttons::YesNo, Answer::No};
+  if (session_.host.dialogs.Ask(question) != Answer::Yes) return;
+  window_.save.UserAskedSave = true;
+  CheckForSave(session_, window_, true);
+  window_.save.UserAskedSave = false;
+}
+
+void ChartRun::ShowModeStatus() {
+  switch (window_.Mode) {
+    case SessionMode::StandAlone:
+      view_.StatusText = "Stand Alone Mode";
+      break;
+    case SessionMode::Server:
+      view_.StatusText = "Server Mode";
+      break;
+    case SessionMode::Client:
+      view_.StatusText = "Client Mode";
+      break;
+  }
+}
+
+void ChartRun::ClearForNewRun() {
+  window_.chart.XAxisLabel = session_.settings.XALabel;
+  window_.chart.YAxisLabel = session_.settings.YALabel;
+  run_.DataNeedsSave = false;
+  recorder_.saveFailed = false;
+  window_.save.LoadedFromFile = false;
+  view_.SaveCommands = false;
+}
+
+void ChartRun::BuildMetadata() {
+  BuildRunMetadata(session_, window_);
+}
+
+void ChartRun::CopyOffsets() {
+  run_.ChannelOffset.fill(0);
+  if (session_.settings.UseOffsets) run_.ChannelOffset = session_.settings.DefaultChannelOffset;
+}
+
+void ChartRun::DetectZone() {
+  if (session_.settings.DetectTZ) session_.settings.TZ = DetectTimeZoneHours(session_.host.clock);
+}
+
+void ChartRun::DisableCommands() {
+  view_.LoadCommands = false;
+  view_.InfoCommands = false;
+  view_.ToolCommands = false;
+  view_.ScheduleCommand = false;
+}
+
+void ChartRun::ZeroCounters() {
+  run_.Dcount = 0;
+  run_.LastDcount = 0;
+  run_.TotalSamples = 0;
+  window_.header.start = 0;
+  window_.header.end = 0;
+  TakeTimeBase();
+  run_.EffectiveAvg = 1;
+  window_.chart.SetCapacity(session_.settings.MaxArrayCount);
+  run_.ChartStopped = false;
+}
+
+bool ChartRun::CheckTiming() {
+  const Settings& settings = session_.settings;
+  if (settings.vAvg < 1) return Refuse("Must have greater than zero samples to average.");
+  if (!(settings.SampleRate >= 10)) return Refuse("Sample Rate must be 10 milliseconds or greater.");
+  recorder_.LoTime1->SetInterval(RoundToInt32(settings.SampleRate));
+  return true;
+}
+
+void ChartRun::PrepareChart() {
+  StripChart& chart = window_.chart;
+  run_.ChannelCount = ActiveChannels(session_.settings);
+  chart.ClearData();
+  chart.SetChannelCount(run_.ChannelCount);
+  for (int channel = 0; channel < kChannels; ++channel) {
+    chart.ChannelName[channel] = session_.settings.ChannelLabel[channel];
+    window_.channelLabels[channel] = session_.settings.ChannelLabel[channel];
+  }
+  chart.AutoScale = session_.settings.AutoScale;
+  chart.YAxisMin = 0;
+  chart.YAxisMax = chart.AutoScale ? 1 : session_.settings.ChartYaxisMax;
+}
+
+void ChartRun::AddTimingMetadata() {
+  tarvolt::AddTimingMetadata(session_, recorder_.sources.UDSInUse, window_);
+}
+
+bool ChartRun::EnableStopControls() {
+  run_.OffsetsChanged = false;
+  window_.chart.Mode = ChartMode::Tracking;
+  if (!(session_.settings.ChartWidth >= 1)) return Refuse("Chart Width must be 1 or more seconds.");
+  view_.ModeMenus = false;
+  return true;
+}
+
+void ChartRun::LogChartStarted() {
+  session_.Add2SLog("Chart Started  " + FormatDate(recorder_.CalcTime(), "YYMMDDHHnnSS"));
+  view_.StartMenuCaption = "Stop Chart";
+  window_.chart.AutoScroll = true;
+  run_.UpdateCount = 0;
+}
+
+// A sidereal run counts its sidereal clock from a moment in UT, so its offset is that of UT whatever the base of
+// other runs is.
+void ChartRun::TakeTimeBase() {
+  const Settings& settings = session_.settings;
+  TimeBase& time = run_.time;
+  time.tz = settings.TZ;
+  time.logLMST = settings.LogLMST;
+  time.utOffset = settings.LogUsingUT || settings.LogLMST ? -settings.TZ / 24 : 0;
+  time.firstStamp = CalcTimeNotSidereal(session_.host.clock, time);
+  time.startLMST = settings.LogLMST ? CalcLMST(time.firstStamp, settings.UserLng) : 0;
+  run_.ChartIsLMST = settings.LogLMST;
+  run_.ChartIsUT = settings.LogUsingUT;
+  session_.log.SetUTOffset(time.utOffset);
+}
+
+// `rebaseAxis`: with TimeRefZero the x axis of a first log starts at midnight; that of a later log keeps the time of
+// day (meant), though its samples count from midnight as well.
+void ChartRun::SetTimeOrigin(bool rebaseAxis) {
+  TakeTimeBase();
+  const TimeStamp first = run_.time.firstStamp;
+  TimeStamp left = first;
+  if (run_.ChartIsLMST) {
+    left = run_.time.startLMST;
+  } else if (run_.TimeRefZero) {
+    left = WholeDay(first);
+  }
+  const TimeStamp axisStart = run_.TimeRefZero && !run_.ChartIsLMST && !rebaseAxis ? first : left;
+  window_.chart.XAxisMin = axisStart;
+  window_.chart.XAxisMax = axisStart + session_.settings.ChartWidth / kSecondsPerDay;
+  run_.ChartEndTime = left + session_.settings.MaxDuration;
+}
+
+void ChartRun::PlanNextRestart() {
+  run_.NextRestart = GetNextRestart(session_.host.clock, session_.settings, run_);
+  session_.store.SaveSetting(Section::Settings, "ChartNextRestart", NumberText(run_.NextRestart));
+}
+
+void ChartRun::TakeNotesAndHeader() {
+  window_.save.PendingNotes = session_.notes;
+  getStaticHeaderInfo(session_, window_, GetModifiedNotes(session_, window_, window_.notes).size());
+}
+
+bool ChartRun::ConnectSources() {
+  const bool paced = session_.settings.TimerType == 0;
+  if (!recorder_.sources.UDSInUse) {
+    recorder_.LoTime1->SetEnabled(paced);
+    return true;
+  }
+  if (!recorder_.uds.UDSConnect()) return Refuse("UDS Connection Canceled - Chart Canceled");
+  FollowChannelCount();
+  recorder_.LoTime1->SetEnabled(paced && !session_.settings.UDSpush);
+  return true;
+}
+
+// The data source may have declared another number of channels than the table holds: the backup's header must say so.
+void ChartRun::FollowChannelCount() {
+  if (run_.ChannelCount == ActiveChannels(session_.settings)) return;
+  TakeNotesAndHeader();
+  recorder_.backup.InitLocalBU();
+}
+
+void ChartRun::ShowStarted() {
+  view_.StartCaption = "&Stop Chart";
+  view_.cmdStart = true;
+  view_.OffsetCommand = true;
+  view_.StatusText = "Started " + recorder_.LocalTimeText() +
+                     (run_.ChartIsLMST ? " LMST"
+                      : run_.ChartIsUT ? " UT"
+                                       : "");
+  run_.StartStamp = recorder_.CalcTime();
+  view_.Title = " New Chart Started: " + FormatDate(run_.StartStamp, "YYYY/MM/DD hh:nn:ss");
+}
+
+bool ChartRun::Refuse(const std::string& text) {
+  session_.Add2SLog(text);
+  session_.Tell("Tarvolt", text);
+  return false;
+}
+
+void ChartRun::Abort() {
+  recorder_.uds.Close();
+  recorder_.LoTime1->SetEnabled(false);
+  recorder_.TimerKeepAlive->SetInterval(kKeepAliveIdle);
+  run_.chartState = ChartState::Idle;
+  run_.ChartRunning = false;
+  run_.ChartStopped = true;
+  if (window_.save.BackupActive) {
+    window_.save.BackupActive = false;
+    session_.store.SaveSetting(Section::Settings, "LocalRun", "OK");
+  }
+  window_.chart.Mode = ChartMode::Browsing;
+  view_.cmdStart = true;
+  view_.StartCaption = "&Start Chart";
+  view_.StartMenuCaption = "Start New Chart";
+  view_.ModeMenus = true;
+  view_.LoadCommands = true;
+  view_.ScheduleCommand = true;
+  if (run_.ScheduleRunning) run_.CancelSchedule = true;
+}
+
+}  // namespace tarvolt

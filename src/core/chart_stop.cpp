@@ -1,0 +1,117 @@
+#include <algorithm>
+#include <stdexcept>
+
+#include "core/average_rate.h"
+#include "core/chart_run.h"
+#include "files/saving.h"
+#include "text/number.h"
+
+namespace tarvolt {
+
+void ChartRun::StopChart() {
+  if (!run_.ChartRunning) return;
+  StopTimers();
+  CloseSources();
+  TestDcount();
+  MarkDataForSaving();
+  LogRate();
+  ShowEnded();
+  EnableCommands();
+  AskToKeepOffsets();
+  SaveAtStop();
+  view_.StatusText += "   Samples: " + NumberText(std::int64_t{run_.TotalSamples});
+  window_.chart.Mode = ChartMode::Browsing;
+}
+
+void ChartRun::StopTimers() {
+  run_.ChartRunning = false;
+  run_.chartState = ChartState::Idle;
+  recorder_.LoTime1->SetEnabled(false);
+  run_.TickBusy = false;
+  recorder_.TimerKeepAlive->SetInterval(kKeepAliveIdle);
+  ++window_.chart.RepaintRequests;
+  run_.ChartStopped = true;
+  run_.AbortFlag = true;
+  view_.cmdStart = false;
+}
+
+void ChartRun::CloseSources() {
+  if (recorder_.sources.UDSInUse) recorder_.uds.Close();
+}
+
+// Dcount may run ahead of what the store accepted. Ends with the index of the newest sample that has a time.
+void ChartRun::TestDcount() {
+  run_.Dcount = std::min(run_.Dcount, window_.chart.Count()) - 1;
+  while (run_.Dcount > 0) {
+    try {
+      window_.chart.GetTime(run_.Dcount);
+      break;
+    } catch (const std::out_of_range&) {
+      --run_.Dcount;
+    }
+  }
+  run_.Dcount = std::max(run_.Dcount, 0);
+}
+
+void ChartRun::MarkDataForSaving() {
+  if (run_.Dcount <= 0) return;
+  if (!session_.settings.MiniServer || session_.settings.DiskBackUp) run_.DataNeedsSave = true;
+  run_.ChartIsUT = session_.settings.LogUsingUT;
+}
+
+void ChartRun::LogRate() {
+  view_.ModeMenus = true;
+  if (run_.Dcount <= 0) return;
+  const AverageRate rate = CalcAvgRate(window_.chart, run_.TotalSamples, run_.ChartIsLMST);
+  run_.StartStamp = run_.ChartIsLMST ? run_.time.startLMST : run_.time.firstStamp;
+  run_.EndStamp = run_.CurrentStamp;
+  session_.Add2SLog(" Chart Stopped (Avg Rate " + FormatNumber(rate.secondsPerSample, "###.##") + ")");
+}
+
+void ChartRun::ShowEnded() {
+  view_.StatusText = "Ended:  " + recorder_.LocalTimeText();
+  view_.StartCaption = "&Start Chart";
+  view_.StartMenuCaption = "Start New Chart";
+}
+
+void ChartRun::EnableCommands() {
+  const bool hasData = run_.Dcount > 0;
+  view_.SaveCommands = hasData;
+  view_.ToolCommands = hasData;
+  view_.OffsetCommand = false;
+  view_.ScheduleCommand = true;
+  view_.LoadCommands = true;
+  view_.InfoCommands = true;
+  view_.cmdStart = true;
+  window_.chart.AutoScale = session_.settings.AutoScale;
+}
+
+void ChartRun::AskToKeepOffsets() {
+  const Settings& settings = session_.settings;
+  if (!settings.UseOffsets || !run_.OffsetsChanged || !settings.ShowMsgBox) return;
+  const Question question{"Offsets Changed",
+                          "Channel offsets were changed.\nDo you want to keep these new offsets as defaults?",
+                          Buttons::YesNo, Answer::No};
+  if (session_.host.dialogs.Ask(question) != Answer::Yes) return;
+  session_.settings.DefaultChannelOffset = run_.ChannelOffset;
+  SaveRegistrySettings(session_.store, session_.overrides, session_.home.string(), session_.settings);
+}
+
+// The run marker is taken back only here, when the samples stand in their file or nobody wants them: a program that
+// dies before that finds them in the backup.
+void ChartRun::SaveAtStop() {
+  if (run_.Dcount > 0) {
+    recorder_.saveFailed = CheckForSave(session_, window_, !run_.ScheduleRunning) == SaveOutcome::Failed;
+    return;
+  }
+  session_.store.SaveSetting(Section::Settings, "LocalRun", "OK");
+}
+
+void ChartRun::RetrySaves() {
+  recorder_.pending.Retry();
+  if (recorder_.saveFailed && !run_.ChartRunning && !starting_) {
+    recorder_.saveFailed = CheckForSave(session_, window_, false) == SaveOutcome::Failed;
+  }
+}
+
+}  // namespace tarvolt

@@ -1,0 +1,90 @@
+#include "core/chart_run.h"
+#include "files/naming.h"
+#include "files/saving.h"
+
+namespace tarvolt {
+
+void ChartRun::MaxedOut(MaxedOutMode mode) {
+  run_.MaxingOut = true;
+  const bool timerWasOn = HoldTimer();
+  if (window_.chart.Count() > 0) run_.EndStamp = window_.chart.GetTime(window_.LastSampleIndex());
+  const std::filesystem::path name = NameDataFile(session_, window_, NameKind::Data, true);
+  if (name == kBadFile) {
+    session_.Add2SLog(" Could Not Save File..No Data. ");
+    StopLogging();
+    return;
+  }
+  SaveOutcome outcome = SaveOutcome::NotWanted;
+  if (TurnoverSaves(mode) && SaveIfAtTurnover(session_.settings, window_.chart)) {
+    outcome = SaveDataFile(session_, window_, name);
+  }
+  if (!GoesOn(mode)) {
+    StopLogging();
+    return;
+  }
+  if (outcome == SaveOutcome::Failed && !recorder_.pending.SetAside(window_, name)) {
+    session_.Add2SLog("Too many logs wait for room on the disk.");
+    StopLogging();
+    return;
+  }
+  StartNextLog(timerWasOn);
+}
+
+bool ChartRun::HoldTimer() {
+  const bool wasOn = recorder_.LoTime1->Enabled();
+  if (session_.settings.TimerType != 1) recorder_.LoTime1->SetEnabled(false);
+  return wasOn;
+}
+
+bool ChartRun::TurnoverSaves(MaxedOutMode mode) const {
+  const Settings& settings = session_.settings;
+  const bool autosave = window_.Mode == SessionMode::Client ? settings.AutoSaveClient : settings.AutoSaveStandAlone;
+  const bool restartDue = mode == MaxedOutMode::PlannedRestart && settings.UseRestartTime;
+  return autosave && (restartDue || settings.Continuous);
+}
+
+bool ChartRun::GoesOn(MaxedOutMode mode) const {
+  if (mode == MaxedOutMode::LimitReached) return session_.settings.Continuous;
+  return session_.settings.UseRestartTime && !run_.TimeRefZero;
+}
+
+// MaxingOut stays set on this path; the next start is not hindered by it.
+void ChartRun::StopLogging() {
+  StopChart();
+  view_.Title += "  Logging Stopped.";
+}
+
+void ChartRun::StartNextLog(bool timerWasOn) {
+  view_.Title = " New Data Log Started at " + recorder_.LocalTimeText();
+  window_.chart.ClearData();
+  window_.header.start = 0;
+  window_.header.end = 0;
+  run_.Dcount = 0;
+  run_.TotalSamples = 0;
+  window_.chart.XAxisMin = run_.CurrentStamp;
+  window_.chart.XAxisMax = run_.CurrentStamp + session_.settings.ChartWidth / 86400;
+  RestartChart();
+  recorder_.backup.InitLocalBU();
+  if (session_.settings.TimerType == 0) {
+    const bool pushed = recorder_.sources.UDSInUse && session_.settings.UDSpush;
+    recorder_.LoTime1->SetEnabled(pushed ? timerWasOn : true);
+  }
+  run_.MaxingOut = false;
+}
+
+// The beginning of a further log of the same run.
+void ChartRun::RestartChart() {
+  run_.DataNeedsSave = false;
+  run_.LastDcount = 0;
+  LogChartStarted();
+  SetTimeOrigin(false);
+  PlanNextRestart();
+  if (session_.settings.MetaDataActive) {
+    BuildMetadata();
+    AddTimingMetadata();
+  }
+  run_.ChartRunning = true;
+  run_.ChartStopped = false;
+}
+
+}  // namespace tarvolt

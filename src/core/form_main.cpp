@@ -1,0 +1,134 @@
+#include "core/form_main.h"
+
+#include "config/profile.h"
+#include "files/load.h"
+#include "text/ansi.h"
+
+namespace tarvolt {
+
+Recorder::Recorder(Session& sharedSession, RunControl& runControl, UdsClient::SetEnded onSet)
+    : session(sharedSession),
+      control(runControl),
+      backup(sharedSession, window),
+      pending(sharedSession),
+      uds(sharedSession, window, runControl, std::move(onSet)) {}
+
+FormMain::FormMain(Session& session)
+    : session_(session),
+      recorder_(session, *this, [this](std::optional<TimeStamp> time) { pipeline_.GetAllData(time); }),
+      chartRun_(recorder_),
+      pipeline_(recorder_),
+      keepAlive_(recorder_, chartRun_) {
+  EventLoop& loop = session_.host.loop;
+  recorder_.LoTime1 = loop.MakeTimer([this] { pipeline_.TimerTick(); });
+  recorder_.TimerKeepAlive = loop.MakeTimer([this] { keepAlive_.Fire(); });
+  recorder_.TimerKeepAlive->SetInterval(kKeepAliveIdle);
+  recorder_.TimerKeepAlive->SetEnabled(true);
+}
+
+FormMain::~FormMain() = default;
+
+void FormMain::StartChart(const std::string& profile) {
+  if (recorder_.window.Mode == SessionMode::Client) {
+    session_.Add2SLog("A chart cannot be started in Client Mode.");
+    session_.Tell("Tarvolt", "A chart cannot be started in Client Mode.");
+    return;
+  }
+  chartRun_.StartChart(profile);
+  NameSessionLog();
+}
+
+void FormMain::StopChart() {
+  chartRun_.StopChart();
+}
+
+void FormMain::MaxedOut(MaxedOutMode mode) {
+  chartRun_.MaxedOut(mode);
+}
+
+void FormMain::Escape() {
+  recorder_.window.run.AbortFlag = true;
+  recorder_.window.run.CancelSchedule = true;
+}
+
+void FormMain::RequestEnd() {
+  endRequested_ = true;
+  Escape();
+  StopChart();
+}
+
+void FormMain::EnterMode(SessionMode mode) {
+  struct ModeWords {
+    SessionMode mode;
+    const char* entry;
+    const char* title;
+  };
+  static constexpr ModeWords kWords[] = {{SessionMode::StandAlone, " Enter Stand Alone Mode ", "  Stand Alone "},
+                                         {SessionMode::Server, " Enter Server Mode ", "  Server Mode "},
+                                         {SessionMode::Client, " Enter Client Mode ", "  Client Chart "}};
+  if (!recorder_.window.view.ModeMenus) return;
+  for (const ModeWords& words : kWords) {
+    if (words.mode != mode) continue;
+    recorder_.window.Mode = mode;
+    recorder_.window.view.Title = words.title;
+    session_.Add2SLog(words.entry);
+  }
+}
+
+void FormMain::ProcessCmd(std::string_view text) {
+  if (text.empty()) return;
+  if (IsDataFileName(text)) {
+    LoadData(session_, recorder_.window, std::string(text));
+    return;
+  }
+  std::string rest(text);
+  SlashCommand command;
+  while (ParseCmd(rest, command)) {
+    if (!RunCommand(command)) {
+      commandLineUnderstood_ = false;
+      return;
+    }
+  }
+}
+
+// False for a word that ends the processing.
+bool FormMain::RunCommand(const SlashCommand& command) {
+  const std::string& word = command.word;
+  if (word == "C") {
+    EnterMode(SessionMode::Client);
+  } else if (word == "S") {
+    EnterMode(SessionMode::Server);
+  } else if (word == "SC") {
+    StartChart("");
+  } else if (word == "ILS") {
+    session_.overrides.emplace_back("ILS", command.argument);
+    ApplySetting(session_.settings, "ILS", command.argument);
+  } else if (word == "NM") {
+    session_.overrides.emplace_back("ShowMsgBox", "False");
+    session_.settings.ShowMsgBox = false;
+  } else if (word == "L") {
+    LoadData(session_, recorder_.window, command.argument);
+  } else if (word == "PF") {
+    LoadProfile(command.argument);
+  } else {
+    const std::string refusal = "Unrecognized Command Line Parameter " + word;
+    session_.Add2SLog(refusal);
+    session_.Tell("Tarvolt", refusal);
+    return false;
+  }
+  return true;
+}
+
+void FormMain::LoadProfile(const std::string& path) {
+  std::string problem;
+  if (LoadProfileFile(session_.host.files, path, session_.overrides, session_.home.string(), session_.settings,
+                      problem)) {
+    AddProfileFile(session_.recent, path);
+    session_.Add2SLog("Loaded Profile " + std::filesystem::path(path).filename().string());
+    return;
+  }
+  session_.Add2SLog(problem);
+  session_.Tell("Tarvolt", problem);
+}
+
+}  // namespace tarvolt

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "core/chart_run.h"
+#include "core/command_line.h"
+#include "core/keep_alive.h"
+#include "core/recorder.h"
+#include "core/sample_pipeline.h"
+
+namespace tarvolt {
+
+/// One recording window put together: its state, its run and its timers, and what a program's start and end do with
+/// them.
+class FormMain final : public RunControl {
+ public:
+  explicit FormMain(Session& session);
+  ~FormMain() override;
+
+  /// Everything between the making of the window and its readiness: settings, recovery, priority and the command line.
+  /// Never stops for a bad setting. May yield.
+  void Form_Load(const std::string& commandLine);
+
+  /// Stops a run, saves, and leaves the marks of a clean end. May yield.
+  void Form_Unload();
+
+  void StartChart(const std::string& profile) override;
+  void StopChart() override;
+  void MaxedOut(MaxedOutMode mode) override;
+  void ProcessCmd(std::string_view text) override;
+
+  /// Escape: ends every wait.
+  void Escape();
+
+  /// Asks the program to end: ends every wait and the run. The caller then leaves its loop and calls Form_Unload.
+  void RequestEnd();
+  bool EndRequested() const { return endRequested_; }
+
+  /// Puts the window into a mode. Refused during a run.
+  void EnterMode(SessionMode mode);
+
+  const ChartWindow& Window() const { return recorder_.window; }
+
+  /// False when words of the command line were not understood.
+  bool CommandLineUnderstood() const { return commandLineUnderstood_; }
+
+ private:
+  // Steps of the loading (start_up.cpp).
+  void StoreProgramIdentity();
+  void SettleFirstUse();
+  void LoadSettings();
+  void CheckZone();
+  void ApplyPriority();
+  void CheckIdentity();
+  void ReadNotes();
+  void NameSessionLog();
+  void AlertAboutBackups();
+  void WriteLoadError(const std::string& text);
+
+  bool RunCommand(const SlashCommand& command);
+  void LoadProfile(const std::string& path);
+
+  Session& session_;
+  Recorder recorder_;
+  ChartRun chartRun_;
+  SamplePipeline pipeline_;
+  KeepAlive keepAlive_;
+  bool endRequested_ = false;
+  bool commandLineUnderstood_ = true;
+};
+
+}  // namespace tarvolt

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <memory>
+
+#include "files/backup.h"
+#include "files/pending_saves.h"
+#include "model/chart_window.h"
+#include "model/run_control.h"
+#include "model/session.h"
+#include "platform/event_loop.h"
+#include "sources/source_table.h"
+#include "sources/uds_client.h"
+
+namespace tarvolt {
+
+/// What one recording window works with: its state, its source, its files and its timers. The routines of core/ share
+/// it; FormMain owns it.
+struct Recorder {
+  Recorder(Session& sharedSession, RunControl& runControl, UdsClient::SetEnded onSet);
+
+  Session& session;
+  RunControl& control;
+  ChartWindow window;
+  SourcesInUse sources;
+  LocalBackup backup;
+  PendingSaves pending;
+  UdsClient uds;
+  bool saveFailed = false;         ///< the disk refused the last save: its samples wait in the store and in the backup
+  std::unique_ptr<Timer> LoTime1;  ///< paces the samples with TimerType 0
+  std::unique_ptr<Timer> TimerKeepAlive;  ///< rate display and watchdogs
+
+  /// Log time now.
+  TimeStamp CalcTime() { return tarvolt::CalcTime(session.host.clock, window.run.time); }
+
+  /// The machine's local time now, as "hh:nn:ss".
+  std::string LocalTimeText() { return FormatDate(NowPrecise(session.host.clock), "hh:nn:ss"); }
+};
+
+/// Interval of TimerKeepAlive during a run and at rest, in milliseconds.
+inline constexpr int kKeepAliveRunning = 1000;
+inline constexpr int kKeepAliveIdle = 20000;
+
+}  // namespace tarvolt

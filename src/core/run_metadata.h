@@ -1,0 +1,14 @@
+#pragma once
+
+#include "model/chart_window.h"
+#include "model/session.h"
+
+namespace tarvolt {
+
+/// Clears the metadata of the window and adds the rows that describe the run about to start.
+void BuildRunMetadata(const Session& session, ChartWindow& window);
+
+/// Adds the rows about the pacing of the run and about its data source.
+void AddTimingMetadata(const Session& session, bool udsInUse, ChartWindow& window);
+
+}  // namespace tarvolt

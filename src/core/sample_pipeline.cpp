@@ -1,0 +1,167 @@
+#include "core/sample_pipeline.h"
+
+#include <algorithm>
+
+#include "text/number.h"
+
+namespace tarvolt {
+
+namespace {
+
+constexpr double kMillisecond = 1.0 / 86400000;
+
+}  // namespace
+
+SamplePipeline::SamplePipeline(Recorder& recorder)
+    : recorder_(recorder), session_(recorder.session), window_(recorder.window), run_(recorder.window.run) {}
+
+void SamplePipeline::TimerTick() {
+  if (run_.chartState == ChartState::Idle) return;
+  recorder_.LoTime1->SetEnabled(false);
+  if (run_.chartState == ChartState::Armed) TakeFirstTick();
+  GetAllData(std::nullopt);
+  if (!run_.ChartStopped && run_.ChartRunning) recorder_.LoTime1->SetEnabled(true);
+}
+
+void SamplePipeline::TakeFirstTick() {
+  if (session_.settings.StartOnSecondBoundary) WaitForSecondBoundary(session_.host.clock);
+  run_.chartState = ChartState::Running;
+}
+
+void SamplePipeline::GetAllData(std::optional<TimeStamp> sourceTime) {
+  if (!ReadChannels()) return;
+  if (!SampleIsComplete()) return;
+  AverageChannels();
+  if (StampSample(sourceTime)) {
+    KeepMiniChartSmall();
+    StoreSample();
+    RepaintWhenDue();
+    FinalizeDataInput();
+  }
+  run_.TickBusy = false;
+}
+
+// Reads each channel once. False when the run ended meanwhile.
+bool SamplePipeline::ReadChannels() {
+  run_.chartState = ChartState::Running;
+  bool udsAsked = session_.settings.UDSpush;
+  for (int channel = 0; channel < std::min(run_.ChannelCount, kChannels); ++channel) {
+    const DataSourceId source = session_.settings.Dsrc[channel];
+    if (source == 0) break;
+    if (IsUds(source) && !udsAsked) {
+      if (!PollUds()) return false;
+      udsAsked = true;
+    }
+  }
+  return true;
+}
+
+// One request a tick serves all channels of the data source; its values arrive in the sums.
+bool SamplePipeline::PollUds() {
+  run_.TickBusy = true;
+  const UdsClient::PollResult result = recorder_.uds.Poll();
+  if (result == UdsClient::PollResult::Answered && run_.ChartRunning) return true;
+  run_.TickBusy = false;
+  if (run_.ChartRunning) {
+    session_.Tell("Tarvolt", "Connection Lost with UDS");
+    session_.Add2SLog("Lost UDS Connection Stopping Chart.");
+    recorder_.control.StopChart();
+  }
+  return false;
+}
+
+bool SamplePipeline::SampleIsComplete() {
+  ++run_.AvgCount;
+  if (run_.AvgCount >= std::max(run_.EffectiveAvg, session_.settings.vAvg)) return true;
+  run_.TickBusy = false;
+  return false;
+}
+
+void SamplePipeline::AverageChannels() {
+  const double reads = std::max(run_.EffectiveAvg, session_.settings.vAvg);
+  for (int channel = 0; channel < std::min(run_.ChannelCount, kChannels); ++channel) {
+    run_.ChannelValue[channel] = run_.ChannelSum[channel] / reads;
+    run_.ChannelSum[channel] = 0;
+  }
+  run_.AvgCount = 0;
+}
+
+// False when the sample is dropped: the clock stood still or stepped back.
+bool SamplePipeline::StampSample(std::optional<TimeStamp> sourceTime) {
+  const TimeStamp now = sourceTime ? *sourceTime : recorder_.CalcTime();
+  const TimeStamp first = run_.time.firstStamp;
+  const TimeStamp stamp = run_.TimeRefZero ? now - first + WholeDay(first) : now;
+  if (run_.LastStamp > 0 && !(stamp > run_.LastStamp)) {
+    if (!HandleClockStep(stamp)) return false;
+  } else {
+    run_.CurrentStamp = stamp;
+    run_.EndStamp = now;
+    run_.StepBack = 0;
+  }
+  run_.LastStamp = run_.CurrentStamp;
+  return true;
+}
+
+// A file without stamps must not miss a sample; any other waits until the clock has caught up.
+bool SamplePipeline::HandleClockStep(TimeStamp stamp) {
+  if (run_.StepBack == 0) run_.StepBack = run_.LastStamp - stamp;
+  if (!session_.settings.DiskBackUp || !session_.settings.NoTimeStamps) return false;
+  run_.CurrentStamp = run_.LastStamp + kMillisecond;
+  return true;
+}
+
+// With MiniServer the samples are kept in the backup alone: a full chart width is cleared away.
+void SamplePipeline::KeepMiniChartSmall() {
+  if (!session_.settings.MiniServer || run_.CurrentStamp < window_.chart.XAxisMax) return;
+  if (session_.settings.DiskBackUp && !recorder_.backup.IsComplete()) return;
+  window_.chart.ClearData();
+  recorder_.backup.StoreWasCleared();
+  window_.chart.XAxisMin = run_.CurrentStamp;
+  window_.chart.XAxisMax = run_.CurrentStamp + session_.settings.ChartWidth / 86400;
+}
+
+void SamplePipeline::StoreSample() {
+  const std::int32_t index = window_.chart.AddTime(run_.CurrentStamp);
+  for (int channel = 0; channel < std::min(run_.ChannelCount, kChannels); ++channel) {
+    window_.chart.SetValue(channel, index, run_.ChannelValue[channel] + run_.ChannelOffset[channel]);
+  }
+}
+
+void SamplePipeline::RepaintWhenDue() {
+  if (++run_.UpdateCount < session_.settings.ChartUpdateRate) return;
+  ++window_.chart.RepaintRequests;
+  run_.UpdateCount = 0;
+}
+
+void SamplePipeline::FinalizeDataInput() {
+  ShowChannelValue();
+  ResetExtremes();
+  if (session_.settings.DiskBackUp) recorder_.backup.LocalBackUp();
+  ++run_.Dcount;
+  ++run_.TotalSamples;
+  CheckLimits();
+}
+
+void SamplePipeline::ShowChannelValue() {
+  const int shown = run_.ShownChannel;
+  if (shown < 1 || shown > std::min(run_.ChannelCount, kChannels)) return;
+  window_.view.ValueLabel = "  CH" + NumberText(std::int64_t{shown}) + " " + NumberText(run_.ChannelValue[shown - 1]);
+}
+
+void SamplePipeline::ResetExtremes() {
+  run_.ChannelMin.fill(kNoMinimum);
+  run_.ChannelMax.fill(kNoMaximum);
+}
+
+void SamplePipeline::CheckLimits() {
+  const Settings& settings = session_.settings;
+  if (run_.Dcount >= settings.MaxArrayCount) {
+    recorder_.control.MaxedOut(MaxedOutMode::LimitReached);
+  } else if (!settings.UseRestartTime && run_.CurrentStamp >= run_.ChartEndTime) {
+    recorder_.control.MaxedOut(MaxedOutMode::LimitReached);
+  } else if (settings.UseRestartTime && run_.CurrentStamp >= run_.NextRestart) {
+    recorder_.control.MaxedOut(MaxedOutMode::PlannedRestart);
+  }
+}
+
+}  // namespace tarvolt

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <optional>
+
+#include "core/recorder.h"
+
+namespace tarvolt {
+
+/// The road of one sample: from a read of the sources to the store, the backup and the limits of the log.
+class SamplePipeline {
+ public:
+  explicit SamplePipeline(Recorder& recorder);
+
+  /// The tick of LoTime1. The timer is off during the tick, so ticks never queue: the period is the interval plus the
+  /// length of the tick. The first one waits for the second boundary when that is asked. Yields while a polled source
+  /// answers.
+  void TimerTick();
+
+  /// One tick: reads every channel once; every N-th tick finishes a sample. `sourceTime` is the source's own stamp.
+  /// Yields while a polled source answers.
+  void GetAllData(std::optional<TimeStamp> sourceTime);
+
+ private:
+  void TakeFirstTick();
+  bool ReadChannels();
+  bool PollUds();
+  bool SampleIsComplete();
+  void AverageChannels();
+  bool StampSample(std::optional<TimeStamp> sourceTime);
+  bool HandleClockStep(TimeStamp stamp);
+  void KeepMiniChartSmall();
+  void StoreSample();
+  void RepaintWhenDue();
+  void FinalizeDataInput();
+  void ShowChannelValue();
+  void ResetExtremes();
+  void CheckLimits();
+
+  Recorder& recorder_;
+  Session& session_;
+  ChartWindow& window_;
+  RunState& run_;
+};
+
+}  // namespace tarvolt

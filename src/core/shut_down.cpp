@@ -1,0 +1,22 @@
+#include "core/form_main.h"
+
+namespace tarvolt {
+
+void FormMain::Form_Unload() {
+  StopChart();
+  session_.store.SaveSetting(Section::Settings, "ShutDown", "OK");
+  chartRun_.RetrySaves();
+  if (!recorder_.pending.Empty() || recorder_.saveFailed) {
+    session_.Add2SLog("Samples that the disk refused stay in the backup in " + session_.DataFolder().string());
+    session_.store.SaveSetting(Section::Settings, "ShutDown", "Running");
+  }
+  recorder_.LoTime1->SetEnabled(false);
+  recorder_.TimerKeepAlive->SetEnabled(false);
+  if (!recorder_.saveFailed) chartRun_.AskToSave();
+  recorder_.window.run.AbortFlag = true;
+  recorder_.window.chart.ClearData();
+  SaveRecentFiles(session_.store, session_.recent);
+  SaveProfileFiles(session_.store, session_.recent);
+}
+
+}  // namespace tarvolt

@@ -1,0 +1,136 @@
+#include <cmath>
+
+#include "config/profile.h"
+#include "core/form_main.h"
+#include "core/priority.h"
+#include "core/version.h"
+#include "files/naming.h"
+#include "files/recovery.h"
+#include "text/number.h"
+#include "timebase/time_base.h"
+
+namespace tarvolt {
+
+namespace {
+
+/// The observer's notes are read up to this many bytes.
+constexpr std::size_t kNotesLimit = 1 << 20;
+
+}  // namespace
+
+void FormMain::Form_Load(const std::string& commandLine) {
+  try {
+    session_.store.Load();
+    StoreProgramIdentity();
+    SettleFirstUse();
+    LoadSettings();
+    CheckZone();
+    ApplyPriority();
+    NameSessionLog();
+    CheckIdentity();
+    ReadNotes();
+    AlertAboutBackups();
+    GetRecentFiles(session_.store, session_.recent);
+    GetProfileFiles(session_.store, session_.recent);
+  } catch (const std::exception& error) {
+    WriteLoadError(error.what());
+  }
+  ProcessCmd(commandLine);
+}
+
+void FormMain::StoreProgramIdentity() {
+  session_.store.BeginBatch();
+  session_.store.SaveSetting(Section::Settings, "Version", kProgramVersion);
+  session_.store.SaveSetting(Section::Settings, "TarvoltPath", session_.home.string());
+  session_.store.EndBatch();
+}
+
+// A station without a person starts with what it finds: an earlier set-up in default.tvp, else the defaults.
+void FormMain::SettleFirstUse() {
+  if (session_.store.GetSetting(Section::Settings, "FirstUse") != "True") return;
+  const std::string home = session_.home.string();
+  Settings settings;
+  LoadRegistrySettings(session_.store, {}, home, settings);
+  const std::filesystem::path profile = session_.home / "default.tvp";
+  std::string problem;
+  if (session_.host.files.FileExists(profile) &&
+      !LoadProfileFile(session_.host.files, profile, {}, home, settings, problem)) {
+    session_.Add2SLog(problem);
+  }
+  std::error_code error;
+  const std::filesystem::path data = session_.home / "Data";
+  if (settings.DataDirectory.empty()) {
+    session_.host.files.MakeFolders(data, error);
+    settings.DataDirectory = data.string();
+  }
+  session_.store.BeginBatch();
+  SaveRegistrySettings(session_.store, {}, home, settings);
+  session_.store.SaveSetting(Section::Settings, "FirstUse", "False");
+  session_.store.EndBatch();
+  session_.Add2SLog("First use of this station: its home is " + home);
+}
+
+void FormMain::LoadSettings() {
+  LoadRegistrySettings(session_.store, session_.overrides, session_.home.string(), session_.settings);
+}
+
+void FormMain::CheckZone() {
+  Settings& settings = session_.settings;
+  const double zone = DetectTimeZoneHours(session_.host.clock);
+  if (settings.DetectTZ && zone != settings.TZ) {
+    session_.Add2SLog("Your Timezone has Changed.");
+    session_.Tell("Tarvolt", "Your Timezone has Changed.");
+    settings.TZ = zone;
+    session_.store.SaveSetting(Section::Settings, "TZ", NumberText(zone));
+  }
+  chartRun_.TakeTimeBase();
+}
+
+// A program starts at normal priority, or at what its user gave it: only another class needs setting.
+void FormMain::ApplyPriority() {
+  const std::string stored = session_.store.GetSetting(Section::Settings, "Priority");
+  const std::optional<PriorityClass> priority = PriorityFromNumber(ValLong(stored));
+  if (!priority) {
+    session_.Add2SLog("The setting Priority names no class: " + stored);
+  } else if (*priority != PriorityClass::Normal) {
+    SetPriority(session_, *priority);
+  }
+}
+
+void FormMain::CheckIdentity() {
+  const Settings& settings = session_.settings;
+  recorder_.window.view.Title = settings.LocalName;
+  if (settings.LocalName != "unknown" && settings.Author != "unknown" && settings.QTH != "unknown") return;
+  session_.Add2SLog("Identity Not Completely Specified: Please update settings under Options / Identity");
+}
+
+void FormMain::ReadNotes() {
+  std::error_code error;
+  const std::unique_ptr<File> file = session_.host.files.Open(session_.settings.NotesFileName, OpenMode::Read, error);
+  if (!file) return;
+  std::string notes(kNotesLimit, '\0');
+  notes.resize(file->Read(notes.data(), notes.size(), error));
+  session_.notes = notes;
+}
+
+// The name holds the moment of the start, so it is taken once; a data folder that is not there yet is left for the
+// start of a chart to tell about.
+void FormMain::NameSessionLog() {
+  if (session_.log.HasFileName() || !session_.host.files.FolderExists(session_.DataFolder())) return;
+  session_.log.SetFileName(NameDataFile(session_, recorder_.window, NameKind::Log, true));
+}
+
+void FormMain::AlertAboutBackups() {
+  if (session_.store.GetSetting(Section::Settings, "ShutDown") != "OK") RecoverBackups(session_);
+  session_.store.SaveSetting(Section::Settings, "ShutDown", "Running");
+}
+
+void FormMain::WriteLoadError(const std::string& text) {
+  const std::string line = FormatDate(NowPrecise(session_.host.clock), "YYYY/MM/DD hh:nn:ss ") + text + "\r\n";
+  session_.Add2SLog("Error while loading: " + text);
+  std::error_code error;
+  const std::unique_ptr<File> file = session_.host.files.Open(session_.home / "LoadErr.txt", OpenMode::Append, error);
+  if (file) file->Write(line, error);
+}
+
+}  // namespace tarvolt

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace tarvolt {
+
+/// Major, minor and revision of the program, as settings and people see it.
+inline constexpr const char* kProgramVersion = "1.0.0";
+
+}  // namespace tarvolt

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace tarvolt {
+
+/// One column of doubles in blocks of kBlock, so that growing never moves a value. Indices are not checked.
+class BlockColumn {
+ public:
+  static constexpr std::int32_t kBlockBits = 14;
+  static constexpr std::int32_t kBlock = 1 << kBlockBits;
+
+  BlockColumn() = default;
+  BlockColumn(BlockColumn&& other) noexcept
+      : blocks_(std::move(other.blocks_)), count_(std::exchange(other.count_, 0)) {}
+  BlockColumn& operator=(BlockColumn&& other) noexcept {
+    blocks_ = std::move(other.blocks_);
+    count_ = std::exchange(other.count_, 0);
+    return *this;
+  }
+
+  /// Takes the memory for the next Append, which then cannot fail. Throws std::bad_alloc.
+  void MakeRoom() {
+    if (static_cast<std::size_t>(count_ >> kBlockBits) == blocks_.size()) {
+      blocks_.push_back(std::make_unique<double[]>(kBlock));
+    }
+  }
+  void Append(double value) {
+    MakeRoom();
+    Set(count_++, value);
+  }
+  double operator[](std::int32_t index) const { return blocks_[index >> kBlockBits][index & (kBlock - 1)]; }
+  void Set(std::int32_t index, double value) { blocks_[index >> kBlockBits][index & (kBlock - 1)] = value; }
+  std::int32_t Count() const { return count_; }
+
+ private:
+  std::vector<std::unique_ptr<double[]>> blocks_;
+  std::int32_t count_ = 0;
+};
+
+}  // namespace tarvolt

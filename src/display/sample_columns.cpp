@@ -1,0 +1,37 @@
+#include "display/sample_columns.h"
+
+#include <cmath>
+#include <limits>
+
+namespace tarvolt {
+
+void SampleColumns::Append(TimeStamp stamp) {
+  // All memory is taken before anything is stored, so that a failure leaves the columns of one length.
+  times_.MakeRoom();
+  for (auto& column : values_) column.MakeRoom();
+  for (auto& pyramid : pyramids_) pyramid.Cover(Count());
+
+  times_.Append(stamp);
+  for (auto& column : values_) column.Append(kUnwritten);
+}
+
+void SampleColumns::SetValue(int channel, std::int32_t index, double value) {
+  BlockColumn& column = values_[channel];
+  const bool heldNumber = !std::isnan(column[index]);
+  column.Set(index, IsUnwritten(value) ? std::numeric_limits<double>::quiet_NaN() : value);
+  if (heldNumber) {
+    pyramids_[channel].Recount(column, index);
+  } else {
+    pyramids_[channel].Add(index, value);
+  }
+}
+
+MinMax SampleColumns::Range(int channel, std::int32_t first, std::int32_t last) const {
+  return pyramids_[channel].Range(values_[channel], first, last);
+}
+
+MinMax SampleColumns::Extremes(int channel) const {
+  return pyramids_[channel].Whole();
+}
+
+}  // namespace tarvolt

@@ -1,0 +1,168 @@
+#include "files/backup.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "files/backup_source.h"
+#include "files/data_file_writer.h"
+#include "files/header_codec.h"
+#include "files/header_info.h"
+#include "text/number.h"
+#include "timebase/time_base.h"
+
+namespace tarvolt {
+namespace {
+
+constexpr const char* kBackupName = "localdatabackup.tvd";
+constexpr std::size_t kCatchUpBytes = 256u << 10;
+
+}  // namespace
+
+LocalBackup::LocalBackup(Session& session, ChartWindow& window) : session_(session), window_(window) {}
+
+void LocalBackup::InitLocalBU() {
+  SaveState& save = window_.save;
+  save.BackupActive = session_.settings.DiskBackUp;
+  if (!save.BackupActive) return;
+
+  save.LocalBackupFile = session_.DataFolder() / kBackupName;
+  notes_ = window_.notes + save.PendingNotes;
+  GetHeader(session_, window_, notes_.size());
+  const RunState& run = window_.run;
+  window_.header.start = run.ChartIsLMST ? run.time.startLMST : NowPrecise(session_.host.clock) + run.time.utOffset;
+  layout_ = LayoutOfSettings(session_.settings, window_.chart.ChannelCount());
+  window_.header.channels = static_cast<std::int16_t>(layout_.channels);
+  header_ = window_.header;
+  frontSize_ = kHeaderSize + notes_.size();
+  samplesInFile_ = 0;
+  nextIndex_ = 0;
+  storeHoldsAll_ = true;
+  failing_ = false;
+
+  // The marker goes first: from here on a crash must lead the next start to the file.
+  if (session_.store.GetSetting(Section::Settings, "LocalRun") != "Running") {
+    session_.store.SaveSetting(Section::Settings, "LocalRun", "Running");
+  }
+  std::error_code error;
+  WriteFront(error);
+  if (error) TellFailure(error);
+}
+
+void LocalBackup::WriteFront(std::error_code& error) {
+  const std::unique_ptr<File> file = session_.host.files.Open(window_.save.LocalBackupFile, OpenMode::Create, error);
+  if (!file) return;
+  const HeaderBytes bytes = EncodeHeader(header_);
+  file->Write(std::string_view(bytes.data(), bytes.size()), error);
+  if (!error && !notes_.empty()) file->Write(notes_, error);
+}
+
+void LocalBackup::LocalBackUp() {
+  if (!window_.save.BackupActive) return;
+  if (window_.chart.Count() < nextIndex_) StoreWasCleared();
+  std::error_code error;
+  Append(error);
+  if (error) {
+    TellFailure(error);
+  } else if (failing_) {
+    TellSuccess();
+  }
+}
+
+bool LocalBackup::IsComplete() const {
+  return window_.save.BackupActive && nextIndex_ == window_.chart.Count();
+}
+
+void LocalBackup::StoreWasCleared() {
+  if (samplesInFile_ > 0) storeHoldsAll_ = false;
+  nextIndex_ = 0;
+}
+
+std::uint64_t LocalBackup::ExpectedSize() const {
+  return frontSize_ + static_cast<std::uint64_t>(samplesInFile_) * layout_.BytesPerSample();
+}
+
+void LocalBackup::Append(std::error_code& error) {
+  // A file without stamps has its header rewritten, which a file open for appending does not allow.
+  const OpenMode mode = layout_.timeStamps ? OpenMode::Append : OpenMode::ReadWrite;
+  std::unique_ptr<File> file = session_.host.files.Open(window_.save.LocalBackupFile, mode, error);
+  if (!file) {
+    error.clear();
+    MakeAnew(error);
+    return;
+  }
+  const std::uint64_t size = file->Size(error);
+  if (!error && size < ExpectedSize() && (storeHoldsAll_ || size < frontSize_)) {
+    file.reset();
+    MakeAnew(error);
+    return;
+  }
+  if (!error && size != ExpectedSize()) Mend(*file, size, error);
+  if (!error) WritePending(*file, error);
+}
+
+void LocalBackup::WritePending(File& file, std::error_code& error) {
+  const std::int32_t count = window_.chart.Count();
+  if (!layout_.timeStamps && count > 0) {
+    header_.end = window_.chart.GetTime(count - 1);
+    const HeaderBytes bytes = EncodeHeader(header_);
+    file.Write(std::string_view(bytes.data(), bytes.size()), error);
+    if (!error) file.Seek(ExpectedSize(), error);
+  }
+  const std::size_t stride = layout_.BytesPerSample();
+  const auto perPiece = static_cast<std::int32_t>(kCatchUpBytes / stride);
+  while (!error && nextIndex_ < count) {
+    const std::int32_t piece = std::min(count - nextIndex_, perPiece);
+    buffer_.resize(piece * stride);
+    EncodeSamples(window_.chart.Samples(), layout_, nextIndex_, piece, buffer_.data());
+    file.Write(buffer_, error);
+    if (error) break;
+    nextIndex_ += piece;
+    samplesInFile_ += piece;
+  }
+  if (!error) return;
+  std::error_code ignored;  // what cannot be cut off now is cut off by the next call
+  file.Truncate(ExpectedSize(), ignored);
+}
+
+// The end of the file is not where it was left, and the store alone could not give the whole of it again: what stands
+// in front of that is kept.
+void LocalBackup::Mend(File& file, std::uint64_t size, std::error_code& error) {
+  if (size < ExpectedSize()) samplesInFile_ = WholeSamples(layout_, size - frontSize_);
+  file.Truncate(ExpectedSize(), error);
+}
+
+void LocalBackup::MakeAnew(std::error_code& error) {
+  FileSystem& files = session_.host.files;
+  files.MakeFolders(window_.save.LocalBackupFile.parent_path(), error);
+  if (error) return;
+  const std::int32_t last = window_.LastSampleIndex();
+  if (!layout_.timeStamps && last >= 0) header_.end = window_.chart.GetTime(last);
+  DataFilePlan plan;
+  plan.header = header_;
+  plan.notesBlock = notes_;
+  plan.layout = layout_;
+  plan.last = last;
+  error = WriteDataFile(files, plan, window_.chart.Samples(), window_.save.LocalBackupFile);
+  if (error) return;
+  const bool lostSome = !storeHoldsAll_;
+  samplesInFile_ = last + 1;
+  nextIndex_ = last + 1;
+  storeHoldsAll_ = true;
+  session_.Add2SLog(lostSome ? " Backup File Was Lost. A New One Holds What Memory Kept."
+                             : " Backup File Was Missing. It Has Been Made Anew.");
+}
+
+void LocalBackup::TellFailure(const std::error_code& error) {
+  if (failing_) return;
+  failing_ = true;
+  const std::string text = "Backup Failed: " + error.message() + ". The data stay in memory until it can be written.";
+  session_.Add2SLog(" " + text);
+  session_.Tell("Tarvolt", text);
+}
+
+void LocalBackup::TellSuccess() {
+  failing_ = false;
+  session_.Add2SLog(" Backup Works Again. All Data Are in It.");
+}
+
+}  // namespace tarvolt

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+
+#include "model/data_file_header.h"
+
+namespace tarvolt {
+
+/// Bytes of the record that starts a data file.
+inline constexpr std::size_t kHeaderSize = 156;
+
+using HeaderBytes = std::array<char, kHeaderSize>;
+
+/// The record as it stands in the file. Texts are cut or blank-padded to their width.
+HeaderBytes EncodeHeader(const DataFileHeader& header);
+
+/// The record from the first kHeaderSize bytes of `bytes`, which must hold that many. Nothing is tested: channels and
+/// notesLength are whatever the file says.
+DataFileHeader DecodeHeader(std::string_view bytes);
+
+}  // namespace tarvolt

@@ -1,0 +1,141 @@
+#include "files/naming.h"
+
+#include <algorithm>
+#include <optional>
+#include <system_error>
+
+#include "files/backup_source.h"
+#include "text/ansi.h"
+#include "timebase/time_base.h"
+
+namespace tarvolt {
+namespace {
+
+// Slots of CreatedFolders.
+constexpr std::size_t kBaseSlot = 0;
+constexpr std::size_t kMonthSlot = 1;
+constexpr std::size_t kDaySlot = 3;
+
+struct NameDate {
+  TimeStamp stamp = 0;
+  bool lmst = false;
+  bool ut = false;
+};
+
+// Before the first run the sidereal clock has no start to count from: such a name has the solar time.
+NameDate DateOfNow(const Session& session, const RunState& run) {
+  const bool lmst = run.time.logLMST && run.time.firstStamp > 0;
+  const TimeStamp now =
+      lmst ? CalcTime(session.host.clock, run.time) : CalcTimeNotSidereal(session.host.clock, run.time);
+  return {now, lmst, session.settings.LogUsingUT};
+}
+
+TimeStamp StampOfData(const Session& session, const ChartWindow& window, double offsetDays) {
+  const RunState& run = window.run;
+  if (window.save.ViewSaveActive) {
+    const TimeStamp stamp = window.chart.GetTime(window.save.FirstViewIndex);
+    const TimeStamp start = run.time.firstStamp;
+    return run.TimeRefZeroFile ? stamp + (start - WholeDay(start)) : stamp;
+  }
+  const bool zeroBased = run.TimeRefZeroFile && !window.save.LoadedFromFile;
+  if (zeroBased || RunLiesInBackup(session.settings, window)) return StartOfRun(run) + offsetDays;
+  return window.chart.Count() > 0 ? window.chart.GetTime(0) : StartOfRun(run);
+}
+
+// Nothing when the chart holds no usable data.
+std::optional<NameDate> DateOfData(Session& session, ChartWindow& window, double offsetDays) {
+  if (LastIndexOfRun(session, window) < 2) return std::nullopt;
+  if (window.save.ViewSaveActive) window.save.FirstViewIndex = FindXaxisMinIndex(window.chart);
+  return NameDate{StampOfData(session, window, offsetDays), window.run.ChartIsLMST, window.run.ChartIsUT};
+}
+
+std::string Ending(NameKind kind) {
+  switch (kind) {
+    case NameKind::Wav:
+      return ".wav";
+    case NameKind::Log:
+      return "SessionLog.txt";
+    case NameKind::Data:
+      return ".tvd";
+  }
+  return {};
+}
+
+// True when the folder was not there and has been made.
+bool MakeFolder(Session& session, const std::filesystem::path& folder) {
+  if (session.host.files.FolderExists(folder)) return false;
+  std::error_code error;
+  session.host.files.MakeFolders(folder, error);
+  if (!error) return true;
+  session.Add2SLog(" Could Not Make Folder " + folder.string() + ": " + error.message());
+  return false;
+}
+
+// The name cleaned for use as a folder; a saved header shows it in that form.
+std::string CleanLocalName(DataFileHeader& header) {
+  std::string clean = NameDir(header.localName);
+  if (clean.empty()) clean = "Unknown";
+  header.localName = PadTo(clean, 20);
+  return clean;
+}
+
+std::filesystem::path MakeFoldersFor(Session& session, ChartWindow& window, TimeStamp date) {
+  auto& created = window.save.CreatedFolders;
+  const std::filesystem::path base = session.DataFolder();
+  const std::filesystem::path localFolder = base / CleanLocalName(window.header);
+  // Made also when no option asks for it; what is noted is the base folder, which a cancelled save never removes
+  // (meant).
+  if (MakeFolder(session, localFolder)) created[kBaseSlot] = base;
+
+  std::filesystem::path folder = base;
+  if (session.settings.OrganizeByMonth) {
+    folder = localFolder / FormatDate(date, "yymm");
+    if (MakeFolder(session, folder)) created[kMonthSlot] = folder;
+  }
+  if (session.settings.OrganizeByDay) {
+    folder /= FormatDate(date, "yymmdd");
+    if (MakeFolder(session, folder)) created[kDaySlot] = folder;
+  }
+  return folder;
+}
+
+}  // namespace
+
+std::string NameDir(std::string_view text) {
+  constexpr std::string_view kAllowed = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz_";
+  std::string name(text);
+  for (char& c : name) {
+    if (kAllowed.find(c) == std::string_view::npos) c = '_';
+  }
+  if (name.size() <= 2) return name;
+  while (name.size() > 1 && name.back() == '_') name.pop_back();
+  return name;
+}
+
+std::int32_t FindXaxisMinIndex(const StripChart& chart) {
+  const std::int32_t count = chart.Count();
+  for (std::int32_t i = 0; i < count; ++i) {
+    if (chart.GetTime(i) >= chart.XAxisMin) return i;
+  }
+  return std::max(count - 1, 0);
+}
+
+std::filesystem::path NameDataFile(Session& session, ChartWindow& window, NameKind kind, bool withPath,
+                                   double offsetDays) {
+  NameDate date;
+  if (kind == NameKind::Data) {
+    const std::optional<NameDate> found = DateOfData(session, window, offsetDays);
+    if (!found) return kBadFile;
+    date = *found;
+    window.save.CreatedFolders.fill({});
+  } else {
+    date = DateOfNow(session, window.run);
+    date.stamp += offsetDays;
+  }
+  const std::string name = FileNameFromDate(date.stamp) + Ending(kind);
+  if (!withPath) return name;
+  const std::string prefix = date.lmst ? "ST" : date.ut ? "UT" : "";
+  return MakeFoldersFor(session, window, date.stamp) / (prefix + name);
+}
+
+}  // namespace tarvolt

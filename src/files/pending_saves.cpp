@@ -1,0 +1,85 @@
+#include "files/pending_saves.h"
+
+#include <algorithm>
+#include <optional>
+#include <system_error>
+#include <utility>
+
+#include "files/recovery_folder.h"
+#include "timebase/time_base.h"
+
+namespace tarvolt {
+namespace {
+
+// Tries are put off longer and longer, up to this many calls of Retry: each one fills the disk and blocks the samples.
+constexpr int kLongestPause = 64;
+
+}  // namespace
+
+PendingSaves::PendingSaves(Session& session) : session_(session) {}
+
+bool PendingSaves::SetAside(ChartWindow& window, const std::filesystem::path& name) {
+  if (waiting_.size() >= kLimit || !ChooseSaveRange(window)) return false;
+  std::optional<SavePlan> plan = PlanSave(session_, window, false);
+  if (!plan) return false;
+  const std::filesystem::path backup = MoveBackup(window);
+  if (plan->storeHoldsRun || backup.empty()) {
+    plan->file.stored.reset();
+  } else if (plan->file.stored) {
+    plan->file.stored->file = backup;
+  }
+  waiting_.push_back({std::move(*plan), window.chart.TakeSamples(), name, backup});
+  window.run.DataNeedsSave = false;
+  return true;
+}
+
+// The next log's backup gets the name of this one's, so it must go out of the way. When it cannot, memory alone is
+// left.
+std::filesystem::path PendingSaves::MoveBackup(ChartWindow& window) {
+  SaveState& save = window.save;
+  FileSystem& files = session_.host.files;
+  if (!save.BackupActive || !files.FileExists(save.LocalBackupFile)) return {};
+  std::error_code error;
+  files.MakeFolders(RecoveryFolder(session_), error);
+  const std::string digits = FileNameFromDate(NowPrecise(session_.host.clock));
+  const std::filesystem::path aside = FreeName(files, RecoveryFolder(session_) / (digits + "local.tvd"));
+  if (!error) files.Rename(save.LocalBackupFile, aside, error);
+  if (error) return {};
+  save.BackupActive = false;
+  session_.Add2SLog(" Backup of the Log That Could Not Be Saved: " + aside.string());
+  return aside;
+}
+
+void PendingSaves::Retry() {
+  if (waiting_.empty()) return;
+  if (pause_ > 0) {
+    --pause_;
+    return;
+  }
+  if (SaveOldest()) {
+    nextPause_ = 1;
+    return;
+  }
+  pause_ = nextPause_;
+  nextPause_ = std::min(2 * nextPause_, kLongestPause);
+}
+
+bool PendingSaves::SaveOldest() {
+  FileSystem& files = session_.host.files;
+  Waiting& log = waiting_.front();
+  std::error_code error;
+  files.MakeFolders(log.name.parent_path(), error);
+  if (!error) error = WriteSave(files, log.plan, log.samples, log.name);
+  if (error) return false;
+  session_.Add2SLog(" Saved " + log.name.string());
+  AddRecentSaved(session_.recent, log.name.string());
+  if (!log.backup.empty()) files.Remove(log.backup, error);
+  waiting_.pop_front();
+  return true;
+}
+
+bool PendingSaves::Empty() const {
+  return waiting_.empty();
+}
+
+}  // namespace tarvolt

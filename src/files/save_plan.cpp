@@ -1,0 +1,107 @@
+#include "files/save_plan.h"
+
+#include "files/backup_source.h"
+#include "files/header_info.h"
+
+namespace tarvolt {
+namespace {
+
+constexpr double kIntegerLimit = 32767.0;
+
+enum class NumberForm { Doubles, Integers, Cancelled };
+
+bool FitsIntegers(const StripChart& chart) {
+  return chart.DataMax() <= kIntegerLimit && chart.DataMin() >= -kIntegerLimit;
+}
+
+NumberForm ChooseNumberForm(Session& session, const ChartWindow& window, bool mayAsk) {
+  if (!session.settings.SaveAsIntegers) return NumberForm::Doubles;
+  if (FitsIntegers(window.chart)) return NumberForm::Integers;
+  if (!mayAsk || !session.settings.ShowMsgBox) return NumberForm::Doubles;
+  const Question question{"Integer Save Not Possible.",
+                          "This data has values that exceed the limits of Integer Saves.\n"
+                          "File must be saved in non-Integer format. \n\n"
+                          "Cancel - Aborts this Save.\n"
+                          "OK - Continues the Save in Non-Integer Format.",
+                          Buttons::OkCancel, Answer::Ok};
+  return session.host.dialogs.Ask(question) == Answer::Cancel ? NumberForm::Cancelled : NumberForm::Doubles;
+}
+
+// A backup that lacks samples of the store is of no use. One that has more is right only where the store keeps just the
+// end of the run; elsewhere it is another run's, or of another layout.
+bool BackupIsWhole(const Session& session, const ChartWindow& window, std::int64_t count) {
+  if (IsMini(session.settings, window)) return count >= window.chart.Count();
+  return count == window.chart.Count();
+}
+
+std::optional<StoredSamples> SamplesInBackup(Session& session, ChartWindow& window) {
+  if (window.save.ViewSaveActive) return std::nullopt;
+  if (!window.run.DataNeedsSave && !RunLiesInBackup(session.settings, window)) return std::nullopt;
+  const std::optional<BackupContents> backup = FindBackup(session, window);
+  if (!backup || !BackupIsWhole(session, window, backup->count)) return std::nullopt;
+  return backup->samples;
+}
+
+void SetHeaderTimes(const ChartWindow& window, bool timesOfRun, DataFileHeader& header) {
+  const SaveState& save = window.save;
+  if (timesOfRun) {
+    header.start = StartOfRun(window.run);
+    header.end = window.run.EndStamp;
+    return;
+  }
+  if (window.chart.Count() == 0) return;
+  header.start = window.chart.GetTime(save.FirstViewIndex);
+  // One sample short: meant, the readers' step for files without stamps counts on it.
+  header.end = window.chart.GetTime(save.LastSaveIndex > 0 ? save.LastSaveIndex - 1 : 0);
+}
+
+}  // namespace
+
+bool ChooseSaveRange(ChartWindow& window) {
+  SaveState& save = window.save;
+  const std::int32_t last = window.LastSampleIndex();
+  save.LastSaveIndex = last;
+  if (!save.ViewSaveActive) {
+    save.FirstViewIndex = 0;
+    return true;
+  }
+  for (std::int32_t i = save.FirstViewIndex; i < last; ++i) {
+    if (window.chart.GetTime(i) < window.chart.XAxisMax) continue;
+    save.LastSaveIndex = i;
+    break;
+  }
+  return save.LastSaveIndex > save.FirstViewIndex;
+}
+
+std::optional<SavePlan> PlanSave(Session& session, ChartWindow& window, bool mayAsk) {
+  const NumberForm form = ChooseNumberForm(session, window, mayAsk);
+  if (form == NumberForm::Cancelled) return std::nullopt;
+
+  SavePlan plan;
+  DataFilePlan& file = plan.file;
+  const bool backupHasLimits = session.settings.SaveAsIntegers && form == NumberForm::Doubles;
+  if (!backupHasLimits) file.stored = SamplesInBackup(session, window);
+  plan.storeHoldsRun = !RunLiesInBackup(session.settings, window);
+  file.notesBlock = GetModifiedNotes(session, window, window.notes + window.save.PendingNotes);
+  file.layout = LayoutOfSettings(session.settings, window.chart.ChannelCount());
+  file.layout.integers = form == NumberForm::Integers;
+  file.first = window.save.FirstViewIndex;
+  file.last = window.save.LastSaveIndex;
+
+  GetWriterInfo(session, window.chart, window.header);
+  SetHeaderTimes(window, file.stored && !plan.storeHoldsRun, window.header);
+  window.header.channels = static_cast<std::int16_t>(file.layout.channels);
+  window.header.notesLength = static_cast<std::int32_t>(file.notesBlock.size());
+  file.header = window.header;
+  return plan;
+}
+
+std::error_code WriteSave(FileSystem& files, SavePlan& plan, const SampleColumns& samples,
+                          const std::filesystem::path& name) {
+  const std::error_code error = WriteDataFile(files, plan.file, samples, name);
+  if (!error || !plan.file.stored || !plan.storeHoldsRun) return error;
+  plan.file.stored.reset();
+  return WriteDataFile(files, plan.file, samples, name);
+}
+
+}  // namespace tarvolt

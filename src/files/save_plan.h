@@ -1,0 +1,31 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <system_error>
+
+#include "files/data_file_writer.h"
+#include "model/chart_window.h"
+#include "model/session.h"
+
+namespace tarvolt {
+
+/// Everything that a save will write, and how it may fall back.
+struct SavePlan {
+  DataFilePlan file;
+  bool storeHoldsRun = false;  ///< with samples from a backup: the store could give them as well
+};
+
+/// Sets first and last index of the save: all samples, or those in view. False when the view holds less than two.
+bool ChooseSaveRange(ChartWindow& window);
+
+/// Plans the file of the range in the window's SaveState. Nothing when a person cancelled because the values do not fit
+/// an integer save; with `mayAsk` and ShowMsgBox that is asked, and yields, else doubles are taken.
+std::optional<SavePlan> PlanSave(Session& session, ChartWindow& window, bool mayAsk);
+
+/// Writes a planned file under `name`. When the backup cannot give the samples and the store holds them, they come from
+/// there. Returns what failed.
+std::error_code WriteSave(FileSystem& files, SavePlan& plan, const SampleColumns& samples,
+                          const std::filesystem::path& name);
+
+}  // namespace tarvolt

@@ -1,0 +1,14 @@
+#include "host/make_host.h"
+
+#include <utility>
+
+namespace tarvolt {
+
+HostOwner::HostOwner(QCoreApplication& application, std::unique_ptr<Dialogs> chosenDialogs)
+    : loop(application), dialogs(std::move(chosenDialogs)) {}
+
+std::unique_ptr<HostOwner> MakeHost(QCoreApplication& application, std::unique_ptr<Dialogs> dialogs) {
+  return std::make_unique<HostOwner>(application, std::move(dialogs));
+}
+
+}  // namespace tarvolt

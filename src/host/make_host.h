@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <memory>
+
+#include "host/linux_processes.h"
+#include "host/posix_file_system.h"
+#include "host/qt_event_loop.h"
+#include "host/qt_socket.h"
+#include "host/system_clock.h"
+#include "platform/host.h"
+
+namespace tarvolt {
+
+/// Everything a program needs of the machine it runs on, and the record that hands it down. Outlives whoever was given
+/// the record; does not move.
+struct HostOwner {
+  HostOwner(QCoreApplication& application, std::unique_ptr<Dialogs> chosenDialogs);
+  HostOwner(const HostOwner&) = delete;
+  HostOwner& operator=(const HostOwner&) = delete;
+
+  SystemClock clock;
+  QtEventLoop loop;
+  QtSockets sockets{loop};
+  PosixFileSystem files;
+  LinuxProcesses processes;
+  std::unique_ptr<Dialogs> dialogs;
+  Host host{clock, loop, sockets, files, processes, *dialogs};
+};
+
+/// The machine through Qt and Linux. `dialogs` are a desktop's windows or HeadlessDialogs.
+std::unique_ptr<HostOwner> MakeHost(QCoreApplication& application, std::unique_ptr<Dialogs> dialogs);
+
+}  // namespace tarvolt

@@ -1,0 +1,216 @@
+#include "host/posix_file_system.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <limits>
+#include <utility>
+
+#include "host/disk_path.h"
+
+namespace tarvolt {
+namespace {
+
+std::error_code LastError() {
+  return {errno, std::generic_category()};
+}
+
+void SetResult(bool succeeded, std::error_code& error) {
+  if (succeeded) {
+    error.clear();
+  } else {
+    error = LastError();
+  }
+}
+
+template <typename Call>
+auto Resumed(Call call) {
+  auto result = call();
+  while (result == -1 && errno == EINTR) result = call();
+  return result;
+}
+
+std::filesystem::path FolderOf(const std::filesystem::path& path) {
+  const auto folder = path.parent_path();
+  return folder.empty() ? std::filesystem::path(".") : folder;
+}
+
+/// Some file systems cannot sync a folder, and a folder that may be written need not be readable: neither is a failure.
+bool SyncingFoldersIsRefused(int number) {
+  return number == EINVAL || number == ENOTSUP || number == EACCES;
+}
+
+/// Names are entries of their folder: a new one lasts only when the folder is on the disk as well.
+void SyncFolder(const std::filesystem::path& folder, std::error_code& error) {
+  const int fd = Resumed([&] { return ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); });
+  SetResult(fd != -1 && Resumed([&] { return ::fsync(fd); }) == 0, error);
+  if (error && SyncingFoldersIsRefused(error.value())) error.clear();
+  if (fd != -1) ::close(fd);
+}
+
+class PosixFile final : public File {
+ public:
+  /// Takes over `fd`. `newEntryIn`: the folder to sync with the file, empty when the file was there before.
+  PosixFile(int fd, std::filesystem::path newEntryIn) : fd_(fd), newEntryIn_(std::move(newEntryIn)) {}
+  ~PosixFile() override { ::close(fd_); }
+  PosixFile(const PosixFile&) = delete;
+  PosixFile& operator=(const PosixFile&) = delete;
+
+  std::size_t Read(void* bytes, std::size_t size, std::error_code& error) override {
+    error.clear();
+    std::size_t done = 0;
+    while (done < size) {
+      const auto got = Resumed([&] { return ::read(fd_, static_cast<char*>(bytes) + done, size - done); });
+      if (got == -1) error = LastError();
+      if (got <= 0) break;
+      done += static_cast<std::size_t>(got);
+    }
+    return done;
+  }
+
+  void Write(std::string_view bytes, std::error_code& error) override {
+    error.clear();
+    while (!bytes.empty()) {
+      const auto put = Resumed([&] { return ::write(fd_, bytes.data(), bytes.size()); });
+      if (put <= 0) {
+        error = put == 0 ? std::make_error_code(std::errc::io_error) : LastError();
+        return;
+      }
+      bytes.remove_prefix(static_cast<std::size_t>(put));
+    }
+  }
+
+  void Seek(std::uint64_t position, std::error_code& error) override {
+    if (IsTooLarge(position, error)) return;
+    SetResult(::lseek(fd_, static_cast<off_t>(position), SEEK_SET) != -1, error);
+  }
+
+  std::uint64_t Size(std::error_code& error) override {
+    struct stat info {};
+    SetResult(::fstat(fd_, &info) == 0, error);
+    return error ? 0 : static_cast<std::uint64_t>(info.st_size);
+  }
+
+  void Truncate(std::uint64_t size, std::error_code& error) override {
+    if (IsTooLarge(size, error)) return;
+    SetResult(Resumed([&] { return ::ftruncate(fd_, static_cast<off_t>(size)); }) == 0, error);
+  }
+
+  void Sync(std::error_code& error) override {
+    SetResult(Resumed([&] { return ::fsync(fd_); }) == 0, error);
+    if (error || newEntryIn_.empty()) return;
+    SyncFolder(newEntryIn_, error);
+    if (!error) newEntryIn_.clear();
+  }
+
+ private:
+  static bool IsTooLarge(std::uint64_t value, std::error_code& error) {
+    const bool tooLarge = value > static_cast<std::uint64_t>(std::numeric_limits<off_t>::max());
+    if (tooLarge) error = std::make_error_code(std::errc::value_too_large);
+    return tooLarge;
+  }
+
+  int fd_;
+  std::filesystem::path newEntryIn_;
+};
+
+int FlagsOf(OpenMode mode) {
+  switch (mode) {
+    case OpenMode::Read:
+      return O_RDONLY;
+    case OpenMode::Create:
+      return O_RDWR | O_CREAT | O_TRUNC;
+    case OpenMode::ReadWrite:
+      return O_RDWR;
+    case OpenMode::Append:
+      return O_RDWR | O_CREAT | O_APPEND;
+  }
+  return O_RDONLY;
+}
+
+void CheckKind(int fd, std::error_code& error) {
+  struct stat info {};
+  SetResult(::fstat(fd, &info) == 0, error);
+  if (error || S_ISREG(info.st_mode) || S_ISCHR(info.st_mode)) return;
+  error = std::make_error_code(S_ISDIR(info.st_mode) ? std::errc::is_a_directory : std::errc::operation_not_supported);
+}
+
+std::optional<struct stat> Look(const std::filesystem::path& path) {
+  struct stat info {};
+  if (::stat(DiskPath(path).c_str(), &info) != 0) return std::nullopt;
+  return info;
+}
+
+}  // namespace
+
+std::unique_ptr<File> PosixFileSystem::Open(const std::filesystem::path& path, OpenMode mode, std::error_code& error) {
+  const auto diskPath = DiskPath(path);
+  const int flags =
+      FlagsOf(mode) | O_CLOEXEC | O_NOCTTY | O_NONBLOCK;  // not blocking: a pipe is noticed, not waited for
+  const int fd = Resumed([&] { return ::open(diskPath.c_str(), flags, 0666); });
+  SetResult(fd != -1, error);
+  if (error) return nullptr;
+  const bool mayBeNew = (flags & O_CREAT) != 0;
+  auto file = std::make_unique<PosixFile>(fd, mayBeNew ? FolderOf(diskPath) : std::filesystem::path());
+  CheckKind(fd, error);
+  if (error) return nullptr;
+  return file;
+}
+
+bool PosixFileSystem::FileExists(const std::filesystem::path& path) {
+  const auto info = Look(path);
+  return info && !S_ISDIR(info->st_mode);
+}
+
+bool PosixFileSystem::FolderExists(const std::filesystem::path& path) {
+  const auto info = Look(path);
+  return info && S_ISDIR(info->st_mode);
+}
+
+void PosixFileSystem::MakeFolders(const std::filesystem::path& path, std::error_code& error) {
+  error.clear();
+  std::filesystem::path made;
+  for (const auto& part : DiskPath(path)) {
+    made /= part;
+    if (part.empty() || FolderExists(made)) continue;
+    SetResult(::mkdir(made.c_str(), 0777) == 0, error);
+    if (!error) SyncFolder(FolderOf(made), error);
+    if (error) return;
+  }
+}
+
+void PosixFileSystem::Rename(const std::filesystem::path& from, const std::filesystem::path& to,
+                             std::error_code& error) {
+  const auto diskFrom = DiskPath(from);
+  const auto diskTo = DiskPath(to);
+  SetResult(::rename(diskFrom.c_str(), diskTo.c_str()) == 0, error);
+  if (!error) SyncFolder(FolderOf(diskTo), error);
+  if (!error && FolderOf(diskFrom) != FolderOf(diskTo)) SyncFolder(FolderOf(diskFrom), error);
+}
+
+void PosixFileSystem::Remove(const std::filesystem::path& path, std::error_code& error) {
+  SetResult(std::remove(DiskPath(path).c_str()) == 0 || errno == ENOENT, error);
+}
+
+std::vector<std::filesystem::path> PosixFileSystem::ListFiles(const std::filesystem::path& folder,
+                                                              std::error_code& error) {
+  std::vector<std::filesystem::path> names;
+  std::size_t entries = 0;
+  std::filesystem::directory_iterator entry(DiskPath(folder), error);
+  for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+    if (++entries > kMaxEntries) error = std::make_error_code(std::errc::value_too_large);
+    if (error) break;
+    std::error_code unreadable;  // a broken link or a file just removed is no file, and no reason to fail
+    if (!entry->is_regular_file(unreadable)) continue;
+    if (auto name = NameFromDisk(entry->path().filename().native())) names.emplace_back(std::move(*name));
+  }
+  if (error) return {};
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+}  // namespace tarvolt

@@ -1,0 +1,12 @@
+#include "model/channel_table.h"
+
+#include <algorithm>
+
+namespace tarvolt {
+
+int ActiveChannels(const Settings& settings) {
+  const auto end = std::find_if(settings.Dsrc.begin(), settings.Dsrc.end(), [](int source) { return source <= 0; });
+  return static_cast<int>(end - settings.Dsrc.begin());
+}
+
+}  // namespace tarvolt

@@ -1,0 +1,26 @@
+#include "model/session.h"
+
+#include <utility>
+
+namespace tarvolt {
+
+Session::Session(const Host& hostRecord, std::filesystem::path homeFolder)
+    : host(hostRecord),
+      home(std::move(homeFolder)),
+      store(host.files, home / "settings.ini"),
+      log(host.clock, host.files, settings) {
+  store.OnProblem([this](const std::string& words) { log.Add2SLog(words); });
+}
+
+void Session::Tell(const std::string& title, const std::string& text) {
+  if (settings.ShowMsgBox) host.dialogs.ShowMessage(title, text);
+}
+
+std::filesystem::path Session::DataFolder() const {
+  if (settings.DataDirectory.empty()) return home / "Data";
+  const std::size_t last = settings.DataDirectory.find_last_not_of("\\/");
+  if (last == std::string::npos) return settings.DataDirectory;  // the root itself
+  return settings.DataDirectory.substr(0, last + 1);
+}
+
+}  // namespace tarvolt

@@ -1,0 +1,132 @@
+#include "sources/uds_dispatch.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <string>
+#include <utility>
+
+#include "model/channel_table.h"
+#include "text/number.h"
+
+namespace tarvolt {
+namespace {
+
+constexpr int kFirstUds = 20;
+constexpr double kSecondsPerDay = 86400;
+
+// A time outside these is a fault of the source: the first day of 1900, and the one after the last of 9999.
+constexpr TimeStamp kEarliestTime = 2;
+constexpr TimeStamp kTooLate = 2958466;
+
+}  // namespace
+
+UdsDispatch::UdsDispatch(Session& session, ChartWindow& window, RunControl& control, SetEnded onSet)
+    : session_(session), window_(window), control_(control), onSet_(std::move(onSet)) {}
+
+void UdsDispatch::BeginLink() {
+  UDSStatusReceived = false;
+  UDSDataDone = false;
+  fatalStreamError = false;
+  badTimeLogged_ = false;
+}
+
+struct UdsDispatch::Code {
+  int code;
+  void (UdsDispatch::*act)(std::string_view text);
+};
+
+const UdsDispatch::Code* UdsDispatch::FindCode(int code) {
+  static constexpr Code kCodes[] = {
+      {1001, &UdsDispatch::EndStatusExchange}, {1002, &UdsDispatch::RunCommand}, {2013, &UdsDispatch::TakeChannelCount},
+      {3000, &UdsDispatch::EndStampedSet},     {3001, &UdsDispatch::EndSet},     {3002, &UdsDispatch::SetTimeOrigin},
+  };
+  const auto found =
+      std::find_if(std::begin(kCodes), std::end(kCodes), [&](const Code& row) { return row.code == code; });
+  return found == std::end(kCodes) ? nullptr : found;
+}
+
+void UdsDispatch::Act(std::string_view message) {
+  const UdsMessage read = ReadUdsMessage(message);
+  if (const auto* const data = std::get_if<UdsDataItem>(&read)) return AddToSums(*data);
+  const auto* const control = std::get_if<UdsControlItem>(&read);
+  if (!control) return;
+  if (const Code* const known = FindCode(control->code)) (this->*known->act)(control->text);
+}
+
+// The extremes of the read are not touched (meant).
+void UdsDispatch::AddToSums(const UdsDataItem& item) {
+  const Settings& settings = session_.settings;
+  for (int channel = 0; channel < ActiveChannels(settings); ++channel) {
+    if (settings.Dsrc[channel] == kFirstUds + item.input) window_.run.ChannelSum[channel] += item.value;
+  }
+}
+
+void UdsDispatch::EndStatusExchange(std::string_view) {
+  UDSStatusReceived = true;
+  window_.view.StatusText = "Connected to UDS";
+}
+
+void UdsDispatch::RunCommand(std::string_view text) {
+  control_.ProcessCmd(text);
+}
+
+void UdsDispatch::TakeChannelCount(std::string_view text) {
+  const std::int32_t count = ValLong(text);
+  if (count < 1 || count > kChannels) return FailStream();
+  if (window_.chart.Count() > 0 && count != window_.chart.ChannelCount()) {
+    session_.Add2SLog("UDS changed its channels to " + NumberText(std::int64_t{count}) +
+                      " while samples are stored. The chart keeps its channels.");
+    return;
+  }
+  window_.run.ChannelCount = count;
+  window_.header.channels = static_cast<std::int16_t>(count);
+  window_.chart.SetChannelCount(count);
+  window_.view.StatusText = "Channels: " + NumberText(std::int64_t{count});
+}
+
+void UdsDispatch::FailStream() {
+  const std::string title = "Fatal Stream Error!";
+  const std::string text = "There was an error in the number of channels received!";
+  session_.Tell(title, text);
+  session_.Add2SLog(title + " " + text);
+  fatalStreamError = true;
+  if (window_.chart.Count() == 0) window_.run.ChannelCount = 1;
+  control_.StopChart();
+}
+
+void UdsDispatch::EndStampedSet(std::string_view text) {
+  FinishSet(ReadTime(text));
+}
+
+void UdsDispatch::EndSet(std::string_view) {
+  FinishSet(std::nullopt);
+}
+
+void UdsDispatch::FinishSet(std::optional<TimeStamp> time) {
+  if (!session_.settings.UDSpush) {
+    UDSDataDone = true;  // also while a log is turned over: whoever waits for the answer has it
+    return;
+  }
+  if (window_.run.ChartRunning && !window_.run.MaxingOut) onSet_(time);
+}
+
+void UdsDispatch::SetTimeOrigin(std::string_view text) {
+  const std::optional<TimeStamp> origin = ReadTime(text);
+  if (!origin) return;
+  window_.run.time.firstStamp = *origin;
+  window_.chart.XAxisMin = *origin;
+  window_.chart.XAxisMax = *origin + session_.settings.ChartWidth / kSecondsPerDay;
+  ++window_.chart.RepaintRequests;
+  window_.run.ChartEndTime = session_.settings.MaxDuration + *origin;
+}
+
+// Nothing for a time that no observation can have; logged once a link, for it would come with every set.
+std::optional<TimeStamp> UdsDispatch::ReadTime(std::string_view text) {
+  const TimeStamp time = Val(text);
+  if (time >= kEarliestTime && time < kTooLate) return time;
+  if (!badTimeLogged_) session_.Add2SLog("UDS sent a time that is no date. The clock is used instead.");
+  badTimeLogged_ = true;
+  return std::nullopt;
+}
+
+}  // namespace tarvolt

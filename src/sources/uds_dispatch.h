@@ -1,0 +1,55 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string_view>
+
+#include "model/chart_window.h"
+#include "model/run_control.h"
+#include "model/session.h"
+#include "sources/uds_messages.h"
+
+namespace tarvolt {
+
+/// Acts on the messages of a User Data Source. Any of them may stop the run or run a command, and may so yield and
+/// end the link that it came over.
+class UdsDispatch {
+ public:
+  using SetEnded = std::function<void(std::optional<TimeStamp> time)>;
+
+  UdsDispatch(Session& session, ChartWindow& window, RunControl& control, SetEnded onSet);
+
+  /// Forgets what the last link left behind.
+  void BeginLink();
+
+  /// Acts on one message, given without its end; ignores what it does not know.
+  void Act(std::string_view message);
+
+  bool UDSStatusReceived = false;  ///< the reply that ends the status exchange has come
+  bool UDSDataDone = false;        ///< the end of a polled set has come
+  bool fatalStreamError = false;   ///< an impossible count of channels has come
+
+ private:
+  struct Code;
+  static const Code* FindCode(int code);
+
+  void AddToSums(const UdsDataItem& item);
+  void EndStatusExchange(std::string_view text);
+  void RunCommand(std::string_view text);
+  void TakeChannelCount(std::string_view text);
+  void EndStampedSet(std::string_view text);
+  void EndSet(std::string_view text);
+  void SetTimeOrigin(std::string_view text);
+
+  void FinishSet(std::optional<TimeStamp> time);
+  void FailStream();
+  std::optional<TimeStamp> ReadTime(std::string_view text);
+
+  Session& session_;
+  ChartWindow& window_;
+  RunControl& control_;
+  SetEnded onSet_;
+  bool badTimeLogged_ = false;
+};
+
+}  // namespace tarvolt

@@ -1,0 +1,97 @@
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <map>
+#include <regex>
+#include <set>
+
+#include "architecture/source_tree.h"
+
+namespace tarvolt {
+namespace {
+
+const std::map<std::string, int> kFloors = {
+    {"platform", 1}, {"text", 1},    {"timebase", 2}, {"config", 2},  {"host", 2},     {"display", 3},
+    {"logs", 3},     {"model", 4},   {"files", 5},    {"sources", 5}, {"net", 6},      {"audio", 6},
+    {"analysis", 6}, {"automation", 7}, {"core", 8},  {"forms", 9},   {"apps", 10}};
+
+// The folder of a quoted include, such as "core" of "core/recorder.h"; empty for one beside the file.
+std::string IncludedFloor(const std::string& line) {
+  static const std::regex kInclude("^\\s*#include \"([a-z]+)/");
+  std::smatch match;
+  return std::regex_search(line, match, kInclude) ? match[1].str() : "";
+}
+
+bool IncludesQt(const std::string& line) {
+  static const std::regex kQt("^\\s*#include <Q[A-Za-z]");
+  return std::regex_search(line, kQt);
+}
+
+TEST(Floors, EveryFolderOfTheSourceHasItsFloor) {
+  std::set<std::string> seen;
+  for (const SourceFile& file : ReadSourceTree()) {
+    const std::string floor = file.Floor();
+    if (floor.empty()) continue;
+    seen.insert(floor);
+    EXPECT_TRUE(kFloors.count(floor)) << file.path;
+  }
+  EXPECT_TRUE(seen.count("core") && seen.count("platform")) << "the tree was not read";
+}
+
+TEST(Floors, NoIncludeRunsUpOrSideways) {
+  for (const SourceFile& file : ReadSourceTree()) {
+    const std::string floor = file.Floor();
+    if (floor.empty()) continue;
+    for (const std::string& line : file.lines) {
+      const std::string included = IncludedFloor(line);
+      if (included.empty() || included == floor || kFloors.count(included) == 0) continue;
+      EXPECT_LT(kFloors.at(included), kFloors.at(floor)) << file.path << ": " << line;
+      if (included == "host") EXPECT_EQ(floor, "apps") << file.path << ": " << line;
+    }
+  }
+}
+
+TEST(Floors, OnlyTheEdgesKnowQt) {
+  const std::set<std::string> edges = {"host", "forms", "apps"};
+  for (const SourceFile& file : ReadSourceTree()) {
+    if (file.Floor().empty() || edges.count(file.Floor())) continue;
+    for (const std::string& line : file.lines) EXPECT_FALSE(IncludesQt(line)) << file.path << ": " << line;
+  }
+}
+
+TEST(Floors, PlatformHoldsNoCode) {
+  for (const SourceFile& file : ReadSourceTree()) {
+    if (file.Floor() == "platform") EXPECT_EQ(file.path.extension(), ".h") << file.path;
+  }
+}
+
+// Two headers that include each other, directly or by a detour, make a circle.
+TEST(Floors, NoCircleOfHeaders) {
+  std::map<std::string, std::vector<std::string>> includes;
+  static const std::regex kInclude("^\\s*#include \"([^\"]+)\"");
+  for (const SourceFile& file : ReadSourceTree()) {
+    if (file.Floor().empty() || file.path.extension() != ".h") continue;
+    auto& list = includes[file.path.lexically_relative("src").string()];
+    for (const std::string& line : file.lines) {
+      std::smatch match;
+      if (std::regex_search(line, match, kInclude)) list.push_back(match[1].str());
+    }
+  }
+  std::map<std::string, int> state;  // 1 being walked, 2 done
+  std::function<bool(const std::string&)> circles = [&](const std::string& header) {
+    if (state[header] == 2) return false;
+    if (state[header] == 1) return true;
+    state[header] = 1;
+    for (const std::string& next : includes[header]) {
+      if (circles(next)) return true;
+    }
+    state[header] = 2;
+    return false;
+  };
+  std::vector<std::string> headers;
+  for (const auto& [header, list] : includes) headers.push_back(header);
+  for (const std::string& header : headers) EXPECT_FALSE(circles(header)) << header;
+}
+
+}  // namespace
+}  // namespace tarvolt

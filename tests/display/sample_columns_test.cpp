@@ -1,0 +1,200 @@
+#include "display/sample_columns.h"
+
+#include <gtest/gtest.h>
+#include <malloc.h>
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <limits>
+#include <optional>
+#include <random>
+#include <utility>
+#include <vector>
+
+namespace tarvolt {
+namespace {
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
+
+// The obvious way to keep one channel: what the columns must agree with.
+struct PlainChannel {
+  std::vector<std::optional<double>> values;
+
+  MinMax Range(std::int32_t first, std::int32_t last) const {
+    MinMax result;
+    for (std::int32_t i = first; i <= last; ++i) {
+      if (!values[i] || std::isnan(*values[i])) continue;
+      result.lowest = std::min(result.lowest, *values[i]);
+      result.highest = std::max(result.highest, *values[i]);
+    }
+    return result;
+  }
+};
+
+class RandomData {
+ public:
+  explicit RandomData(unsigned seed) : engine_(seed) {}
+
+  std::int32_t Below(std::int32_t limit) { return std::uniform_int_distribution<std::int32_t>(0, limit - 1)(engine_); }
+
+  double Value() {
+    switch (Below(40)) {
+      case 0:
+        return kNotANumber;
+      case 1:
+        return kInfinity;
+      case 2:
+        return -kInfinity;
+      case 3:
+        return 0;
+      default:
+        return std::normal_distribution<double>(1e6, 3)(engine_);  // far from 0, so that a stray 0 shows
+    }
+  }
+
+  // Ends near the edges of bins and blocks as often as anywhere else.
+  std::int32_t Index(std::int32_t count) {
+    static constexpr std::int32_t kEdges[] = {1, 32, 256, 2048, 16384, 131072};
+    if (Below(2) == 0) return Below(count);
+    const std::int32_t edge = kEdges[Below(6)];
+    return std::clamp(Below(count / edge + 1) * edge + Below(3) - 1, 0, count - 1);
+  }
+
+ private:
+  std::mt19937 engine_;
+};
+
+void ExpectSameRanges(const SampleColumns& columns, const PlainChannel& plain, RandomData& random, int tries) {
+  const std::int32_t count = columns.Count();
+  ASSERT_EQ(columns.Extremes(0), plain.Range(0, count - 1)) << count;
+  for (int i = 0; i < tries; ++i) {
+    auto [first, last] = std::minmax({random.Index(count), random.Index(count)});
+    ASSERT_EQ(columns.Range(0, first, last), plain.Range(first, last)) << first << ".." << last << " of " << count;
+  }
+}
+
+TEST(SampleColumns, RangesAgreeWithBruteForceWhileGrowingAndBeingRewritten) {
+  RandomData random{1};
+  SampleColumns columns{1};
+  PlainChannel plain;
+  for (std::int32_t i = 0; i < 40000; ++i) {
+    columns.Append(i);
+    plain.values.emplace_back();
+    if (random.Below(50) != 0) {  // now and then a position is never written
+      plain.values[i] = random.Value();
+      columns.SetValue(0, i, *plain.values[i]);
+    }
+    if (random.Below(10) == 0) {
+      const std::int32_t older = random.Index(i + 1);
+      plain.values[older] = random.Value();
+      columns.SetValue(0, older, *plain.values[older]);
+    }
+    const bool atAnEdge = (i & 31) <= 1 && random.Below(20) == 0;
+    if (i < 600 || atAnEdge || i + 1 == BlockColumn::kBlock) ExpectSameRanges(columns, plain, random, 4);
+  }
+  ExpectSameRanges(columns, plain, random, 2000);
+  for (std::int32_t i = 0; i < columns.Count(); ++i) {
+    const double expected = plain.values[i].value_or(0);
+    const double stored = columns.Value(0, i);
+    ASSERT_TRUE(stored == expected || (std::isnan(stored) && std::isnan(expected))) << i;
+    ASSERT_EQ(columns.Time(i), i);
+  }
+}
+
+TEST(SampleColumns, RangesAgreeOverAllLevelsOfALongStore) {
+  RandomData random{2};
+  SampleColumns columns{1};
+  PlainChannel plain;
+  for (std::int32_t i = 0; i < 300000; ++i) {
+    plain.values.emplace_back(random.Value());
+    columns.Append(i);
+    columns.SetValue(0, i, *plain.values.back());
+  }
+  ExpectSameRanges(columns, plain, random, 200);
+}
+
+TEST(SampleColumns, AOneSampleSpikeShowsInEveryRangeThatHoldsItAndInNoOther) {
+  constexpr std::int32_t kCount = 5000;
+  for (const std::int32_t spike : {0, 31, 32, 255, 256, 2047, 2048, 4992, kCount - 1}) {
+    SampleColumns columns{2};
+    for (std::int32_t i = 0; i < kCount; ++i) {
+      columns.Append(i);
+      columns.SetValue(0, i, i == spike ? -7.5 : 100.0);
+      columns.SetValue(1, i, 3);
+    }
+    EXPECT_EQ(columns.Extremes(0).lowest, -7.5);
+    EXPECT_EQ(columns.Extremes(1).lowest, 3) << "channels are apart";
+    for (std::int32_t first = 0; first < kCount; first += 617) {
+      for (std::int32_t last = first; last < kCount; last += 211) {
+        const bool inside = first <= spike && spike <= last;
+        ASSERT_EQ(columns.Range(0, first, last).lowest, inside ? -7.5 : 100.0)
+            << spike << " in " << first << ".." << last;
+      }
+    }
+    columns.SetValue(0, spike, 100);
+    EXPECT_EQ(columns.Extremes(0).lowest, 100) << "a spike that was edited away is gone from all levels";
+  }
+}
+
+TEST(SampleColumns, ValuesThatAreNotNumbersDoNotCountAndInfinitiesDo) {
+  SampleColumns columns{1};
+  for (std::int32_t i = 0; i < 100; ++i) {
+    columns.Append(i);
+    columns.SetValue(0, i, kNotANumber);
+  }
+  EXPECT_TRUE(columns.Extremes(0).IsEmpty());
+  EXPECT_TRUE(columns.Range(0, 0, 99).IsEmpty());
+  columns.SetValue(0, 40, kInfinity);
+  EXPECT_EQ(columns.Extremes(0), (MinMax{kInfinity, kInfinity}));
+  columns.SetValue(0, 41, -2);
+  EXPECT_EQ(columns.Range(0, 32, 63), (MinMax{-2, kInfinity}));
+  columns.SetValue(0, 40, kNotANumber);
+  EXPECT_EQ(columns.Extremes(0), (MinMax{-2, -2}));
+}
+
+TEST(SampleColumns, EveryBitPatternThatIsNotANumberReadsBackAsNotANumber) {
+  SampleColumns columns{1};
+  columns.Append(0);
+  EXPECT_EQ(columns.Value(0, 0), 0) << "an unwritten value reads as 0";
+  for (const std::uint64_t bits : {0x7FF8'5441'5256'4F4CULL, 0x7FF8'0000'0000'0000ULL, 0xFFFF'FFFF'FFFF'FFFFULL}) {
+    columns.SetValue(0, 0, std::bit_cast<double>(bits));
+    EXPECT_TRUE(std::isnan(columns.Value(0, 0))) << std::hex << bits;
+  }
+}
+
+TEST(SampleColumns, MovedAwayColumnsAreEmptyAndTheirReceiverHoldsEverything) {
+  SampleColumns columns{1};
+  for (std::int32_t i = 0; i < BlockColumn::kBlock + 1; ++i) {
+    columns.Append(i);
+    columns.SetValue(0, i, i);
+  }
+  const SampleColumns taken = std::move(columns);
+  EXPECT_EQ(columns.Count(), 0);  // NOLINT(bugprone-use-after-move): what is left is part of the contract
+  EXPECT_EQ(taken.Count(), BlockColumn::kBlock + 1);
+  EXPECT_EQ(taken.Extremes(0), (MinMax{0, BlockColumn::kBlock}));
+}
+
+TEST(SampleColumns, AMillionSamplesTakeLittleMoreThanTheirNumbers) {
+  const auto inUse = [] {
+    const struct mallinfo2 info = mallinfo2();
+    return info.uordblks + info.hblkhd;
+  };
+  for (const int channels : {1, 8}) {
+    const std::size_t before = inUse();
+    SampleColumns columns{channels};
+    for (std::int32_t i = 0; i < 1000000; ++i) {
+      columns.Append(i);
+      for (int channel = 0; channel < channels; ++channel) columns.SetValue(channel, i, i);
+    }
+    const std::size_t used = inUse() - before;
+    const double numbers = 8.0 * (channels + 1) * 1000000;
+    if (used == 0) GTEST_SKIP() << "this allocator keeps no account";
+    EXPECT_GT(used, numbers);
+    EXPECT_LT(used, 1.15 * numbers) << channels;
+  }
+}
+
+}  // namespace
+}  // namespace tarvolt

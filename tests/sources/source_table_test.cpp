@@ -1,0 +1,127 @@
+#include "sources/source_table.h"
+
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <limits>
+#include <string>
+#include <vector>
+
+namespace tarvolt {
+namespace {
+
+Settings RowsOf(std::initializer_list<DataSourceId> sources) {
+  Settings settings;
+  settings.Dsrc = {};
+  int row = 0;
+  for (const DataSourceId source : sources) settings.Dsrc[row++] = source;
+  return settings;
+}
+
+TEST(SourceTable, NamesStandAtTheirNumbersAndNowhereElse) {
+  EXPECT_EQ(SourceName(0), "None");
+  EXPECT_EQ(SourceName(2), "Sound Card Right");
+  EXPECT_EQ(SourceName(3), "MAX187 ADC");
+  EXPECT_EQ(SourceName(10), "MAX186 ADC CH1");
+  EXPECT_EQ(SourceName(27), "UDS CH8");
+  EXPECT_EQ(SourceName(40), "Equation CH1");
+  EXPECT_EQ(SourceName(57), "LJ U3 ADC CH8");
+  EXPECT_EQ(SourceName(60), "LJ U12 ADC CH1");
+  EXPECT_EQ(SourceName(71), "CROSS CORRELATION");
+  int named = 0;
+  for (int source = 0; source < kSourceNames; ++source) named += !SourceName(static_cast<DataSourceId>(source)).empty();
+  EXPECT_EQ(named, 5 + 5 * 8);
+  EXPECT_EQ(SourceName(-1), "");
+  EXPECT_EQ(SourceName(std::numeric_limits<DataSourceId>::max()), "");
+}
+
+TEST(SourceTable, TheTwoListsLeadBackToEverySource) {
+  for (int number = 0; number < kSourceNames; ++number) {
+    const auto source = static_cast<DataSourceId>(number);
+    if (SourceName(source).empty()) {
+      EXPECT_EQ(SrcToIndex(source), 0) << number << " in a profile edited by hand shows as none";
+    } else {
+      EXPECT_EQ(IndexToSrc(SrcToIndex(source), SrcToADCCH(source)), source);
+    }
+  }
+  const std::vector<int> expected = {1, 2, 3, 4, 7, 8, 5, 6, 9};
+  std::vector<int> indices;
+  for (const DataSourceId source : {1, 2, 3, 17, 20, 40, 50, 60, 71}) indices.push_back(SrcToIndex(source));
+  EXPECT_EQ(indices, expected);
+  EXPECT_EQ(IndexToSrc(-1, 0), 0);
+  EXPECT_EQ(IndexToSrc(10, 3), 0);
+  EXPECT_EQ(SrcToADCCH(3), 0);
+  EXPECT_EQ(SrcToADCCH(9), 0) << "9 is meant to be an exception";
+  EXPECT_EQ(SrcToADCCH(67), 7);
+}
+
+TEST(SourceTable, OnlyRowsBeforeTheFirstNoneAreInUse) {
+  const SourcesInUse cut = FindSourcesInUse(RowsOf({1, 0, 20, 3}));
+  EXPECT_TRUE(cut.SoundLeftInUse);
+  EXPECT_FALSE(cut.UDSInUse);
+  EXPECT_FALSE(cut.MAX187InUse);
+  const SourcesInUse all = FindSourcesInUse(RowsOf({2, 3, 17, 27}));
+  EXPECT_FALSE(all.SoundLeftInUse);
+  EXPECT_TRUE(all.SoundRightInUse && all.MAX187InUse && all.MAX186InUse && all.UDSInUse);
+  const SourcesInUse neighbours = FindSourcesInUse(RowsOf({18, 28, 19, 9}));
+  EXPECT_FALSE(neighbours.MAX186InUse || neighbours.UDSInUse);
+}
+
+TEST(SourceTable, AStartIsRefusedWithoutASourceOrWithoutTheSoundCardItNeeds) {
+  EXPECT_EQ(RefuseAtStart(RowsOf({0, 20}), true),
+            "You must select a data source for channel one.\n\nGo to Options / Data Source and select a source.");
+  EXPECT_EQ(RefuseAtStart(RowsOf({20, 1}), false),
+            "You have a sound card channel selected as a data source but no sound card is available. Change to another "
+            "data source under Options / Data Source.");
+  EXPECT_EQ(RefuseAtStart(RowsOf({20, 1}), true), "");
+  EXPECT_EQ(RefuseAtStart(RowsOf({20, 0, 1}), false), "") << "the sound row is not read";
+}
+
+TEST(SourceTable, TheOptionsRefuseWhatCannotWork) {
+  EXPECT_EQ(RefuseInOptions(RowsOf({20, 2}), false),
+            "You have selected a sound channel as a data source and no sound card is available. Please select a "
+            "different data source for channel 2.");
+  EXPECT_EQ(RefuseInOptions(RowsOf({3, 20, 12}), true),
+            "You have both MAX186 and MAX187 ADCs selected for use.\n\nThis will not work.  Please edit your data "
+            "source selections.");
+  EXPECT_EQ(RefuseInOptions(RowsOf({3, 0, 12, 1}), false), "");
+}
+
+TEST(SourceTable, EstimatesFollowTheFileLayoutAndTheRate) {
+  Settings settings = RowsOf({20, 21});
+  settings.MaxArrayCount = 1000000;
+  settings.NoTimeStamps = false;
+  settings.SaveAsIntegers = false;
+  EXPECT_EQ(ConvertCountSize(settings), "(approx file size in bytes = 24,000,000 )");
+  settings.SaveAsIntegers = true;
+  EXPECT_EQ(ConvertCountSize(settings), "(approx file size in bytes = 12,000,000 )");
+  settings.NoTimeStamps = true;
+  EXPECT_EQ(ConvertCountSize(settings), "(approx file size in bytes = 4,000,000 )");
+  settings.MaxArrayCount = std::numeric_limits<std::int32_t>::max();
+  settings.SaveAsIntegers = false;
+  EXPECT_EQ(ConvertCountSize(settings), "(approx file size in bytes = 34,359,738,352 )") << "more than 32 bits";
+
+  settings.SampleRate = 80;
+  settings.vAvg = 0;
+  EXPECT_EQ(ConvertCountRate(settings), "12.5  Samples per Second.") << "an average below 1 counts as 1";
+  settings.vAvg = 25;
+  EXPECT_EQ(ConvertCountRate(settings), "2  Seconds per Sample.");
+  settings.SampleRate = 0;
+  EXPECT_EQ(ConvertCountRate(settings), "");
+}
+
+TEST(SourceTable, HintsTellOfTheFirstNoneAndOfMissingEquations) {
+  Settings settings = RowsOf({41, 40, 0});
+  settings.Equ = {};
+  settings.Equ[0] = "CH2*2";
+  settings.Equ[1] = " ";
+  EXPECT_EQ(DsrcToolTip(settings, 0), "Equation: CH2*2");
+  EXPECT_EQ(DsrcToolTip(settings, 1), "Equation Not Defined - be sure to define it before charting.");
+  EXPECT_EQ(DsrcToolTip(settings, 2),
+            "Data Source for Channel - 3  Note: First occurence of 'none' determines highest channel used.");
+  EXPECT_EQ(DsrcToolTip(settings, 8), "");
+  EXPECT_EQ(DsrcToolTip(settings, -1), "");
+}
+
+}  // namespace
+}  // namespace tarvolt
