@@ -8,6 +8,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -29,7 +30,9 @@ bool IsReady(int descriptor, short event, int milliseconds) {
 }  // namespace
 
 RunningSource::RunningSource(const std::vector<std::string>& arguments) {
-  std::vector<std::string> words = {TARVOLT_PROGRAM_FOLDER "/tv-uds", "--port", "0"};
+  std::vector<std::string> words = {TARVOLT_PROGRAM_FOLDER "/tv-uds"};
+  if (std::find(arguments.begin(), arguments.end(), "--port") == arguments.end())
+    words.insert(words.end(), {"--port", "0"});
   words.insert(words.end(), arguments.begin(), arguments.end());
   std::vector<char*> pointers;
   for (std::string& word : words) pointers.push_back(word.data());

@@ -9,7 +9,7 @@
 
 namespace tarvolt::uds {
 
-/// The real program, started for a test with a free port in front of the given arguments. Killed when it is destroyed.
+/// The real program, started for a test on a free port unless the arguments name one. Killed when it is destroyed.
 class RunningSource {
  public:
   explicit RunningSource(const std::vector<std::string>& arguments);
