@@ -48,7 +48,9 @@ Session::Session(std::unique_ptr<QTcpSocket> socket, const Source& source, const
   timer_.setSingleShot(true);
   QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { PushDueSets(); });
   QObject::connect(socket_.get(), &QTcpSocket::readyRead, &timer_, [this] { ReadMessages(); });
-  QObject::connect(socket_.get(), &QTcpSocket::bytesWritten, &timer_, [this] { ReadMessages(); });
+  // Later, since a write may tell of itself at once, inside the answer to a message.
+  QObject::connect(
+      socket_.get(), &QTcpSocket::bytesWritten, &timer_, [this] { ReadMessages(); }, Qt::QueuedConnection);
   QObject::connect(socket_.get(), &QTcpSocket::disconnected, &timer_, std::move(onEnded));
   // The first words may have come before anyone listened for them.
   QTimer::singleShot(0, &timer_, [this] { ReadMessages(); });
@@ -144,8 +146,9 @@ bool Session::SendNextSet(double monotonicTime) {
     socket_->disconnectFromHost();
     return false;
   }
-  Send(DataSetMessages(*values, StampOfNextSet(monotonicTime)));
+  const std::string messages = DataSetMessages(*values, StampOfNextSet(monotonicTime));
   pacer_.Take();
+  Send(messages);
   return IsConnected();
 }
 

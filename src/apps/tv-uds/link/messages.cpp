@@ -16,7 +16,7 @@ std::string DataSetMessages(const std::vector<double>& values, std::optional<dou
     text += '#';
     text += digit++;
     // The blank in front of a value that is not negative keeps the shortest item above the recorder's least length.
-    text += WireNumber(value) + kEndOfMessage;
+    text += (value < 0 ? "" : " ") + NumberText(value) + kEndOfMessage;
   }
   text += stamp ? "^^3000" + NumberText(*stamp) : std::string("^^3001");
   return text + kEndOfMessage;
