@@ -168,7 +168,7 @@ TEST(SimLoop, AnExceptionOutOfATickLeavesTheLoopUsable) {
   EXPECT_EQ(ticks, 3);
 }
 
-TEST(SimLoop, AWatchdogRestartedWithEverySampleCostsNothing) {
+TEST(SimLoop, AWatchdogRestartedWithEverySampleBarksOneWholePeriodAfterTheLast) {
   Machine machine;
   std::int64_t samples = 0;
   bool barked = false;
