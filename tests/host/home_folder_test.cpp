@@ -7,6 +7,7 @@
 #include <map>
 
 #include "temp_folder.h"
+#include "text/number.h"
 
 namespace tarvolt {
 namespace {
@@ -55,7 +56,7 @@ TEST_F(HomeFolderTest, OneProgramAtATimeHasAHome) {
     HomeLock second;
     EXPECT_FALSE(second.Take(home, why_));
     EXPECT_NE(why_.find(home.native()), std::string::npos) << why_;
-    EXPECT_NE(why_.find(std::to_string(::getpid())), std::string::npos) << why_;
+    EXPECT_NE(why_.find(NumberText(std::int64_t{::getpid()})), std::string::npos) << why_;
     HomeLock other;
     EXPECT_TRUE(other.Take(folder_.Path() / "other", why_)) << why_;
   }
