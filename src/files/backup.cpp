@@ -91,13 +91,22 @@ void LocalBackup::Append(std::error_code& error) {
     return;
   }
   const std::uint64_t size = file->Size(error);
-  if (!error && size < ExpectedSize() && (storeHoldsAll_ || size < frontSize_)) {
-    file.reset();
-    MakeAnew(error);
-    return;
+  if (!error && size != ExpectedSize()) {
+    if (!CanBeMended(size)) {
+      file.reset();
+      MakeAnew(error);
+      return;
+    }
+    Mend(*file, size, error);
   }
-  if (!error && size != ExpectedSize()) Mend(*file, size, error);
   if (!error) WritePending(*file, error);
+}
+
+// After a failure a torn sample may stand at the end, which is cut off. Otherwise the file is not the one that was
+// left, and is made anew; but while the store could not give the whole of it again, what can be the log's own is kept.
+bool LocalBackup::CanBeMended(std::uint64_t size) const {
+  if (size < frontSize_) return false;
+  return (failing_ && size > ExpectedSize()) || !storeHoldsAll_;
 }
 
 void LocalBackup::WritePending(File& file, std::error_code& error) {
@@ -124,8 +133,6 @@ void LocalBackup::WritePending(File& file, std::error_code& error) {
   file.Truncate(ExpectedSize(), ignored);
 }
 
-// The end of the file is not where it was left, and the store alone could not give the whole of it again: what stands
-// in front of that is kept.
 void LocalBackup::Mend(File& file, std::uint64_t size, std::error_code& error) {
   if (size < ExpectedSize()) samplesInFile_ = WholeSamples(layout_, size - frontSize_);
   file.Truncate(ExpectedSize(), error);

@@ -37,6 +37,7 @@ class LocalBackup {
   void WriteFront(std::error_code& error);
   void Append(std::error_code& error);
   void WritePending(File& file, std::error_code& error);
+  bool CanBeMended(std::uint64_t size) const;
   void Mend(File& file, std::uint64_t size, std::error_code& error);
   void MakeAnew(std::error_code& error);
   void TellFailure(const std::error_code& error);

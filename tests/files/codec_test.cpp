@@ -19,7 +19,7 @@ TEST(HeaderCodec, FieldsLieBackToBackInLittleEndian) {
   header.yMax = 900;
   header.yMin = -10;
   header.timeZone = 2;
-  header.author = "A. Observer";                     // shorter than its field
+  header.author = "A. Observer";                      // shorter than its field
   header.localName = "Home Station        too long";  // longer than it
   header.location = "Somewhere quiet";
   header.channels = 3;
@@ -48,8 +48,8 @@ TEST(SampleLayout, LastIndexFollowsTheLengthInEachLayout) {
     std::int32_t last;
   };
   const Case cases[] = {
-      {{2, true, false}, 24 * 5, 4},      {{2, true, false}, 24 * 5 + 23, 4},  // a torn last sample does not count
-      {{2, true, true}, 12 * 5, 4},       {{2, false, true}, 4 * 5 + 3, 4},
+      {{2, true, false}, 24 * 5, 4},       {{2, true, false}, 24 * 5 + 23, 4},  // a torn last sample does not count
+      {{2, true, true}, 12 * 5, 4},        {{2, false, true}, 4 * 5 + 3, 4},
       {{2, false, false}, 16 * 5, 5},  // one too many, as all readers have it
       {{9, false, false}, 72 * 5 + 71, 5}, {{1, true, false}, 0, -1},
       {{1, false, false}, 0, 0},
@@ -73,8 +73,7 @@ SampleColumns TwoChannels(std::initializer_list<double> values) {
 }
 
 TEST(SampleLayout, IntegersAreRoundedToEvenAndHeldInTheirRange) {
-  const SampleColumns columns =
-      TwoChannels({0.5, 1.5, 2.5, 1e6, std::numeric_limits<double>::quiet_NaN(), -32768.4});
+  const SampleColumns columns = TwoChannels({0.5, 1.5, 2.5, 1e6, std::numeric_limits<double>::quiet_NaN(), -32768.4});
   const SampleLayout layout{2, true, true};
   std::string bytes(6 * layout.BytesPerSample(), '?');
   EncodeSamples(columns, layout, 0, 6, bytes.data());

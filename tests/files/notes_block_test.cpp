@@ -1,16 +1,22 @@
+#include "files/notes_block.h"
+
 #include <gtest/gtest.h>
 
-#include "files/notes_block.h"
 #include "files/raw_file.h"
 
 namespace tarvolt {
 namespace {
 
 TEST(ParseNotes, TakesEveryKindOfItem) {
-  const ParsedNotes notes = ParseNotes(Block(
-      "my notes", {"Logged Using UT", "Logged In LMST", "No Time Stamps", "Time Ref Zero", "CHL0Total power",
-                   "CHL8ninth", "CHO0-12.5", "CHO11E+21", "Integer Save", "XALABELtime", "YALABEL counts ",
-                   "MetaData_Antenna\xC8" "2 x 3 m", "MetaData_Empty\xC8", "LBL^|^2\xFE" "17\xFE" "event\xFE"}));
+  const ParsedNotes notes = ParseNotes(
+      Block("my notes", {"Logged Using UT", "Logged In LMST", "No Time Stamps", "Time Ref Zero", "CHL0Total power",
+                         "CHL8ninth", "CHO0-12.5", "CHO11E+21", "Integer Save", "XALABELtime", "YALABEL counts ",
+                         "MetaData_Antenna\xC8"
+                         "2 x 3 m",
+                         "MetaData_Empty\xC8",
+                         "LBL^|^2\xFE"
+                         "17\xFE"
+                         "event\xFE"}));
   EXPECT_EQ(notes.freeText, "my notes");
   EXPECT_TRUE(notes.usingUT && notes.lmst && notes.noTimeStamps && notes.timeRefZero && notes.integers);
   EXPECT_EQ(notes.labels[0], "Total power");
@@ -40,16 +46,22 @@ TEST(ParseNotes, WhereTheMarksStandDecidesWhatIsFreeText) {
 }
 
 TEST(ParseNotes, AnEmptyItemEndsTheBlock) {
-  const ParsedNotes notes = ParseNotes("*[[*CHL0first\xFF\xFF" "CHL1second\xFF*]]*");
+  const ParsedNotes notes = ParseNotes(
+      "*[[*CHL0first\xFF\xFF"
+      "CHL1second\xFF*]]*");
   EXPECT_EQ(notes.labels[0], "first");
   EXPECT_EQ(notes.labels[1], "");
   EXPECT_TRUE(ParseNotes("*[[*Integer Save*]]*").integers) << "the last item needs no end";
 }
 
 TEST(ParseNotes, TestsGoByContainmentInTheirOrder) {
-  const ParsedNotes notes = ParseNotes(Block("", {"MetaData_CHL gain\xC8" "12", "CHL1No Time Stamps"}));
+  const ParsedNotes notes = ParseNotes(Block("", {"MetaData_CHL gain\xC8"
+                                                  "12",
+                                                  "CHL1No Time Stamps"}));
   EXPECT_EQ(notes.metadata.Records().size(), 0u) << "the name holds the token of a label";
-  EXPECT_EQ(notes.labels[0], "Data_CHL gain\xC8" "12");  // character 4 is no digit and counts as 0
+  EXPECT_EQ(notes.labels[0],
+            "Data_CHL gain\xC8"
+            "12");  // character 4 is no digit and counts as 0
   EXPECT_TRUE(notes.noTimeStamps);
   EXPECT_EQ(notes.labels[1], "");
 }
@@ -66,10 +78,11 @@ std::string NotationItem(const std::string& channel, const std::string& index, c
 }
 
 TEST(ParseNotes, NotationsWithBadFieldsAreDropped) {
-  const ParsedNotes notes =
-      ParseNotes(Block("", {NotationItem("10", "5", "channel"), NotationItem("-1", "5", "channel"),
-                            NotationItem("1", "-5", "index"), NotationItem("", "555", "none"),
-                            NotationItem("1", "5", ""), NotationItem("9", "0", "good"), "LBL^|^1\xFE" "22222"}));
+  const ParsedNotes notes = ParseNotes(Block(
+      "", {NotationItem("10", "5", "channel"), NotationItem("-1", "5", "channel"), NotationItem("1", "-5", "index"),
+           NotationItem("", "555", "none"), NotationItem("1", "5", ""), NotationItem("9", "0", "good"),
+           "LBL^|^1\xFE"
+           "22222"}));
   ASSERT_EQ(notes.notations.count, 1);
   EXPECT_EQ(notes.notations.slots[0].text, "good");
   EXPECT_EQ(notes.notations.slots[0].channel, 9);
@@ -109,8 +122,9 @@ TEST(BuildNotes, WritesTheItemsInTheirOrder) {
   EXPECT_EQ(BuildNotes(WindowWithNotes(), "free", options),
             Block("free", {"Logged Using UT", "Logged In LMST", "No Time Stamps", "Time Ref Zero", "CHL0Total power",
                            "CHL1B", "CHO00", "CHO1-0.25", "Integer Save", "YALABEL volts",
-                           "MetaData_Antenna\xC8" "dish", NotationItem("1", "0", "first"),
-                           NotationItem("1", "30", "second")}));
+                           "MetaData_Antenna\xC8"
+                           "dish",
+                           NotationItem("1", "0", "first"), NotationItem("1", "30", "second")}));
 }
 
 TEST(BuildNotes, AViewKeepsItsNotationsAtTheirSamples) {

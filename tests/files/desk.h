@@ -1,0 +1,65 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "files/naming.h"
+#include "model/chart_window.h"
+#include "model/session.h"
+#include "sim/sim_host.h"
+#include "timebase/time_base.h"
+
+namespace tarvolt {
+
+/// A window with a chart on a simulated machine; no run goes on unless a test acts as one.
+class Desk {
+ public:
+  explicit Desk(int channels = 2, std::uint64_t seed = 1) : host(seed), session(host.Record(), "/station") {
+    std::error_code error;
+    host.disk.MakeFolders("/station/Data", error);
+    LoadRegistrySettings(session.store, session.overrides, "/station", session.settings);
+    session.settings.DataDirectory = "/station/Data/";
+    session.settings.PromptBeforeSaving = false;
+    session.settings.ShowMsgBox = false;
+    session.settings.OrganizeByMonth = false;
+    session.settings.OrganizeByDay = false;
+    session.settings.LocalName = "Home";
+    session.settings.Author = "A. Observer";
+    window.header.localName = "Home                ";
+    window.run.ChannelCount = channels;
+    window.chart.SetChannelCount(channels);
+  }
+
+  /// The value that Record gives a channel of the n-th sample of the run.
+  static double Value(int channel, int n) { return 100.0 * channel + n + 0.25; }
+
+  /// Stores the next `count` samples, ten seconds apart.
+  void Record(int count) {
+    StripChart& chart = window.chart;
+    for (int i = 0; i < count; ++i, ++recorded) {
+      const std::int32_t index = chart.AddTime(Stamp(recorded));
+      for (int channel = 0; channel < chart.ChannelCount(); ++channel)
+        chart.SetValue(channel, index, Value(channel, recorded));
+    }
+    window.run.CurrentStamp = Stamp(recorded - 1);
+    window.run.EndStamp = window.run.CurrentStamp;
+  }
+
+  /// Stamp of the n-th recorded sample: from 2 January 2010, 12:00 on.
+  static TimeStamp Stamp(int n) { return 40180.5 + n * 10.0 / 86400; }
+
+  std::string Bytes(const std::filesystem::path& path) { return host.disk.Contents(path).value_or("(no such file)"); }
+  bool Exists(const std::filesystem::path& path) { return host.disk.Contents(path).has_value(); }
+  bool Logged(std::string_view words) const { return session.log.Text().find(words) != std::string::npos; }
+  std::string Marker(std::string_view key = "LocalRun") const {
+    return session.store.GetSetting(Section::Settings, key);
+  }
+
+  SimHost host;
+  Session session;
+  ChartWindow window;
+  int recorded = 0;
+};
+
+}  // namespace tarvolt

@@ -1,0 +1,115 @@
+#include "files/pending_saves.h"
+
+#include <gtest/gtest.h>
+
+#include "files/backup.h"
+#include "files/desk.h"
+#include "files/raw_file.h"
+#include "files/saving.h"
+
+namespace tarvolt {
+namespace {
+
+constexpr const char* kFirst = "/disk/100102120000.tvd";
+constexpr const char* kAside = "/station/Data/recovery/100102120000local.tvd";
+
+/// A station whose files go to a disk of their own, which is full.
+struct FullDisk : Desk {
+  FullDisk() : backup(session, window), pending(session) {
+    std::error_code error;
+    host.disk.MakeFolders("/disk", error);
+    host.disk.SetReadOnly("/disk", true);
+    session.settings.DiskBackUp = true;
+  }
+
+  /// One log: recorded, refused by the disk and set aside.
+  bool LogSetAside(int samples, const std::string& name) {
+    backup.InitLocalBU();
+    for (int i = 0; i < samples; ++i) {
+      Record(1);
+      backup.LocalBackUp();
+    }
+    EXPECT_EQ(SaveDataFile(session, window, name), SaveOutcome::Failed);
+    return pending.SetAside(window, name);
+  }
+
+  void RetryFor(int calls) {
+    for (int i = 0; i < calls; ++i) pending.Retry();
+  }
+
+  LocalBackup backup;
+  PendingSaves pending;
+};
+
+double FirstStampOf(const std::string& bytes) {
+  return NumberAt<double>(bytes, 156 + NumberAt<std::int32_t>(bytes, 152));
+}
+
+TEST(PendingSaves, KeepALogUntilTheDiskHasRoom) {
+  FullDisk station;
+  station.window.save.PendingNotes = "notes of the first log";
+  ASSERT_TRUE(station.LogSetAside(5, kFirst));
+  EXPECT_EQ(station.window.chart.Count(), 0);
+  EXPECT_TRUE(station.Exists(kAside)) << "its backup outlives the next log's";
+  station.window.save.PendingNotes = "notes of the second log";
+  ASSERT_TRUE(station.LogSetAside(4, "/disk/second.tvd"));
+
+  const std::string logBefore = station.session.log.Text();
+  station.RetryFor(3);
+  EXPECT_EQ(station.session.log.Text(), logBefore) << "tries that fail are silent";
+  station.host.disk.SetReadOnly("/disk", false);
+  station.RetryFor(10);
+  EXPECT_TRUE(station.pending.Empty());
+  const std::string first = station.Bytes(kFirst);
+  EXPECT_EQ(FirstStampOf(first), Desk::Stamp(0));
+  EXPECT_EQ(first.size() - 156 - NumberAt<std::int32_t>(first, 152), 5 * 24u);
+  EXPECT_NE(first.find("notes of the first log"), std::string::npos);
+  EXPECT_EQ(FirstStampOf(station.Bytes("/disk/second.tvd")), Desk::Stamp(5));
+  EXPECT_FALSE(station.Exists(kAside));
+  EXPECT_TRUE(station.Logged(std::string(" Saved ") + kFirst));
+}
+
+TEST(PendingSaves, AreLimitedAndThenTakeNothing) {
+  FullDisk station;
+  for (std::size_t i = 0; i < PendingSaves::kLimit; ++i)
+    ASSERT_TRUE(station.LogSetAside(3, "/disk/" + std::string(1, static_cast<char>('a' + i)) + ".tvd"));
+  EXPECT_FALSE(station.LogSetAside(3, "/disk/last.tvd"));
+  EXPECT_EQ(station.window.chart.Count(), 3);
+  EXPECT_TRUE(station.window.save.BackupActive);
+}
+
+TEST(PendingSaves, TriesGrowRareWhileTheDiskRefuses) {
+  FullDisk station;
+  ASSERT_TRUE(station.LogSetAside(3, kFirst));
+  station.host.disk.SetReadOnly("/disk", false);
+  station.host.disk.FailOperation(1, SimDisk::Repeat::ForEver);
+  const std::uint64_t before = station.host.disk.Operations();
+  station.RetryFor(600);
+  EXPECT_LT(station.host.disk.Operations() - before, 60u);
+  station.host.disk.Heal();
+  station.RetryFor(70);
+  EXPECT_TRUE(station.pending.Empty());
+}
+
+TEST(PendingSaves, AMiniServersSamplesComeFromItsBackupSetAside) {
+  FullDisk station;
+  station.session.settings.MiniServer = true;
+  station.backup.InitLocalBU();
+  for (int i = 0; i < 6; ++i) {
+    station.Record(1);
+    station.backup.LocalBackUp();
+    if (i != 3) continue;
+    station.window.chart.ClearData();
+    station.backup.StoreWasCleared();
+  }
+  ASSERT_TRUE(station.pending.SetAside(station.window, kFirst));
+  station.backup.InitLocalBU();
+  station.host.disk.SetReadOnly("/disk", false);
+  station.pending.Retry();
+  const std::string bytes = station.Bytes(kFirst);
+  EXPECT_EQ(FirstStampOf(bytes), Desk::Stamp(0));
+  EXPECT_EQ(bytes.size() - 156 - NumberAt<std::int32_t>(bytes, 152), 6 * 24u);
+}
+
+}  // namespace
+}  // namespace tarvolt

@@ -1,0 +1,96 @@
+#include "files/recovery.h"
+
+#include <gtest/gtest.h>
+
+#include "files/desk.h"
+
+namespace tarvolt {
+namespace {
+
+// Twelve o'clock of the day on which the simulated machine is switched on, in the machine's local time.
+constexpr const char* kCopy = "/station/Data/recovery/100102120000local.tvd";
+constexpr const char* kBackup = "/station/Data/localdatabackup.tvd";
+
+void Mark(Desk& desk, std::string_view key) {
+  desk.session.store.SaveSetting(Section::Settings, key, "Running");
+}
+
+TEST(RecoverBackups, RescuesTheLocalBackupAndEveryClients) {
+  Desk desk;
+  desk.session.settings.ShowMsgBox = true;
+  Mark(desk, "LocalRun");
+  desk.host.disk.Put(kBackup, "local samples");
+  for (const char* digit : {"1", "2", "3", "4", "5", "6", "7", "8", "9"}) {
+    Mark(desk, std::string("ClientRun") + digit);
+    desk.host.disk.Put(std::string("/station/Data/clientdatabackup") + digit + ".tvd", digit);
+  }
+  EXPECT_TRUE(RecoverBackups(desk.session));
+  EXPECT_EQ(desk.Bytes(kCopy), "local samples");
+  EXPECT_EQ(desk.Bytes("/station/Data/recovery/100102120000client3.tvd"), "3");
+  EXPECT_EQ(desk.Bytes("/station/Data/recovery/100102120000client9.tvd"), "9");
+  EXPECT_EQ(desk.Marker(), "OK");
+  EXPECT_EQ(desk.Marker("ClientRun9"), "OK");
+  EXPECT_TRUE(desk.Exists(kBackup)) << "kept until the next run";
+  EXPECT_TRUE(desk.host.dialogs.HasShown("Recovery Alert"));
+  EXPECT_TRUE(desk.host.dialogs.HasShown(kCopy));
+  EXPECT_FALSE(RecoverBackups(desk.session));
+}
+
+TEST(RecoverBackups, WithoutAFileOrAMarkerThereIsNothingToTell) {
+  Desk desk;
+  desk.session.settings.ShowMsgBox = true;
+  Mark(desk, "LocalRun");
+  desk.host.disk.Put("/station/Data/clientdatabackup1.tvd", "of a run that ended well");
+  EXPECT_FALSE(RecoverBackups(desk.session));
+  EXPECT_EQ(desk.Marker(), "OK");
+  EXPECT_TRUE(desk.host.dialogs.Boxes().empty());
+  EXPECT_TRUE(desk.host.disk.FolderExists("/station/Data/recovery"));
+  EXPECT_EQ(desk.host.disk.AllFiles().count("/station/Data/recovery/100102120000client1.tvd"), 0u);
+}
+
+TEST(RecoverBackups, NeverOverwritesAnEarlierRescue) {
+  Desk desk;
+  for (const char* content : {"first", "second", "third"}) {
+    Mark(desk, "LocalRun");
+    desk.host.disk.Put(kBackup, content);
+    EXPECT_TRUE(RecoverBackups(desk.session));
+  }
+  EXPECT_EQ(desk.Bytes(kCopy), "first");
+  EXPECT_EQ(desk.Bytes("/station/Data/recovery/100102120000local_2.tvd"), "second");
+  EXPECT_EQ(desk.Bytes("/station/Data/recovery/100102120000local_3.tvd"), "third");
+}
+
+TEST(RecoverBackups, ACopyThatFailsLeavesMarkerAndBackup) {
+  Desk desk;
+  desk.session.settings.ShowMsgBox = true;
+  Mark(desk, "LocalRun");
+  desk.host.disk.Put(kBackup, std::string(100, 'x'));
+  desk.host.disk.SetCapacity(desk.host.disk.Used() + 50);
+  EXPECT_FALSE(RecoverBackups(desk.session));
+  EXPECT_EQ(desk.Marker(), "Running");
+  EXPECT_TRUE(desk.host.dialogs.HasShown("Could Not Copy"));
+  EXPECT_FALSE(desk.Exists(kCopy));
+  desk.host.disk.SetCapacity(SimDisk::kUnlimited);
+  EXPECT_TRUE(RecoverBackups(desk.session));
+  EXPECT_EQ(desk.Bytes(kCopy), std::string(100, 'x'));
+}
+
+// A second crash, at any moment of the rescue: the start after it finds the samples in a copy or rescues them itself.
+TEST(RecoverBackups, ACrashDuringTheRescueLosesNothing) {
+  for (std::uint64_t step = 1; step < 15; ++step) {
+    Desk desk(2, step);
+    Mark(desk, "LocalRun");
+    desk.host.disk.Put(kBackup, "the samples");
+    desk.host.disk.CrashAtOperation(step, step);
+    desk.host.RunsUntilCrash([&] { RecoverBackups(desk.session); });
+    desk.host.Reboot();
+    Session next(desk.host.Record(), "/station");
+    next.store.Load();
+    next.settings.DataDirectory = "/station/Data";
+    RecoverBackups(next);
+    EXPECT_EQ(desk.Bytes(kCopy), "the samples") << step;
+  }
+}
+
+}  // namespace
+}  // namespace tarvolt

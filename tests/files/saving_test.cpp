@@ -1,0 +1,342 @@
+#include "files/saving.h"
+
+#include <gtest/gtest.h>
+
+#include "files/backup.h"
+#include "files/desk.h"
+#include "files/notes_block.h"
+#include "files/raw_file.h"
+
+namespace tarvolt {
+namespace {
+
+constexpr const char* kName = "/station/Data/100102120000.tvd";
+
+std::size_t SampleOffset(const std::string& bytes) {
+  return 156 + NumberAt<std::int32_t>(bytes, 152);
+}
+
+std::string SamplesOf(const std::string& bytes) {
+  return bytes.substr(std::min(bytes.size(), SampleOffset(bytes)));
+}
+
+// The samples of Desk::Record as a file has them.
+std::string Expected(int first, int last, bool stamps = true, bool integers = false, int channels = 2) {
+  RawFile raw;
+  for (int i = first; i <= last; ++i) {
+    if (stamps) raw.Add(Desk::Stamp(i));
+    for (int channel = 0; channel < channels; ++channel) {
+      if (integers) {
+        raw.Add(static_cast<std::int16_t>(100 * channel + i));
+      } else {
+        raw.Add(Desk::Value(channel, i));
+      }
+    }
+  }
+  return raw.Bytes();
+}
+
+TEST(SaveDataFile, WritesHeaderNotesAndEverySample) {
+  Desk desk;
+  desk.session.store.SaveSetting(Section::Settings, "Version", "1.12.3");
+  desk.Record(5);
+  desk.window.notes = "loaded notes. ";
+  desk.window.save.PendingNotes = "my notes";
+  desk.window.run.DataNeedsSave = true;
+  ASSERT_EQ(SaveDataFile(desk.session, desk.window, kName), SaveOutcome::Saved);
+
+  const std::string bytes = desk.Bytes(kName);
+  EXPECT_EQ(bytes.substr(0, 10), "0112030000");
+  EXPECT_EQ(NumberAt<double>(bytes, 10), Desk::Stamp(0));
+  EXPECT_EQ(NumberAt<double>(bytes, 18), Desk::Stamp(3)) << "one sample short of the last";
+  EXPECT_EQ(NumberAt<std::int16_t>(bytes, 150), 2);
+  const std::string notes = bytes.substr(156, SampleOffset(bytes) - 156);
+  EXPECT_EQ(notes, Block("loaded notes. my notes", {"CHL0", "CHL1", "CHO00", "CHO10"}));
+  EXPECT_EQ(SamplesOf(bytes), Expected(0, 4));
+
+  EXPECT_FALSE(desk.window.run.DataNeedsSave);
+  EXPECT_EQ(desk.window.view.StatusText, " Saved 100102120000.tvd");
+  EXPECT_TRUE(desk.Logged(std::string(" Saved ") + kName));
+  EXPECT_EQ(desk.session.recent.saved[0], kName);
+  EXPECT_FALSE(desk.Exists(std::string(kName) + ".part"));
+}
+
+TEST(SaveDataFile, KnowsAllFourLayouts) {
+  for (const bool stamps : {true, false}) {
+    for (const bool integers : {true, false}) {
+      Desk desk;
+      desk.Record(4);
+      desk.session.settings.NoTimeStamps = !stamps;
+      desk.session.settings.SaveAsIntegers = integers;
+      ASSERT_EQ(SaveDataFile(desk.session, desk.window, kName), SaveOutcome::Saved);
+      EXPECT_EQ(SamplesOf(desk.Bytes(kName)), Expected(0, 3, stamps, integers)) << stamps << integers;
+    }
+  }
+}
+
+TEST(SaveDataFile, ManyPiecesMakeOneFile) {
+  Desk desk(1);
+  desk.Record(70000);  // more than one buffer
+  ASSERT_EQ(SaveDataFile(desk.session, desk.window, kName), SaveOutcome::Saved);
+  EXPECT_EQ(SamplesOf(desk.Bytes(kName)), Expected(0, 69999, true, false, 1));
+}
+
+TEST(SaveDataFile, ValuesTooLargeForIntegersAreSavedAsDoublesUnderTheIntegerToken) {
+  Desk desk;
+  desk.Record(4);
+  desk.window.chart.SetValue(1, 2, 40000);
+  desk.session.settings.SaveAsIntegers = true;
+  ASSERT_EQ(SaveDataFile(desk.session, desk.window, kName), SaveOutcome::Saved);
+  const std::string bytes = desk.Bytes(kName);
+  EXPECT_EQ(SamplesOf(bytes).size(), 4 * 24u);
+  EXPECT_TRUE(ParseNotes(bytes.substr(156, SampleOffset(bytes) - 156)).integers);
+  EXPECT_EQ(desk.host.dialogs.Questions(), 0);
+
+  desk.session.settings.ShowMsgBox = true;
+  desk.host.dialogs.AnswerNext(Answer::Cancel);
+  EXPECT_EQ(SaveDataFile(desk.session, desk.window, "/station/Data/other.tvd"), SaveOutcome::NotWanted);
+  EXPECT_FALSE(desk.Exists("/station/Data/other.tvd"));
+}
+
+// Every operation of a save fails in turn: the old file stays whole, nothing else is left behind, and the next try
+// works.
+TEST(SaveDataFile, AFailureAtAnyStepLosesNothing) {
+  for (std::uint64_t step = 1;; ++step) {
+    Desk desk;
+    desk.Record(5);
+    desk.host.disk.Put(kName, "old file");
+    desk.window.run.DataNeedsSave = true;
+    desk.host.disk.FailOperation(step, SimDisk::Repeat::ForEver, std::errc::no_space_on_device);
+    const SaveOutcome outcome = SaveDataFile(desk.session, desk.window, kName);
+    desk.host.disk.Heal();
+    if (outcome == SaveOutcome::Saved) {
+      EXPECT_GT(step, 4u);
+      break;
+    }
+    EXPECT_EQ(outcome, SaveOutcome::Failed);
+    EXPECT_EQ(desk.Bytes(kName), "old file");
+    EXPECT_TRUE(desk.window.run.DataNeedsSave);
+    EXPECT_TRUE(desk.Logged("Could Not Save"));
+    EXPECT_EQ(SaveDataFile(desk.session, desk.window, kName), SaveOutcome::Saved);
+    EXPECT_EQ(SamplesOf(desk.Bytes(kName)), Expected(0, 4));
+  }
+}
+
+TEST(SaveDataFile, ACrashLeavesTheOldFileOrTheNewOne) {
+  for (std::uint64_t step = 1; step < 12; ++step) {
+    Desk desk(2, step);
+    desk.Record(5);
+    desk.host.disk.Put(kName, "old file");
+    desk.host.disk.SetPowerLoss(true);
+    desk.host.disk.CrashAtOperation(step, step);
+    const bool crashed = desk.host.RunsUntilCrash([&] { SaveDataFile(desk.session, desk.window, kName); });
+    desk.host.Reboot();
+    const std::string bytes = desk.Bytes(kName);
+    if (bytes != "old file") EXPECT_EQ(SamplesOf(bytes), Expected(0, 4)) << step;
+    if (step == 1) EXPECT_TRUE(crashed);
+  }
+}
+
+TEST(SaveDataFile, AFailureIsToldOnceHoweverOftenItIsTried) {
+  Desk desk;
+  desk.session.settings.ShowMsgBox = true;
+  desk.Record(5);
+  desk.host.disk.SetReadOnly("/station/Data", true);
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(SaveDataFile(desk.session, desk.window, kName), SaveOutcome::Failed);
+  EXPECT_EQ(desk.host.dialogs.Boxes().size(), 1u);
+}
+
+// A run of `count` samples with its backup, stopped.
+struct StoppedRun : Desk {
+  explicit StoppedRun(int count) : backup(session, window) {
+    session.settings.DiskBackUp = true;
+    backup.InitLocalBU();
+    for (int i = 0; i < count; ++i) {
+      Record(1);
+      backup.LocalBackUp();
+    }
+    window.run.DataNeedsSave = true;
+  }
+
+  LocalBackup backup;
+};
+
+TEST(SaveFromBackup, SamplesComeFromAWholeBackup) {
+  StoppedRun run(5);
+  run.window.chart.SetValue(0, 1, -1);  // only a file made from the backup has the value of the run
+  ASSERT_EQ(SaveDataFile(run.session, run.window, kName), SaveOutcome::Saved);
+  EXPECT_EQ(SamplesOf(run.Bytes(kName)), Expected(0, 4));
+}
+
+TEST(SaveFromBackup, ABackupThatLacksSamplesOrIsTornGivesWayToTheStore) {
+  for (const std::size_t cut : {24u, 5u}) {
+    StoppedRun run(5);
+    const std::string whole = run.Bytes(run.window.save.LocalBackupFile);
+    run.host.disk.Put(run.window.save.LocalBackupFile, whole.substr(0, whole.size() - cut));
+    ASSERT_EQ(SaveDataFile(run.session, run.window, kName), SaveOutcome::Saved);
+    EXPECT_EQ(SamplesOf(run.Bytes(kName)), Expected(0, 4));
+  }
+}
+
+TEST(SaveFromBackup, AVanishedBackupIsForgotten) {
+  StoppedRun run(5);
+  std::error_code error;
+  run.host.disk.Remove(run.window.save.LocalBackupFile, error);
+  ASSERT_EQ(SaveDataFile(run.session, run.window, kName), SaveOutcome::Saved);
+  EXPECT_EQ(SamplesOf(run.Bytes(kName)), Expected(0, 4));
+  EXPECT_FALSE(run.window.save.BackupActive);
+}
+
+TEST(SaveFromBackup, ABackupOfIntegersIsNotUsedForValuesThatNeedDoubles) {
+  Desk desk;
+  desk.session.settings.DiskBackUp = desk.session.settings.SaveAsIntegers = true;
+  LocalBackup backup(desk.session, desk.window);
+  backup.InitLocalBU();
+  desk.Record(4);
+  desk.window.chart.SetValue(0, 1, 1e6);
+  backup.LocalBackUp();
+  desk.window.run.DataNeedsSave = true;
+  ASSERT_EQ(SaveDataFile(desk.session, desk.window, kName), SaveOutcome::Saved);
+  EXPECT_EQ(NumberAt<double>(SamplesOf(desk.Bytes(kName)), 24 + 8), 1e6);
+}
+
+TEST(SaveFromBackup, AMiniServerSavesItsWholeRun) {
+  Desk desk;
+  desk.session.settings.DiskBackUp = desk.session.settings.MiniServer = true;
+  desk.window.run.time.firstStamp = Desk::Stamp(0);
+  LocalBackup backup(desk.session, desk.window);
+  backup.InitLocalBU();
+  for (int i = 0; i < 7; ++i) {
+    desk.Record(1);
+    backup.LocalBackUp();
+    if (i != 3 && i != 5) continue;
+    desk.window.chart.ClearData();
+    backup.StoreWasCleared();
+  }
+  ASSERT_EQ(desk.window.chart.Count(), 1);
+  desk.window.run.DataNeedsSave = true;
+  ASSERT_EQ(CheckForSave(desk.session, desk.window, true), SaveOutcome::Saved);
+  const std::string bytes = desk.Bytes(kName);
+  EXPECT_EQ(SamplesOf(bytes), Expected(0, 6));
+  EXPECT_EQ(NumberAt<double>(bytes, 10), Desk::Stamp(0));
+  EXPECT_EQ(NumberAt<double>(bytes, 18), Desk::Stamp(6)) << "the run's own end";
+  EXPECT_EQ(desk.window.view.StatusText, "Reload 100102120000.tvd to View ");
+}
+
+TEST(CheckForSave, TheMarkerFollowsTheOutcome) {
+  StoppedRun run(5);
+  EXPECT_EQ(run.Marker(), "Running");
+  run.host.disk.SetReadOnly("/station/Data", true);
+  EXPECT_EQ(CheckForSave(run.session, run.window, true), SaveOutcome::Failed);
+  EXPECT_EQ(run.Marker(), "Running");
+  run.host.disk.SetReadOnly("/station/Data", false);
+  EXPECT_EQ(CheckForSave(run.session, run.window, true), SaveOutcome::Saved);
+  EXPECT_EQ(run.Marker(), "OK");
+}
+
+TEST(CheckForSave, RulesDecide) {
+  const auto outcome = [](int samples, const std::function<void(Desk&)>& change) {
+    Desk desk;
+    desk.Record(samples);
+    change(desk);
+    return CheckForSave(desk.session, desk.window, true);
+  };
+  const auto nothing = [](Desk&) {};
+  EXPECT_EQ(outcome(3, nothing), SaveOutcome::Saved);
+  EXPECT_EQ(outcome(1, nothing), SaveOutcome::NotWanted);
+  const auto noAutosave = [](Desk& desk) { desk.session.settings.AutoSaveStandAlone = false; };
+  EXPECT_EQ(outcome(3, noAutosave), SaveOutcome::NotWanted);
+  EXPECT_EQ(outcome(3,
+                    [&](Desk& desk) {
+                      noAutosave(desk);
+                      desk.window.save.UserAskedSave = true;
+                    }),
+            SaveOutcome::Saved);
+  EXPECT_EQ(outcome(3, [](Desk& desk) { desk.window.Mode = SessionMode::Client; }), SaveOutcome::Saved);
+  const auto miniWithoutBackup = [](Desk& desk) {
+    desk.session.settings.MiniServer = true;
+    desk.session.settings.DiskBackUp = false;
+  };
+  EXPECT_EQ(outcome(3, miniWithoutBackup), SaveOutcome::NotWanted);
+  EXPECT_EQ(outcome(3,
+                    [&](Desk& desk) {
+                      miniWithoutBackup(desk);
+                      desk.window.save.LoadedFromFile = true;
+                    }),
+            SaveOutcome::Saved);
+}
+
+TEST(CheckForSave, EqualityWithTheThresholdSavesAtATurnoverButNotAtAStop) {
+  Desk desk;
+  desk.Record(3);  // 0.25 to 102.25
+  Settings& settings = desk.session.settings;
+  settings.SaveIF = 1;
+  settings.SaveIFVal = 102.25;
+  EXPECT_TRUE(SaveIfAtTurnover(settings, desk.window.chart));
+  EXPECT_FALSE(SaveIfAtStop(settings, desk.window.chart));
+  EXPECT_EQ(CheckForSave(desk.session, desk.window, true), SaveOutcome::NotWanted);
+  settings.SaveIF = -1;
+  settings.SaveIFVal = 0.25;
+  EXPECT_TRUE(SaveIfAtTurnover(settings, desk.window.chart));
+  EXPECT_FALSE(SaveIfAtStop(settings, desk.window.chart));
+  settings.SaveIFVal = 0.5;
+  EXPECT_EQ(CheckForSave(desk.session, desk.window, true), SaveOutcome::Saved);
+}
+
+TEST(CheckForSave, TwoSamplesAreToldOrSavedUnderTheBadName) {
+  Desk desk;
+  desk.Record(2);
+  EXPECT_EQ(CheckForSave(desk.session, desk.window, true), SaveOutcome::Saved);
+  EXPECT_EQ(SamplesOf(desk.Bytes("/station/Data/BADFILE")), Expected(0, 1));
+  desk.session.settings.ShowMsgBox = true;
+  EXPECT_EQ(CheckForSave(desk.session, desk.window, true), SaveOutcome::NotWanted);
+  EXPECT_TRUE(desk.host.dialogs.HasShown("There is not enough data to save."));
+}
+
+TEST(CheckForSave, ThePersonChoosesTheNameOrCancels) {
+  Desk desk;
+  desk.Record(3);
+  Settings& settings = desk.session.settings;
+  settings.PromptBeforeSaving = settings.ShowMsgBox = settings.OrganizeByMonth = settings.OrganizeByDay = true;
+  desk.host.dialogs.ChooseFileNext(std::nullopt);
+  EXPECT_EQ(CheckForSave(desk.session, desk.window, true), SaveOutcome::NotWanted);
+  EXPECT_TRUE(desk.host.dialogs.HasShown("Home  Save Data File (Cancel to Abort Save)"));
+  EXPECT_FALSE(desk.host.disk.FolderExists("/station/Data/Home/1001"));
+  EXPECT_TRUE(desk.host.disk.FolderExists("/station/Data/Home"));
+
+  desk.host.dialogs.ChooseFileNext("/station/mine.tvd");
+  EXPECT_EQ(CheckForSave(desk.session, desk.window, true), SaveOutcome::Saved);
+  EXPECT_TRUE(desk.Exists("/station/mine.tvd"));
+
+  const int asked = desk.host.dialogs.Questions();
+  settings.ShowMsgBox = false;
+  EXPECT_EQ(CheckForSave(desk.session, desk.window, true), SaveOutcome::Saved);
+  EXPECT_EQ(desk.host.dialogs.Questions(), asked) << "with boxes off nothing waits for a person";
+}
+
+TEST(SaveView, SavesTheStretchInViewAndPutsTheHeaderBack) {
+  Desk desk;
+  desk.Record(10);
+  desk.window.header.author = "Before              ";
+  desk.window.chart.XAxisMin = Desk::Stamp(2) + 1e-6;
+  desk.window.chart.XAxisMax = Desk::Stamp(6) - 1e-6;
+  desk.window.notations.slots[0] = {0, 4, "event", 1};
+  desk.window.notations.count = 1;
+  desk.host.dialogs.ChooseFileNext("/station/view.tvd");
+  ASSERT_EQ(SaveView(desk.session, desk.window), SaveOutcome::Saved);
+  const std::string bytes = desk.Bytes("/station/view.tvd");
+  EXPECT_EQ(SamplesOf(bytes), Expected(3, 6));
+  EXPECT_EQ(NumberAt<double>(bytes, 10), Desk::Stamp(3));
+  EXPECT_EQ(NumberAt<double>(bytes, 18), Desk::Stamp(5));
+  const ParsedNotes notes = ParseNotes(bytes.substr(156, SampleOffset(bytes) - 156));
+  EXPECT_EQ(notes.notations.slots[0].index, 1);
+  EXPECT_EQ(notes.metadata.Records().at(0).name, "Modified Save: 100102120000");
+  EXPECT_EQ(notes.metadata.Records().at(0).value, "Local Name:Home Observer:A. Observer");
+  EXPECT_EQ(desk.window.header.start, 0);
+
+  desk.window.chart.XAxisMax = desk.window.chart.XAxisMin;
+  EXPECT_EQ(SaveView(desk.session, desk.window), SaveOutcome::NotWanted);
+}
+
+}  // namespace
+}  // namespace tarvolt
