@@ -22,6 +22,13 @@ std::string SeparatorEnded(const std::filesystem::path& folder) {
 
 }  // namespace
 
+ChartRun::ChartRun(Recorder& recorder)
+    : recorder_(recorder),
+      session_(recorder.session),
+      window_(recorder.window),
+      run_(recorder.window.run),
+      view_(recorder.window.view) {}
+
 void ChartRun::StartChart(const std::string& profile) {
   if (run_.ChartRunning || starting_) return;
   starting_ = true;

@@ -7,7 +7,6 @@
 #include <QProcess>
 #include <algorithm>
 #include <cerrno>
-#include <csignal>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
@@ -59,13 +58,6 @@ bool IsFile(const std::string& name) {
 
 QString ShellText(const std::string& word) {
   return QString::fromStdString(DiskPath(word).native());
-}
-
-/// Signals that this program takes from a descriptor are blocked, which a started program would inherit.
-void UnblockSignals() {
-  sigset_t none;
-  ::sigemptyset(&none);
-  ::sigprocmask(SIG_SETMASK, &none, nullptr);
 }
 
 bool SetClass(int policy, int level) {
@@ -141,7 +133,6 @@ bool LinuxProcesses::StartMinimised(const std::string& commandLine, std::string&
   process.setArguments(arguments);
   process.setStandardInputFile(QProcess::nullDevice());
   process.setStandardOutputFile(QProcess::nullDevice());
-  process.setChildProcessModifier(UnblockSignals);
   if (process.startDetached()) return true;
   why = AnsiFromUtf8(process.errorString().toStdString());
   return false;

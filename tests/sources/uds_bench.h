@@ -22,7 +22,8 @@ namespace tarvolt {
 class ScriptedSource {
  public:
   ScriptedSource(SimHost& machine, std::uint16_t port)
-      : listener_(machine.network.Listen("127.0.0.1", port, [this](std::shared_ptr<SimPeer> peer) { Accept(peer); })) {}
+      : listener_(machine.network.Listen("127.0.0.1", port,
+                                         [this](std::shared_ptr<SimPeer> accepted) { Accept(accepted); })) {}
 
   std::string statusAnswer = "^^20132\xFF^^1001\xFF";
   std::string dataAnswer;
@@ -67,7 +68,7 @@ class UdsBench final : public RunControl {
     settings.MaxDuration = 1;
     settings.Dsrc = {};
     int row = 0;
-    for (const std::int16_t source : sources) settings.Dsrc[row++] = source;
+    for (const std::int16_t number : sources) settings.Dsrc[row++] = number;
   }
 
   void StartChart(const std::string&) override {}
@@ -111,7 +112,7 @@ class UdsBench final : public RunControl {
   }
 
   SimHost host{7};
-  Session session{host.Record(), "/home"};
+  Session session{host.Record(), "/station"};
   Settings& settings = session.settings;
   ChartWindow window;
   RunState& run = window.run;

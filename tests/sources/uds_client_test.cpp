@@ -109,17 +109,26 @@ INSTANTIATE_TEST_SUITE_P(
                   bench.source->onStat = [&bench] { bench.source->peer->Close(); };
                 },
                 0ms, 1s, "Manually aborted waiting for UDS Initialization.", true},
-        Failure{"AnsweredAndBroken",
+        Failure{"AnsweredAndHungUp",
+                [](UdsBench& bench) {
+                  ListenWithStatus(bench, "");
+                  bench.source->onStat = [&bench] {
+                    bench.source->peer->Send("^^1001\xFF");
+                    bench.source->peer->Close();
+                  };
+                },
+                0ms, 1s, "Manually aborted waiting for UDS Initialization.", true},
+        Failure{"Broken",
                 [](UdsBench& bench) {
                   ListenWithStatus(bench, "");
                   bench.source->onStat = [&bench] { bench.source->peer->Break("Connection reset by peer"); };
                 },
-                0ms, 1s, "UDS link: Connection reset by peer", false},
+                0ms, 1s, "Manually aborted waiting for UDS Initialization.", true},
         Failure{"NineChannels", [](UdsBench& bench) { ListenWithStatus(bench, "^^20139\xFF^^1001\xFF"); }, 0ms, 1s,
                 "Fatal Stream Error! There was an error in the number of channels received!", false},
         Failure{"NoCount", [](UdsBench& bench) { ListenWithStatus(bench, "^^2013\xFF"); }, 0ms, 1s,
                 "Fatal Stream Error! There was an error in the number of channels received!", false}),
-    [](const auto& info) { return info.param.name; });
+    [](const auto& failing) { return failing.param.name; });
 
 TEST(UdsStart, StartsTheProgramAndWaitsForItsWindowWithoutALimit) {
   UdsBench bench;
@@ -223,7 +232,7 @@ TEST(UdsPoll, AStopDuringTheWaitEndsItWithoutAWord) {
 
 TEST(UdsClient, GoesWithItsLinkUp) {
   SimHost host{1};
-  Session session{host.Record(), "/home"};
+  Session session{host.Record(), "/station"};
   session.settings.UDSip = "127.0.0.1";
   session.settings.UDSport = 1735;
   ScriptedSource source{host, 1735};

@@ -21,7 +21,7 @@ int main(int argc, char** argv) {
     if (station) station->TakeDialogText(line);
   });
   const std::unique_ptr<HostOwner> owner = MakeHost(application, std::move(dialogs));
-  UnixSignals signals(owner->loop);
+  UnixSignals stopSignals(owner->loop);
   TerminalKeys keys(owner->loop);
 
   const std::filesystem::path home = FindHome(options.home.empty() ? std::nullopt : std::optional(options.home));
@@ -32,7 +32,7 @@ int main(int argc, char** argv) {
     return 1;
   }
   station = std::make_unique<Station>(owner->host, options, home);
-  signals.OnStopSignal([&station] { station->RequestEnd(); });
+  stopSignals.OnStopSignal([&station] { station->RequestEnd(); });
   keys.OnEscape([&station] { station->Escape(); });
   const int status = station->Run();
   station.reset();

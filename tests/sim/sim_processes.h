@@ -1,0 +1,46 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/processes.h"
+
+namespace tarvolt {
+
+/// The other programs of a simulated machine: window titles, and a note of what was started.
+class SimProcesses final : public Processes {
+ public:
+  bool IsRunning(std::string_view words) override;
+  bool StartMinimised(const std::string& commandLine, std::string& why) override;
+  bool SetPriority(PriorityClass priority, std::string& why) override;
+
+  /// A program opens or closes a window with this title.
+  void OpenWindow(const std::string& title) { titles_.insert(title); }
+  void CloseWindow(const std::string& title) { titles_.erase(title); }
+
+  /// Called with each command line that was started: here the program comes to life.
+  std::function<void(const std::string& commandLine)> onStart;
+
+  /// Starts, or changes of the priority, fail from here on with this reason; an empty one ends that.
+  void RefuseStarts(const std::string& why) { startRefusal_ = why; }
+  void RefusePriority(const std::string& why) { priorityRefusal_ = why; }
+
+  /// The command lines asked for so far, also those that were refused.
+  const std::vector<std::string>& Started() const { return started_; }
+
+  /// The priority that was set last.
+  std::optional<PriorityClass> Priority() const { return priority_; }
+
+ private:
+  std::set<std::string> titles_;
+  std::vector<std::string> started_;
+  std::string startRefusal_;
+  std::string priorityRefusal_;
+  std::optional<PriorityClass> priority_;
+};
+
+}  // namespace tarvolt

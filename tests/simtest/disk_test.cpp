@@ -1,0 +1,235 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "sim/sim_disk.h"
+
+namespace tarvolt {
+namespace {
+
+constexpr const char* kFile = "/home/station/run.tvd";
+
+/// Opens, writes and closes; the error of the write, or of the opening.
+std::error_code WriteFile(SimDisk& disk, const char* path, std::string_view bytes, OpenMode mode, bool sync = false) {
+  std::error_code error;
+  const auto file = disk.Open(path, mode, error);
+  if (file != nullptr) file->Write(bytes, error);
+  if (file != nullptr && sync && !error) file->Sync(error);
+  return error;
+}
+
+/// Replaces kFile as a careful program does: beside it, synced or not, and renamed over it.
+void ReplaceFile(SimDisk& disk, std::string_view bytes, bool sync) {
+  std::error_code error = WriteFile(disk, "/home/station/run.new", bytes, OpenMode::Create, sync);
+  if (!error) disk.Rename("/home/station/run.new", kFile, error);
+}
+
+TEST(SimDisk, BehavesAsAFileSystem) {
+  SimDisk disk(1);
+  std::error_code error;
+  EXPECT_EQ(WriteFile(disk, kFile, "abc", OpenMode::Create), std::errc::no_such_file_or_directory) << "no folder yet";
+  disk.MakeFolders("/home/station/", error);
+  EXPECT_FALSE(WriteFile(disk, kFile, "abcdef", OpenMode::Create));
+  EXPECT_FALSE(WriteFile(disk, kFile, "gh", OpenMode::Append));
+  EXPECT_FALSE(WriteFile(disk, kFile, "AB", OpenMode::ReadWrite));
+  EXPECT_EQ(disk.Contents(kFile), "ABcdefgh");
+  EXPECT_EQ(disk.Used(), 8u);
+
+  auto file = disk.Open(kFile, OpenMode::ReadWrite, error);
+  file->Truncate(3, error);
+  file->Seek(5, error);
+  file->Write("z", error);
+  EXPECT_EQ(disk.Contents(kFile), std::string("ABc\0\0z", 6)) << "a hole reads as zeros";
+  char bytes[10];
+  file->Seek(2, error);
+  EXPECT_EQ(file->Read(bytes, sizeof bytes, error), 4u);
+  EXPECT_EQ(std::string(bytes, 1), "c");
+  EXPECT_EQ(file->Read(bytes, sizeof bytes, error), 0u);
+  EXPECT_FALSE(error);
+
+  disk.Open(kFile, OpenMode::Read, error)->Write("x", error);
+  EXPECT_TRUE(error) << "opened for reading";
+  disk.Put("/home/station/old/a.txt", "1");
+  disk.Put("/home/station/a.txt", "1");
+  disk.Rename("/home/station/old/a.txt", "/home/station/run.tvd", error);
+  EXPECT_EQ(disk.Contents(kFile), "1");
+  EXPECT_EQ(disk.Used(), 2u);
+  EXPECT_EQ(disk.ListFiles("/home/station", error), (std::vector<std::filesystem::path>{"a.txt", "run.tvd"}));
+  disk.Remove("/home/station", error);
+  EXPECT_EQ(error, std::errc::directory_not_empty);
+  disk.Remove("/home/station/none", error);
+  EXPECT_FALSE(error);
+  disk.ListFiles("/none", error);
+  EXPECT_EQ(error, std::errc::no_such_file_or_directory);
+}
+
+TEST(SimDisk, AFullDiskStoresWhatFits) {
+  SimDisk disk(1);
+  disk.Put(kFile, "abc");
+  disk.SetCapacity(5);
+  EXPECT_EQ(WriteFile(disk, kFile, "defg", OpenMode::Append), std::errc::no_space_on_device);
+  EXPECT_EQ(disk.Contents(kFile), "abcde");
+  EXPECT_FALSE(WriteFile(disk, kFile, "ABCDE", OpenMode::ReadWrite)) << "what needs no more room can be written";
+  disk.SetCapacity(6);
+  EXPECT_FALSE(WriteFile(disk, kFile, "f", OpenMode::Append));
+  EXPECT_EQ(disk.Contents(kFile), "ABCDEf");
+}
+
+TEST(SimDisk, FoldersVanishAndRefuse) {
+  SimDisk disk(1);
+  std::error_code error;
+  disk.Put(kFile, "abc");
+  disk.Put("/home/stationary.txt", "kept");
+  disk.SetReadOnly("/home/station", true);
+  EXPECT_EQ(WriteFile(disk, kFile, "d", OpenMode::Append), std::errc::permission_denied);
+  disk.Remove(kFile, error);
+  EXPECT_EQ(error, std::errc::permission_denied);
+  disk.Rename("/home/stationary.txt", "/home/station/b", error);
+  EXPECT_EQ(error, std::errc::permission_denied);
+  EXPECT_EQ(disk.Operations(), 0u) << "what was refused is no operation";
+  disk.SetReadOnly("/home/station", false);
+
+  auto open = disk.Open(kFile, OpenMode::Append, error);
+  disk.RemoveTree("/home/station");
+  open->Write("def", error);
+  EXPECT_FALSE(error) << "an open file outlives its name";
+  EXPECT_EQ(disk.Used(), 4u);
+  EXPECT_FALSE(disk.FolderExists("/home/station"));
+  EXPECT_EQ(WriteFile(disk, kFile, "d", OpenMode::Append), std::errc::no_such_file_or_directory);
+  EXPECT_EQ(disk.Contents("/home/stationary.txt"), "kept");
+}
+
+TEST(SimDisk, TheChosenOperationFailsOnceOrForEver) {
+  SimDisk disk(1);
+  disk.Put(kFile, "");
+  disk.FailOperation(2, SimDisk::Repeat::Once);
+  EXPECT_FALSE(WriteFile(disk, kFile, "aaaa", OpenMode::Append));
+  EXPECT_EQ(WriteFile(disk, kFile, "bbbb", OpenMode::Append), std::errc::io_error);
+  EXPECT_LT(disk.Contents(kFile)->size(), 9u);
+  EXPECT_FALSE(WriteFile(disk, kFile, "c", OpenMode::Append));
+  disk.FailOperation(1, SimDisk::Repeat::ForEver, std::errc::permission_denied);
+  EXPECT_EQ(WriteFile(disk, kFile, "d", OpenMode::Append), std::errc::permission_denied);
+  EXPECT_EQ(WriteFile(disk, kFile, "d", OpenMode::Append), std::errc::permission_denied);
+  disk.Heal();
+  EXPECT_FALSE(WriteFile(disk, kFile, "e", OpenMode::Append));
+}
+
+TEST(SimDisk, ACrashAtEachOperationLeavesTheOldFileOrTheNew) {
+  int olds = 0;
+  int news = 0;
+  for (std::uint64_t n = 1; n <= 4; ++n) {
+    for (std::uint64_t seed = 0; seed < 20; ++seed) {
+      SimDisk disk(1);
+      disk.Put(kFile, "old");
+      disk.CrashAtOperation(n, seed);
+      EXPECT_THROW(ReplaceFile(disk, "newer", true), SimCrash);
+      EXPECT_THROW(disk.FileExists(kFile), SimCrash) << "a dead program reads nothing";
+      disk.Reboot();
+      EXPECT_TRUE(disk.FileExists(kFile));
+      (disk.Contents(kFile) == "old" ? olds : news)++;
+      EXPECT_TRUE(disk.Contents(kFile) == "old" || disk.Contents(kFile) == "newer");
+      const std::string torn = disk.Contents("/home/station/run.new").value_or("");
+      EXPECT_TRUE(std::string("newer").starts_with(torn));
+      EXPECT_FALSE(WriteFile(disk, kFile, "x", OpenMode::Append)) << "one crash, not one at each start";
+    }
+  }
+  EXPECT_GT(news, 0) << "a rename may have been done when the program died in it";
+  EXPECT_GT(olds, 60);
+}
+
+TEST(SimDisk, TheDeadProgramsDestructorsMeetAFailingDisk) {
+  struct WritesAtTheEnd {
+    SimDisk& disk;
+    std::error_code& error;
+    ~WritesAtTheEnd() { error = WriteFile(disk, kFile, "last words", OpenMode::Append); }
+  };
+  SimDisk disk(1);
+  disk.Put(kFile, "");
+  std::error_code unwinding;
+  std::error_code afterwards;
+  std::error_code error;
+  const auto openBefore = disk.Open(kFile, OpenMode::Append, error);
+  disk.CrashAtOperation(1, 7);
+  try {
+    const WritesAtTheEnd inStack{disk, unwinding};
+    WriteFile(disk, kFile, "", OpenMode::Append);
+    FAIL() << "it should have died";
+  } catch (const SimCrash& crash) {
+    EXPECT_EQ(crash.operation, 1u);
+  }
+  disk.Kill();
+  { const WritesAtTheEnd later{disk, afterwards}; }
+  EXPECT_TRUE(unwinding);
+  EXPECT_TRUE(afterwards);
+  EXPECT_EQ(disk.Contents(kFile), "");
+  disk.Reboot();
+  openBefore->Write("ghost", error);
+  EXPECT_TRUE(error) << "a file opened before the crash is not open after it";
+  EXPECT_EQ(disk.Contents(kFile), "");
+}
+
+/// Replaces a file, loses power behind the rename, and counts what is found.
+struct Found {
+  int olds = 0;
+  int news = 0;
+  int torn = 0;
+};
+Found AfterPowerLoss(bool sync, bool powerLoss) {
+  Found found;
+  for (std::uint64_t seed = 0; seed < 100; ++seed) {
+    SimDisk disk(seed);
+    disk.Put(kFile, "old");
+    disk.SetPowerLoss(powerLoss);
+    ReplaceFile(disk, "newer", sync);
+    disk.Kill();
+    disk.Reboot();
+    const auto bytes = disk.Contents(kFile);
+    (bytes == "old" ? found.olds : bytes == "newer" ? found.news : found.torn)++;
+  }
+  return found;
+}
+
+TEST(SimDisk, LosingPowerLosesWhatWasNotSyncedAndDyingDoesNot) {
+  const Found killed = AfterPowerLoss(false, false);
+  EXPECT_EQ(killed.news, 100);
+  const Found careful = AfterPowerLoss(true, true);
+  EXPECT_EQ(careful.torn, 0);
+  EXPECT_GT(careful.olds, 0) << "the rename itself was never synced";
+  EXPECT_GT(careful.news, 0);
+  const Found careless = AfterPowerLoss(false, true);
+  EXPECT_GT(careless.torn, 0) << "a rename may be on the disk before the bytes are";
+}
+
+TEST(SimDisk, LosingPowerKeepsAPrefixOfTheWritesInOrder) {
+  const std::string synced = "0000000000";
+  const std::string all = "AAA0000000BBBB";
+  int shortened = 0;
+  for (std::uint64_t seed = 0; seed < 50; ++seed) {
+    SimDisk disk(seed);
+    disk.Put(kFile, synced);
+    disk.SetPowerLoss(true);
+    WriteFile(disk, kFile, "AAA", OpenMode::ReadWrite);
+    WriteFile(disk, kFile, "BBBB", OpenMode::Append);
+    disk.Kill();
+    disk.Reboot();
+    const std::string bytes = *disk.Contents(kFile);
+    ASSERT_GE(bytes.size(), synced.size());
+    EXPECT_EQ(bytes.substr(3, 7), "0000000");
+    EXPECT_EQ(disk.Used(), bytes.size());
+    const bool laterWriteSurvived = bytes.size() > synced.size();
+    EXPECT_TRUE(!laterWriteSurvived || all.starts_with(bytes)) << "the later write without the earlier";
+    if (bytes != all) ++shortened;
+  }
+  EXPECT_GT(shortened, 10);
+}
+
+TEST(SimDisk, AppendingASmallRecordToALargeFileCostsTheRecord) {
+  SimDisk disk(1);
+  disk.SetPowerLoss(true);
+  disk.Put(kFile, std::string(20'000'000, 'x'));
+  for (int record = 0; record < 200'000; ++record) WriteFile(disk, kFile, "12345678", OpenMode::Append);
+  EXPECT_EQ(disk.Contents(kFile)->size(), 21'600'000u);
+}
+
+}  // namespace
+}  // namespace tarvolt
