@@ -119,16 +119,18 @@ bool FormMain::RunCommand(const SlashCommand& command) {
   return true;
 }
 
-void FormMain::LoadProfile(const std::string& path) {
+bool FormMain::LoadProfile(const std::string& path) {
   std::string problem;
   if (LoadProfileFile(session_.host.files, path, session_.overrides, session_.home.string(), session_.settings,
                       problem)) {
     AddProfileFile(session_.recent, path);
     session_.Add2SLog("Loaded Profile " + std::filesystem::path(path).filename().string());
-    return;
+    return true;
   }
-  session_.Add2SLog(problem);
-  session_.Tell("Tarvolt", problem);
+  const std::string refusal = "Could not load the profile " + path + ": " + problem;
+  session_.Add2SLog(refusal);
+  session_.Tell("Tarvolt", refusal);
+  return false;
 }
 
 }  // namespace tarvolt

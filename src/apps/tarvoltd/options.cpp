@@ -28,6 +28,11 @@ std::string AddOverride(const std::string& text, SettingOverrides& overrides) {
   return "";
 }
 
+// What comes first must be a slash command or a data file; words behind it may be arguments.
+bool IsCommand(const std::string& text) {
+  return text.starts_with('/') || IsDataFileName(text);
+}
+
 void Refuse(StationOptions& options, const std::string& why) {
   std::cerr << "tarvoltd: " << why << "\nSee tarvoltd --help.\n";
   options.finished = true;
@@ -65,6 +70,10 @@ StationOptions ParseStationOptions(int argc, char** argv) {
     const std::string problem = AddOverride(text, options.overrides);
     if (problem.empty()) continue;
     Refuse(options, problem);
+    return options;
+  }
+  if (!slash.empty() && !IsCommand(slash.front())) {
+    Refuse(options, "\"" + slash.front() + "\" is neither a slash command nor a data file");
     return options;
   }
   std::transform(mode.begin(), mode.end(), mode.begin(), [](unsigned char c) { return std::tolower(c); });
