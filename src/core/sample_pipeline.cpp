@@ -122,6 +122,8 @@ void SamplePipeline::KeepMiniChartSmall() {
 
 void SamplePipeline::StoreSample() {
   const std::int32_t index = window_.chart.AddTime(run_.CurrentStamp);
+  storeRefused_ = index >= window_.chart.Count();
+  if (storeRefused_) session_.Add2SLog("No memory for a further sample: the log ends here.");
   for (int channel = 0; channel < std::min(run_.ChannelCount, kChannels); ++channel) {
     window_.chart.SetValue(channel, index, run_.ChannelValue[channel] + run_.ChannelOffset[channel]);
   }
@@ -155,7 +157,7 @@ void SamplePipeline::ResetExtremes() {
 
 void SamplePipeline::CheckLimits() {
   const Settings& settings = session_.settings;
-  if (run_.Dcount >= settings.MaxArrayCount) {
+  if (run_.Dcount >= settings.MaxArrayCount || storeRefused_) {
     recorder_.control.MaxedOut(MaxedOutMode::LimitReached);
   } else if (!settings.UseRestartTime && run_.CurrentStamp >= run_.ChartEndTime) {
     recorder_.control.MaxedOut(MaxedOutMode::LimitReached);
