@@ -173,6 +173,7 @@ void ChartRun::ClearForNewRun() {
   run_.DataNeedsSave = false;
   recorder_.saveFailed = false;
   window_.save.LoadedFromFile = false;
+  window_.save.SavedAs.clear();
   view_.SaveCommands = false;
 }
 

@@ -26,6 +26,7 @@ Station::Station(std::uint64_t seed, const WallTime& ut) : host(seed, ut), uds(h
     return std::vector<double>{static_cast<double>(set), -static_cast<double>(set)};
   });
   uds.PushesEvery(100ms);
+  host.network.weather.delay = 0ms;
   Set("Dsrc0", 20).Set("Dsrc1", 21).Set("UDSpush", true).Set("PromptBeforeSaving", false);
   Set("OrganizeByMonth", false).Set("OrganizeByDay", false);
 }
@@ -115,7 +116,8 @@ std::vector<Sample> Station::SamplesIn(const std::string& file) {
   if (reader.Open(file) != OpenResult::Ok) return samples;
   FileSample raw;
   for (std::int32_t i = 0; i < reader.WholeCount() && reader.ReadSample(i, raw); ++i) {
-    samples.push_back({raw.time, std::vector<double>(raw.values.begin(), raw.values.begin() + reader.Header().channels)});
+    samples.push_back(
+        {raw.time, std::vector<double>(raw.values.begin(), raw.values.begin() + reader.Header().channels)});
   }
   return samples;
 }

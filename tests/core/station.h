@@ -20,8 +20,9 @@ struct Sample {
   std::vector<double> values;
 };
 
-/// The whole recorder on a simulated machine, told about as an observer would: settings, a data source, time that passes,
-/// crashes, and the files that are there afterwards. Its home is "/station", its only source one of two channels.
+/// The whole recorder on a simulated machine, told about as an observer would: settings, a data source, time that
+/// passes, crashes, and the files that are there afterwards. Its home is "/station", its only source one of two
+/// channels.
 class Station {
  public:
   explicit Station(std::uint64_t seed = 1, const WallTime& ut = {2010, 1, 2, 12, 0, 0, 0});
@@ -48,7 +49,8 @@ class Station {
   /// The program dies without a word; the machine is ready for the next Boot.
   void Kill();
 
-  /// Runs a part of the program's life that may end in a crash of the disk; true when it did, and the machine is ready again.
+  /// Runs a part of the program's life that may end in a crash of the disk; true when it did, and the machine is ready
+  /// again.
   template <typename Life>
   bool Crashes(Life life) {
     if (!host.RunsUntilCrash(life)) return false;
