@@ -31,7 +31,7 @@ void Recorder::FollowZone(double zone) {
   if (zone == time.tz) return;
   time.tz = zone;
   session.settings.TZ = zone;
-  if (time.utOffset != 0 || time.logLMST || window.run.ChartIsUT) time.utOffset = -zone / 24;
+  if (time.logLMST || window.run.ChartIsUT) time.utOffset = -zone / 24;
   session.log.SetUTOffset(time.utOffset);
   session.Add2SLog("Your Timezone has Changed.");
 }

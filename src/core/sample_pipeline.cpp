@@ -95,7 +95,7 @@ bool SamplePipeline::StampSample(std::optional<TimeStamp> sourceTime) {
     if (!HandleClockStep(stamp)) return false;
   } else {
     run_.CurrentStamp = stamp;
-    run_.EndStamp = stamp;
+    run_.EndStamp = now;
     run_.StepBack = 0;
   }
   run_.LastStamp = run_.CurrentStamp;
