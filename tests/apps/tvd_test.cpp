@@ -35,7 +35,7 @@ class Tvd : public testing::Test {
 
   Result Run(const std::string& arguments) {
     Result result;
-    const std::string command = std::string(TARVOLT_PROGRAM_FOLDER) + "/tvd " + arguments + " 2>&1";
+    const std::string command = TARVOLT_PROGRAM_FOLDER "/tvd " + arguments + " 2>&1";
     FILE* pipe = popen(command.c_str(), "r");
     std::array<char, 4096> piece;
     while (const std::size_t read = fread(piece.data(), 1, piece.size(), pipe))
