@@ -6,6 +6,7 @@ namespace tarvolt {
 
 void ChartRun::MaxedOut(MaxedOutMode mode) {
   run_.MaxingOut = true;
+  if (window_.chart.AutoScale) window_.chart.ScaleYToData();
   const bool timerWasOn = HoldTimer();
   if (window_.chart.Count() > 0) run_.EndStamp = window_.chart.GetTime(window_.LastSampleIndex());
   std::filesystem::path name = NameDataFile(session_, window_, NameKind::Data, true);

@@ -112,12 +112,14 @@ bool SamplePipeline::HandleClockStep(TimeStamp stamp) {
 
 // With MiniServer the samples are kept in the backup alone: a full chart width is cleared away.
 void SamplePipeline::KeepMiniChartSmall() {
-  if (!session_.settings.MiniServer || run_.CurrentStamp < window_.chart.XAxisMax) return;
+  const double width = session_.settings.ChartWidth / 86400;
+  if (!session_.settings.MiniServer || window_.chart.Count() == 0) return;
+  if (run_.CurrentStamp - window_.chart.GetTime(0) < width) return;
   if (session_.settings.DiskBackUp && !recorder_.backup.IsComplete()) return;
   window_.chart.ClearData();
   recorder_.backup.StoreWasCleared();
   window_.chart.XAxisMin = run_.CurrentStamp;
-  window_.chart.XAxisMax = run_.CurrentStamp + session_.settings.ChartWidth / 86400;
+  window_.chart.XAxisMax = run_.CurrentStamp + width;
 }
 
 void SamplePipeline::StoreSample() {
@@ -131,6 +133,7 @@ void SamplePipeline::StoreSample() {
 
 void SamplePipeline::RepaintWhenDue() {
   if (++run_.UpdateCount < session_.settings.ChartUpdateRate) return;
+  if (window_.chart.AutoScale) window_.chart.ScaleYToData();
   ++window_.chart.RepaintRequests;
   run_.UpdateCount = 0;
 }
