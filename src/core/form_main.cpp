@@ -71,7 +71,7 @@ void FormMain::EnterMode(SessionMode mode) {
 void FormMain::ProcessCmd(std::string_view text) {
   if (text.empty()) return;
   if (IsDataFileName(text)) {
-    LoadData(session_, recorder_.window, std::string(text));
+    LoadDataFile(std::string(text));
     return;
   }
   std::string rest(text);
@@ -100,7 +100,7 @@ bool FormMain::RunCommand(const SlashCommand& command) {
     session_.overrides.emplace_back("ShowMsgBox", "False");
     session_.settings.ShowMsgBox = false;
   } else if (word == "L") {
-    LoadData(session_, recorder_.window, command.argument);
+    LoadDataFile(command.argument);
   } else if (word == "PF") {
     LoadProfile(command.argument);
   } else {
@@ -110,6 +110,10 @@ bool FormMain::RunCommand(const SlashCommand& command) {
     return false;
   }
   return true;
+}
+
+bool FormMain::LoadDataFile(const std::string& path) {
+  return LoadData(session_, recorder_.window, path);
 }
 
 bool FormMain::LoadProfile(const std::string& path) {

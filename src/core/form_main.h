@@ -44,6 +44,9 @@ class FormMain final : public RunControl {
   /// Puts the settings of a profile in force. False, and told, when it cannot be read; then nothing has changed.
   bool LoadProfile(const std::string& path);
 
+  /// Opens a data file. False, and told, when it cannot be loaded as a whole. Yields.
+  bool LoadDataFile(const std::string& path);
+
   const ChartWindow& Window() const { return recorder_.window; }
 
   /// False when words of the command line were not understood.

@@ -14,7 +14,7 @@
 namespace tarvolt {
 
 Home::Home() {
-  std::string name = (std::filesystem::temp_directory_path() / "tarvolt_station_XXXXXX").string();
+  std::string name = (std::filesystem::temp_directory_path() / "tarvolt stätion_XXXXXX").string();
   if (mkdtemp(name.data()) != nullptr) folder_ = name;
 }
 

@@ -11,7 +11,8 @@
 
 namespace tarvolt {
 
-/// A station's home: an empty folder of its own, removed with everything in it at the end.
+/// A station's home: an empty folder of its own, with a name that is not plain ASCII, removed with everything in it at
+/// the end.
 class Home {
  public:
   Home();

@@ -29,6 +29,7 @@ TEST(StationUsage, WrongWordsAreNamed) {
       {{"observe"}, 2, "observe"},
       {{"/NM", "/XYZ"}, 2, "Unrecognized Command Line Parameter XYZ"},
       {{"--profile", "nowhere.tvp", "--start"}, 1, "nowhere.tvp"},
+      {{"--load", "nowhere.tvd"}, 1, "Cannot Find the file: nowhere.tvd"},
       {{"--start", "--mode", "client"}, 1, "A chart cannot be started in Client Mode."},
       {{"--start", "--set", "Dsrc0=0"}, 1, "You must select a data source for channel one."},
   };
@@ -83,14 +84,14 @@ TEST(StationUsage, AProfileHoldsForTheRunAndSetGoesOnTop) {
                              home.Write("sets.txt", "1 2\n3 5\n10 20\n30 40\n5 5\n7 7\n9 8\n11 10\n").string(),
                              "--rate", "100", "--time-stamps"});
   const std::string port = NumberText(std::int64_t{source.Port()});
-  const std::string profile = home.Write("hydrogen line.tvp",
+  const std::string profile = home.Write("Grüne Linie.tvp",
                                          "vAvg = 4;\r\nDsrc0= 20;\r\nDsrc1= 21;\r\nUDSpush=True;\r\n"
                                          "UDSport = " +
                                              port + ";\r\nLocalName = Dish 2;\r\n")
                                   .string();
   RunningStation station(home, {"--profile", profile, "--set", "vAvg=2", "--start"});
   EXPECT_EQ(station.ExitStatus(), 0);
-  EXPECT_TRUE(station.Printed("Loaded Profile hydrogen line.tvp")) << station.Output();
+  EXPECT_TRUE(station.Printed("Loaded Profile Grüne Linie.tvp")) << station.Output();
   const Recorded file = ReadRecorded(home.DataFile());
   EXPECT_EQ(file.samples, (std::vector<std::vector<double>>{{2, 3.5}, {20, 30}, {6, 6}, {10, 9}}));
   EXPECT_EQ(file.header.localName, "Dish_2              ");
@@ -104,10 +105,11 @@ TEST(StationUsage, OpensDataFiles) {
     RunningStation station(home, Recording(source.Port(), {"LocalName=north mast"}));
     ASSERT_EQ(station.ExitStatus(), 0) << station.Output();
   }
-  const std::filesystem::path file = home.Folder() / "moon transit.tvd";
+  const std::filesystem::path file = home.Folder() / "Löwe transit.tvd";
   std::filesystem::rename(home.DataFile(), file);
   for (const std::vector<std::string>& words :
-       {std::vector<std::string>{file.string()}, std::vector<std::string>{"/L", file.string()}}) {
+       {std::vector<std::string>{file.string()}, std::vector<std::string>{"/L", file.string()},
+        std::vector<std::string>{"--load", file.string()}}) {
     RunningStation station(home, words);
     EXPECT_TRUE(station.WaitFor(file.string() + " Loaded from disk.")) << station.Output();
   }

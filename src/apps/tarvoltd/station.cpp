@@ -55,6 +55,7 @@ int Station::Load() {
   form_.Form_Load("");
   if (!options_.profile.empty() && !form_.LoadProfile(options_.profile)) return kFailed;
   if (options_.mode != SessionMode::StandAlone) form_.EnterMode(options_.mode);
+  if (!options_.load.empty() && !form_.LoadDataFile(options_.load)) return kFailed;
   form_.ProcessCmd(options_.slashCommands);
   return form_.CommandLineUnderstood() ? kSuccess : kWrongUsage;
 }
