@@ -101,7 +101,7 @@ TEST(StationUsage, AProfileHoldsForTheRunAndSetGoesOnTop) {
 TEST(StationUsage, OpensDataFiles) {
   const Home home;
   {
-    uds::RunningSource source({"--replay", home.Write("sets.txt", "1 2\n3 4\n5 6\n").string(), "--rate", "100"});
+    uds::RunningSource source({"--replay", home.Write("sets.txt", "1 2\n3 4\n5 6\n").string(), "--time-stamps"});
     RunningStation station(home, Recording(source.Port(), {"LocalName=north mast"}));
     ASSERT_EQ(station.ExitStatus(), 0) << station.Output();
   }
