@@ -51,7 +51,6 @@ struct Settings {
   bool TimeRefZero{};  ///< the x axis counts from the date of the first sample
   bool NoTimeStamps{};
   std::int16_t AvgSamplingPeriod{};  ///< seconds of the channel average
-  std::int32_t Priority{};           ///< process priority class
 
   // Time and place.
   double TZ{};  ///< local time minus UT in hours

@@ -97,7 +97,7 @@ constexpr SettingRow kRows[] = {
     Row("OptionsTabII", "0"),
     Row("Orientation", "1"),
     Row("PrintBW", "False"),
-    Row("Priority", "&H20", &Settings::Priority),
+    Row("Priority", "&H20"),
     Row("RCHbkgnd#", "0").Numbered(0, 4),
     Row("RemoteAdminIP", "0.0.0.0"),
     Row("RemoteAdminPort", "0"),

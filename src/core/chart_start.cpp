@@ -22,6 +22,13 @@ std::string SeparatorEnded(const std::filesystem::path& folder) {
 
 }  // namespace
 
+ChartRun::ChartRun(Recorder& recorder)
+    : recorder_(recorder),
+      session_(recorder.session),
+      window_(recorder.window),
+      run_(recorder.window.run),
+      view_(recorder.window.view) {}
+
 void ChartRun::StartChart(const std::string& profile) {
   if (run_.ChartRunning || starting_) return;
   starting_ = true;
@@ -166,6 +173,7 @@ void ChartRun::ClearForNewRun() {
   run_.DataNeedsSave = false;
   recorder_.saveFailed = false;
   window_.save.LoadedFromFile = false;
+  window_.save.SavedAs.clear();
   view_.SaveCommands = false;
 }
 
@@ -290,6 +298,8 @@ bool ChartRun::ConnectSources() {
     recorder_.LoTime1->SetEnabled(paced);
     return true;
   }
+  session_.Add2SLog("Using UDS: " + session_.settings.UDSexe);
+  session_.Add2SLog(std::string("UDS Data: ") + (session_.settings.UDSpush ? "Pushed" : "Polled"));
   if (!recorder_.uds.UDSConnect()) return Refuse("UDS Connection Canceled - Chart Canceled");
   FollowChannelCount();
   recorder_.LoTime1->SetEnabled(paced && !session_.settings.UDSpush);

@@ -6,13 +6,6 @@
 
 namespace tarvolt {
 
-Recorder::Recorder(Session& sharedSession, RunControl& runControl, UdsClient::SetEnded onSet)
-    : session(sharedSession),
-      control(runControl),
-      backup(sharedSession, window),
-      pending(sharedSession),
-      uds(sharedSession, window, runControl, std::move(onSet)) {}
-
 FormMain::FormMain(Session& session)
     : session_(session),
       recorder_(session, *this, [this](std::optional<TimeStamp> time) { pipeline_.GetAllData(time); }),

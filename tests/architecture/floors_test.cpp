@@ -46,7 +46,9 @@ TEST(Floors, NoIncludeRunsUpOrSideways) {
       const std::string included = IncludedFloor(line);
       if (included.empty() || included == floor || kFloors.count(included) == 0) continue;
       EXPECT_LT(kFloors.at(included), kFloors.at(floor)) << file.path << ": " << line;
-      if (included == "host") EXPECT_EQ(floor, "apps") << file.path << ": " << line;
+      if (included == "host") {
+        EXPECT_EQ(floor, "apps") << file.path << ": " << line;
+      }
     }
   }
 }
@@ -61,7 +63,8 @@ TEST(Floors, OnlyTheEdgesKnowQt) {
 
 TEST(Floors, PlatformHoldsNoCode) {
   for (const SourceFile& file : ReadSourceTree()) {
-    if (file.Floor() == "platform") EXPECT_EQ(file.path.extension(), ".h") << file.path;
+    if (file.Floor() != "platform") continue;
+    EXPECT_EQ(file.path.extension(), ".h") << file.path;
   }
 }
 

@@ -1,23 +1,40 @@
 #include <QCoreApplication>
 #include <iostream>
+#include <memory>
 
 #include "apps/tarvoltd/options.h"
 #include "apps/tarvoltd/station.h"
+#include "host/headless_dialogs.h"
 #include "host/home_folder.h"
-#include "host/linux_host.h"
+#include "host/make_host.h"
+#include "host/terminal_keys.h"
+#include "host/unix_signals.h"
 
 int main(int argc, char** argv) {
-  const tarvolt::StationOptions options = tarvolt::ParseStationOptions(argc, argv);
+  using namespace tarvolt;
+  const StationOptions options = ParseStationOptions(argc, argv);
   if (options.finished) return options.exitStatus;
+
   QCoreApplication application(argc, argv);
-  const std::filesystem::path home = tarvolt::FindHome(options.home);
-  tarvolt::HomeLock lock;
+  std::unique_ptr<Station> station;
+  auto dialogs = std::make_unique<HeadlessDialogs>([&station](const std::string& line) {
+    if (station) station->TakeDialogText(line);
+  });
+  const std::unique_ptr<HostOwner> owner = MakeHost(application, std::move(dialogs));
+  UnixSignals stopSignals(owner->loop);
+  TerminalKeys keys(owner->loop);
+
+  const std::filesystem::path home = FindHome(options.home.empty() ? std::nullopt : std::optional(options.home));
+  HomeLock lock;
   std::string why;
   if (!lock.Take(home, why)) {
     std::cerr << "tarvoltd: " << why << "\n";
     return 1;
   }
-  tarvolt::LinuxHost host;
-  tarvolt::Station station(host, options, home);
-  return station.Run();
+  station = std::make_unique<Station>(owner->host, options, home);
+  stopSignals.OnStopSignal([&station] { station->RequestEnd(); });
+  keys.OnEscape([&station] { station->Escape(); });
+  const int status = station->Run();
+  station.reset();
+  return status;
 }

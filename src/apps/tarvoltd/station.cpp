@@ -1,6 +1,6 @@
 #include "apps/tarvoltd/station.h"
 
-#include <iostream>
+#include <algorithm>
 
 #include "text/ansi.h"
 #include "text/number.h"
@@ -12,39 +12,36 @@ namespace {
 constexpr int kSuccess = 0;
 constexpr int kFailed = 1;
 
-std::string OneLine(const std::string& text) {
-  return Trim(ReplaceAll(ReplaceAll(text, "\r", ""), "\n", " "));
-}
+/// Length of the time and the blank in front of a log line's text.
+constexpr std::size_t kLogTime = 9;
 
 }  // namespace
 
-Station::Station(LinuxHost& host, const StationOptions& options, const std::filesystem::path& home)
-    : host_(host), options_(options), status_(options.quiet), session_(host.Record(), home), form_(session_) {
+Station::Station(const Host& host, const StationOptions& options, const std::filesystem::path& home)
+    : options_(options), status_(options.quiet), session_(host, home), form_(session_) {
   session_.overrides = options.overrides;
   session_.log.AddListener([this](const std::string& line) {
     lastLogged_ = line;
     status_.PrintLog(line);
   });
-  // Nobody reads a message here, so it goes to the log; one that the log has just taken is not repeated.
-  host_.OnDialogText([this](const std::string& text) {
-    const std::string line = OneLine(text);
-    const std::string said = OneLine(lastLogged_.substr(std::min<std::size_t>(lastLogged_.size(), 9)));
-    if (line.find(said) == std::string::npos || said.empty()) session_.Add2SLog(line);
-  });
+}
+
+// What the log has just taken is not repeated.
+void Station::TakeDialogText(const std::string& line) {
+  const std::string said = lastLogged_.size() > kLogTime ? Trim(lastLogged_.substr(kLogTime)) : "";
+  if (said.empty() || line.find(said) == std::string::npos) session_.Add2SLog(line);
 }
 
 int Station::Run() {
-  ListenToTheOutside();
+  StartTimers();
   int result = Load() ? kSuccess : kFailed;
   if (result == kSuccess && !form_.EndRequested()) result = Record();
   form_.Form_Unload();
-  Summarise();
+  EndTimers();
   return result;
 }
 
-void Station::ListenToTheOutside() {
-  host_.OnStopSignal([this] { form_.RequestEnd(); });
-  host_.OnEscape([this] { form_.Escape(); });
+void Station::StartTimers() {
   secondTimer_ = session_.host.loop.MakeTimer([this] { status_.Show(session_, form_.Window()); });
   secondTimer_->SetInterval(1000);
   secondTimer_->SetEnabled(true);
@@ -76,7 +73,7 @@ int Station::Record() {
   return kSuccess;
 }
 
-void Station::Summarise() {
+void Station::EndTimers() {
   secondTimer_->SetEnabled(false);
   status_.Clear();
 }

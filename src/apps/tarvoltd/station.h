@@ -5,25 +5,33 @@
 #include "apps/tarvoltd/options.h"
 #include "apps/tarvoltd/status_line.h"
 #include "core/form_main.h"
-#include "host/linux_host.h"
+#include "platform/host.h"
 
 namespace tarvolt {
 
 /// The unattended station: the recorder on the real host, driven by the command line and by signals.
 class Station {
  public:
-  Station(LinuxHost& host, const StationOptions& options, const std::filesystem::path& home);
+  Station(const Host& host, const StationOptions& options, const std::filesystem::path& home);
 
   /// Loads, records as asked, and ends cleanly. Returns the exit status.
   int Run();
 
+  /// A signal asks the program to end.
+  void RequestEnd() { form_.RequestEnd(); }
+
+  /// The Escape key.
+  void Escape() { form_.Escape(); }
+
+  /// A text that a person would have seen in a box: it goes to the log.
+  void TakeDialogText(const std::string& line);
+
  private:
-  void ListenToTheOutside();
+  void StartTimers();
   bool Load();
   int Record();
-  void Summarise();
+  void EndTimers();
 
-  LinuxHost& host_;
   const StationOptions& options_;
   StatusLine status_;
   std::string lastLogged_;

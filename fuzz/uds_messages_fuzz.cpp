@@ -1,0 +1,160 @@
+// Bytes of a User Data Source into the recorder's end of the link, while a chart runs. The first byte picks the mode;
+// each byte 0xFE in the input ends one data event.
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "sources/uds_client.h"
+
+namespace tarvolt {
+namespace {
+
+class NoClock final : public Clock {
+ public:
+  WallTime LocalNow() override { return {}; }
+  ZoneInfo Zone() override { return {}; }
+  double MonotonicMilliseconds() override { return 0; }
+};
+
+class NoFiles final : public FileSystem {
+ public:
+  std::unique_ptr<File> Open(const std::filesystem::path&, OpenMode, std::error_code& error) override {
+    error = std::make_error_code(std::errc::no_such_file_or_directory);
+    return nullptr;
+  }
+  bool FileExists(const std::filesystem::path&) override { return false; }
+  bool FolderExists(const std::filesystem::path&) override { return false; }
+  void MakeFolders(const std::filesystem::path&, std::error_code&) override {}
+  void Rename(const std::filesystem::path&, const std::filesystem::path&, std::error_code&) override {}
+  void Remove(const std::filesystem::path&, std::error_code&) override {}
+  std::vector<std::filesystem::path> ListFiles(const std::filesystem::path&, std::error_code&) override { return {}; }
+};
+
+class NoProcesses final : public Processes {
+ public:
+  bool IsRunning(std::string_view) override { return true; }
+  bool StartMinimised(const std::string&, std::string&) override { return true; }
+  bool SetPriority(PriorityClass, std::string&) override { return true; }
+};
+
+class NoDialogs final : public Dialogs {
+ public:
+  void ShowMessage(const std::string&, const std::string&) override {}
+  Answer Ask(const Question& question) override { return question.defaultAnswer; }
+  std::optional<std::string> AskSaveFile(const SaveFileRequest&) override { return std::nullopt; }
+};
+
+/// A connection that is up at once and hears what it is given.
+class FedSocket final : public SocketControl {
+ public:
+  void Bind(const std::string&, std::uint16_t) override {}
+  void Connect(const std::string&, std::uint16_t) override { connected_ = true; }
+  bool IsConnected() const override { return connected_; }
+  void Write(std::string_view) override {}
+  std::string ReadAvailable() override { return std::exchange(held_, {}); }
+  void Disconnect() override { connected_ = false; }
+
+  void Feed(std::string_view bytes) {
+    if (!connected_) return;
+    held_ = bytes;
+    onDataArrival();
+  }
+
+ private:
+  bool connected_ = false;
+  std::string held_;
+};
+
+class OneSocket final : public Sockets {
+ public:
+  std::unique_ptr<SocketControl> MakeSocket() override {
+    auto socket = std::make_unique<FedSocket>();
+    made = socket.get();
+    return socket;
+  }
+  FedSocket* made = nullptr;
+};
+
+/// Answers the opening exchange in its first turn.
+class OpeningLoop final : public EventLoop {
+ public:
+  explicit OpeningLoop(OneSocket& sockets) : sockets_(sockets) {}
+  void Yield(std::chrono::milliseconds) override { sockets_.made->Feed("^^1001\xFF"); }
+  void Post(std::function<void()> call) override { posted_.push_back(std::move(call)); }
+  std::unique_ptr<Timer> MakeTimer(std::function<void()>) override { return nullptr; }
+
+ private:
+  OneSocket& sockets_;
+  std::vector<std::function<void()>> posted_;
+};
+
+class StoppingControl final : public RunControl {
+ public:
+  void StartChart(const std::string&) override {}
+  void StopChart() override {
+    window->run.ChartRunning = false;
+    client->Close();
+  }
+  void MaxedOut(MaxedOutMode) override {}
+  void ProcessCmd(std::string_view text) override { Require(text.size() <= 4096); }
+
+  static void Require(bool holds) {
+    if (!holds) std::abort();
+  }
+
+  ChartWindow* window = nullptr;
+  UdsClient* client = nullptr;
+};
+
+void RunLink(bool push, std::string_view input) {
+  NoClock clock;
+  NoFiles files;
+  NoProcesses processes;
+  NoDialogs dialogs;
+  OneSocket sockets;
+  OpeningLoop loop(sockets);
+  Session session(Host{clock, loop, sockets, files, processes, dialogs}, "home");
+  session.settings.Dsrc = {20, 21, 22, 23, 24, 25, 26, 27};
+  session.settings.UDSpush = push;
+  ChartWindow window;
+  StoppingControl control;
+  UdsClient client(session, window, control, [&](std::optional<TimeStamp> time) {
+    StoppingControl::Require(!time || (*time >= 2 && *time < 2958466));
+    if (window.chart.Count() < 10) window.chart.AddTime(time.value_or(0));
+  });
+  control.window = &window;
+  control.client = &client;
+  StoppingControl::Require(client.UDSConnect());
+  window.run.ChartRunning = true;
+
+  while (!input.empty() && client.IsReady()) {
+    const std::size_t end = std::min(input.find('\xFE'), input.size() - 1);
+    sockets.made->Feed(input.substr(0, end + 1));
+    input.remove_prefix(end + 1);
+  }
+  StoppingControl::Require(window.run.ChannelCount >= 1 && window.run.ChannelCount <= kChannels);
+  StoppingControl::Require(window.chart.ChannelCount() >= 1 && window.chart.ChannelCount() <= kChannels);
+  StoppingControl::Require(std::isfinite(window.run.ChartEndTime) && std::isfinite(window.chart.XAxisMax));
+}
+
+}  // namespace
+}  // namespace tarvolt
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  if (size == 0) return 0;
+  const std::string_view input(reinterpret_cast<const char*>(data) + 1, size - 1);
+  tarvolt::RunLink((data[0] & 1) != 0, input);
+  return 0;
+}

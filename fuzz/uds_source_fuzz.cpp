@@ -1,0 +1,53 @@
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <sstream>
+#include <string>
+
+#include "apps/tv-uds/link/message_reader.h"
+#include "apps/tv-uds/signals/replay_source.h"
+
+using namespace tarvolt::uds;
+
+namespace {
+
+/// Cutting the bytes in two must not change the messages, and none may be longer than the limit.
+void CheckMessages(const std::string& bytes) {
+  MessageReader whole;
+  const auto expected = whole.Add(bytes);
+  MessageReader cut;
+  const std::size_t middle = bytes.size() / 2;
+  auto messages = cut.Add(bytes.substr(0, middle));
+  for (const std::string& message : cut.Add(bytes.substr(middle))) messages.push_back(message);
+  if (messages != expected) std::abort();
+  for (const std::string& message : messages) {
+    if (message.empty() || message.size() > MessageReader::kLongestMessage) std::abort();
+  }
+}
+
+/// A file is refused with words, or has whole sets up to its end and none behind it.
+void CheckReplay(const std::string& bytes) {
+  std::istringstream text(bytes);
+  std::string why;
+  const auto replay = ReplaySource::Read(text, why);
+  if (!replay) {
+    if (why.empty()) std::abort();
+    return;
+  }
+  if (replay->Channels() < 1 || replay->Channels() > kMostChannels || !replay->Set(0)) std::abort();
+  std::int64_t sets = 0;
+  while (const auto set = replay->Set(sets)) {
+    if (set->size() != static_cast<std::size_t>(replay->Channels())) std::abort();
+    ++sets;
+  }
+  if (sets > static_cast<std::int64_t>(bytes.size())) std::abort();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string bytes(reinterpret_cast<const char*>(data), size);
+  CheckMessages(bytes);
+  CheckReplay(bytes);
+  return 0;
+}

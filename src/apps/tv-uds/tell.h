@@ -1,0 +1,10 @@
+#pragma once
+
+#include <string>
+
+namespace tarvolt::uds {
+
+/// A line on standard error with the program's name in front.
+void Tell(const std::string& text);
+
+}  // namespace tarvolt::uds

@@ -1,0 +1,63 @@
+#include "model/session.h"
+
+#include <gtest/gtest.h>
+
+#include "model/channel_table.h"
+#include "sim/sim_host.h"
+
+namespace tarvolt {
+namespace {
+
+class SessionTest : public ::testing::Test {
+ protected:
+  SessionTest() { host.disk.Put("/station/notes.txt", ""); }
+
+  SimHost host{1};
+  Session session{host.Record(), "/station"};
+};
+
+TEST(ActiveChannels, EndAtTheFirstRowWithoutASource) {
+  Settings settings;
+  settings.Dsrc = {1, 2, 20, 0, 5, 0, 0, 0};
+  EXPECT_EQ(ActiveChannels(settings), 3);
+  settings.Dsrc[0] = 0;
+  EXPECT_EQ(ActiveChannels(settings), 0);
+  settings.Dsrc.fill(50);
+  EXPECT_EQ(ActiveChannels(settings), kChannels);
+}
+
+TEST_F(SessionTest, ReadsTheStoreOfItsHomeOnlyWhenAsked) {
+  session.store.SaveSetting(Section::Settings, "Author", "Jansky");
+  EXPECT_TRUE(host.disk.FileExists("/station/settings.ini"));
+  Session second(host.Record(), "/station");
+  EXPECT_EQ(second.store.GetSetting(Section::Settings, "Author"), "unknown");
+  second.store.Load();
+  EXPECT_EQ(second.store.GetSetting(Section::Settings, "Author"), "Jansky");
+}
+
+TEST_F(SessionTest, WhatTheStoreCannotWriteIsLogged) {
+  host.disk.FailOperation(1, SimDisk::Repeat::ForEver);
+  session.store.SaveSetting(Section::Settings, "Author", "Jansky");
+  EXPECT_NE(session.log.Text().find("settings.ini"), std::string::npos) << session.log.Text();
+}
+
+TEST_F(SessionTest, TellsAPersonOnlyWithShowMsgBox) {
+  session.settings.ShowMsgBox = false;
+  session.Tell("Tarvolt", "nobody is there");
+  EXPECT_TRUE(host.dialogs.Boxes().empty());
+  session.settings.ShowMsgBox = true;
+  session.Tell("Tarvolt", "hello");
+  EXPECT_TRUE(host.dialogs.HasShown("hello"));
+}
+
+TEST_F(SessionTest, TheDataFolderHasNoTrailingSeparators) {
+  session.settings.DataDirectory = "";
+  EXPECT_EQ(session.DataFolder(), "/station/Data");
+  session.settings.DataDirectory = "/sky/data//\\";
+  EXPECT_EQ(session.DataFolder(), "/sky/data");
+  session.settings.DataDirectory = "/";
+  EXPECT_EQ(session.DataFolder(), "/");
+}
+
+}  // namespace
+}  // namespace tarvolt
