@@ -3,6 +3,7 @@
 #include <arpa/inet.h>
 #include <benchmark/benchmark.h>
 #include <netinet/in.h>
+#include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -18,7 +19,12 @@
 namespace tarvolt::bench {
 namespace {
 
-constexpr auto kSourceForgets = std::chrono::milliseconds(20);
+constexpr std::chrono::milliseconds kSourceForgets{20};
+constexpr std::chrono::milliseconds kConnected{200};
+
+void Pause(std::chrono::milliseconds span) {
+  ::poll(nullptr, 0, static_cast<int>(span.count()));
+}
 
 /// The data source, running in a process of its own on a free port.
 class RunningSource {
@@ -31,7 +37,7 @@ class RunningSource {
   std::int32_t Port() const { return port_; }
 
   /// It serves one recorder at a time: gives it a moment to notice that the last has gone.
-  static void LetGo() { usleep(static_cast<useconds_t>(std::chrono::microseconds(kSourceForgets).count())); }
+  static void LetGo() { Pause(kSourceForgets); }
 
  private:
   ChildProgram program_;
@@ -70,10 +76,10 @@ std::vector<std::pair<std::string, std::string>> SettingsOfTheRun(std::int32_t p
   return settings;
 }
 
-double SecondsToArmed(std::int32_t port, bool& good) {
-  TemporaryFolder home;
+/// The start of the recorder in a home, up to the armed run, and its end.
+double SecondsToArmed(const std::filesystem::path& home, std::int32_t port, bool& good) {
   const auto machine = MakeSilentHost();
-  Session session(machine->host, home.Path());
+  Session session(machine->host, home);
   session.overrides = SettingsOfTheRun(port);
   FormMain form(session);
   const double seconds = SecondsOf([&] {
@@ -86,42 +92,64 @@ double SecondsToArmed(std::int32_t port, bool& good) {
   return seconds;
 }
 
-// A new home, its folders and settings made, and the run armed; beside a bare exchange with the same source.
+double SecondsOfExchange(std::int32_t port, bool& good) {
+  const double seconds = SecondsOf([&] { good = BareExchange(port) && good; });
+  RunningSource::LetGo();
+  return seconds;
+}
+
+// From the loading of the settings to the armed run, in a home that has been used before; beside a bare exchange with
+// the same source.
 void FormLoadToArmed(benchmark::State& state) {
   const RunningSource source;
+  const TemporaryFolder home;
   bool good = source.Port() > 0;
+  SecondsToArmed(home.Path(), source.Port(), good);
   RunSideBySide(
-      state, 1, [&] { return SecondsToArmed(source.Port(), good); },
-      [&] {
-        const double seconds = SecondsOf([&] { good = BareExchange(source.Port()) && good; });
-        RunningSource::LetGo();
-        return seconds;
-      });
+      state, 1, [&] { return SecondsToArmed(home.Path(), source.Port(), good); },
+      [&] { return SecondsOfExchange(source.Port(), good); });
   if (!good) state.SkipWithError("a run was not armed, or the source did not answer");
 }
 BENCHMARK(FormLoadToArmed)->Iterations(21)->UseManualTime()->Unit(benchmark::kMillisecond);
 
-double SecondsToRecording(std::int32_t port, bool& good) {
-  TemporaryFolder home;
-  std::vector<std::string> words = {"tarvoltd", "--home", home.Path().string(), "--start"};
+// The same at the first use of a station, when its folders and its settings are made.
+void FirstUseToArmed(benchmark::State& state) {
+  const RunningSource source;
+  bool good = source.Port() > 0;
+  RunSideBySide(
+      state, 1,
+      [&] {
+        const TemporaryFolder home;
+        return SecondsToArmed(home.Path(), source.Port(), good);
+      },
+      [&] { return SecondsOfExchange(source.Port(), good); });
+  if (!good) state.SkipWithError("a run was not armed, or the source did not answer");
+}
+BENCHMARK(FirstUseToArmed)->Iterations(21)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+double SecondsToRecording(const std::filesystem::path& home, std::int32_t port, bool& good) {
+  std::vector<std::string> words = {"tarvoltd", "--home", home.string(), "--start"};
   for (const auto& [key, value] : SettingsOfTheRun(port)) words.insert(words.end(), {"--set", key + "=" + value});
   ChildProgram program;
   const double seconds = SecondsOf([&] {
     program.Start(words);
     good = !program.WaitForOutput("Chart Started").empty() && good;
   });
+  Pause(kConnected);  // a station told to end before its source has answered has failed to start
   good = program.EndsWell() && good;
   RunningSource::LetGo();
   return seconds;
 }
 
-// The same as a person has it, from the start of the process to its word that the chart has started; beside a process
-// that tells its version and ends.
+// As a person has it, from the start of the process to its word that the chart has started; beside a process that tells
+// its version and ends.
 void ProcessToChartStarted(benchmark::State& state) {
   const RunningSource source;
+  const TemporaryFolder home;
   bool good = source.Port() > 0;
+  SecondsToRecording(home.Path(), source.Port(), good);
   RunSideBySide(
-      state, 1, [&] { return SecondsToRecording(source.Port(), good); },
+      state, 1, [&] { return SecondsToRecording(home.Path(), source.Port(), good); },
       [&] {
         ChildProgram program;
         return SecondsOf([&] {
