@@ -75,7 +75,7 @@ void ChartRun::LoadRunProfile(const std::string& profile) {
   std::string problem;
   if (!LoadProfileFile(session_.host.files, profile, session_.overrides, session_.home.string(), session_.settings,
                        problem)) {
-    session_.Add2SLog(problem);
+    session_.Add2SLog("Could not load the profile " + profile + ": " + problem);
   }
 }
 
