@@ -30,7 +30,7 @@ ChartRun::ChartRun(Recorder& recorder)
       view_(recorder.window.view) {}
 
 void ChartRun::StartChart(const std::string& profile) {
-  if (run_.ChartRunning || starting_) return;
+  if (run_.ChartRunning || starting_ || window_.save.Loading) return;
   starting_ = true;
   if (!RunTheStart(profile)) Abort();
   starting_ = false;

@@ -38,6 +38,9 @@ class FormMain final : public RunControl {
   void RequestEnd();
   bool EndRequested() const { return endRequested_; }
 
+  /// True while samples wait for a disk that refused them.
+  bool HasUnsavedSamples() const { return recorder_.saveFailed || !recorder_.pending.Empty(); }
+
   /// Puts the window into a mode. Refused during a run.
   void EnterMode(SessionMode mode);
 

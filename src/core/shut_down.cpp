@@ -7,7 +7,7 @@ void FormMain::Form_Unload() {
   session_.store.SaveSetting(Section::Settings, "ShutDown", "OK");
   recorder_.pending.SaveAll();
   chartRun_.RetrySaves();
-  if (!recorder_.pending.Empty() || recorder_.saveFailed) {
+  if (HasUnsavedSamples()) {
     session_.Add2SLog("Samples that the disk refused stay in the backup in " + session_.DataFolder().string());
     session_.store.SaveSetting(Section::Settings, "ShutDown", "Running");
   }

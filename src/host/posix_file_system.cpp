@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <limits>
+#include <optional>
 #include <utility>
 
 #include "host/disk_path.h"
@@ -54,13 +55,27 @@ void SyncFolder(const std::filesystem::path& folder, std::error_code& error) {
 
 class PosixFile final : public File {
  public:
-  /// Takes over `fd`. `newEntryIn`: the folder to sync with the file, empty when the file was there before.
-  PosixFile(int fd, std::filesystem::path newEntryIn) : fd_(fd), newEntryIn_(std::move(newEntryIn)) {}
+  /// Takes over `fd`. `newName`: the name whose folder is to be synced with the file, empty when the file was there
+  /// before.
+  PosixFile(int fd, std::filesystem::path newName) : fd_(fd), newName_(std::move(newName)) {}
   ~PosixFile() override { ::close(fd_); }
   PosixFile(const PosixFile&) = delete;
   PosixFile& operator=(const PosixFile&) = delete;
 
+  /// The first call on a file just opened: an error for what is no plain file and no character device.
+  void CheckKind(std::error_code& error) {
+    const auto info = Look(error);
+    if (error) return;
+    if (S_ISREG(info.stx_mode) || S_ISCHR(info.stx_mode)) {
+      sizeAtOpening_ = info.stx_size;
+    } else {
+      error =
+          std::make_error_code(S_ISDIR(info.stx_mode) ? std::errc::is_a_directory : std::errc::operation_not_supported);
+    }
+  }
+
   std::size_t Read(void* bytes, std::size_t size, std::error_code& error) override {
+    sizeAtOpening_.reset();
     error.clear();
     std::size_t done = 0;
     while (done < size) {
@@ -73,6 +88,7 @@ class PosixFile final : public File {
   }
 
   void Write(std::string_view bytes, std::error_code& error) override {
+    sizeAtOpening_.reset();
     error.clear();
     while (!bytes.empty()) {
       const auto put = Resumed([&] { return ::write(fd_, bytes.data(), bytes.size()); });
@@ -90,24 +106,33 @@ class PosixFile final : public File {
   }
 
   std::uint64_t Size(std::error_code& error) override {
-    struct stat info {};
-    SetResult(::fstat(fd_, &info) == 0, error);
-    return error ? 0 : static_cast<std::uint64_t>(info.st_size);
+    error.clear();
+    if (const auto known = std::exchange(sizeAtOpening_, std::nullopt)) return *known;
+    const auto info = Look(error);
+    return error ? 0 : info.stx_size;
   }
 
   void Truncate(std::uint64_t size, std::error_code& error) override {
+    sizeAtOpening_.reset();
     if (IsTooLarge(size, error)) return;
     SetResult(Resumed([&] { return ::ftruncate(fd_, static_cast<off_t>(size)); }) == 0, error);
   }
 
   void Sync(std::error_code& error) override {
     SetResult(Resumed([&] { return ::fsync(fd_); }) == 0, error);
-    if (error || newEntryIn_.empty()) return;
-    SyncFolder(newEntryIn_, error);
-    if (!error) newEntryIn_.clear();
+    if (error || newName_.empty()) return;
+    SyncFolder(FolderOf(newName_), error);
+    if (!error) newName_.clear();
   }
 
  private:
+  // Asks for no times: one that has been looked at is written anew with the next append, which costs that call more.
+  struct statx Look(std::error_code& error) const {
+    struct statx info {};
+    SetResult(::statx(fd_, "", AT_EMPTY_PATH, STATX_TYPE | STATX_SIZE, &info) == 0, error);
+    return info;
+  }
+
   static bool IsTooLarge(std::uint64_t value, std::error_code& error) {
     const bool tooLarge = value > static_cast<std::uint64_t>(std::numeric_limits<off_t>::max());
     if (tooLarge) error = std::make_error_code(std::errc::value_too_large);
@@ -115,7 +140,11 @@ class PosixFile final : public File {
   }
 
   int fd_;
-  std::filesystem::path newEntryIn_;
+  std::filesystem::path newName_;
+
+  /// What CheckKind saw, until the next call: a backup opens its file and asks for the size with each sample, and is
+  /// spared one call of the system.
+  std::optional<std::uint64_t> sizeAtOpening_;
 };
 
 int FlagsOf(OpenMode mode) {
@@ -132,13 +161,6 @@ int FlagsOf(OpenMode mode) {
   return O_RDONLY;
 }
 
-void CheckKind(int fd, std::error_code& error) {
-  struct stat info {};
-  SetResult(::fstat(fd, &info) == 0, error);
-  if (error || S_ISREG(info.st_mode) || S_ISCHR(info.st_mode)) return;
-  error = std::make_error_code(S_ISDIR(info.st_mode) ? std::errc::is_a_directory : std::errc::operation_not_supported);
-}
-
 std::optional<struct stat> Look(const std::filesystem::path& path) {
   struct stat info {};
   if (::stat(DiskPath(path).c_str(), &info) != 0) return std::nullopt;
@@ -148,15 +170,15 @@ std::optional<struct stat> Look(const std::filesystem::path& path) {
 }  // namespace
 
 std::unique_ptr<File> PosixFileSystem::Open(const std::filesystem::path& path, OpenMode mode, std::error_code& error) {
-  const auto diskPath = DiskPath(path);
+  auto diskPath = DiskPath(path);
   const int flags =
       FlagsOf(mode) | O_CLOEXEC | O_NOCTTY | O_NONBLOCK;  // not blocking: a pipe is noticed, not waited for
   const int fd = Resumed([&] { return ::open(diskPath.c_str(), flags, 0666); });
   SetResult(fd != -1, error);
   if (error) return nullptr;
   const bool mayBeNew = (flags & O_CREAT) != 0;
-  auto file = std::make_unique<PosixFile>(fd, mayBeNew ? FolderOf(diskPath) : std::filesystem::path());
-  CheckKind(fd, error);
+  auto file = std::make_unique<PosixFile>(fd, mayBeNew ? std::move(diskPath) : std::filesystem::path());
+  file->CheckKind(error);
   if (error) return nullptr;
   return file;
 }

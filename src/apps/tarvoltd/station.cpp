@@ -39,7 +39,7 @@ int Station::Run() {
   if (result == kSuccess && !form_.EndRequested()) result = Record();
   form_.Form_Unload();
   EndTimers();
-  return result;
+  return form_.HasUnsavedSamples() ? kFailed : result;
 }
 
 void Station::StartTimers() {

@@ -1,0 +1,119 @@
+// Saving and loading a full chart, beside a bare write and a bare read of the same bytes.
+
+#include <benchmark/benchmark.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <memory>
+#include <string>
+
+#include "files/load.h"
+#include "files/saving.h"
+#include "real_station.h"
+#include "side_by_side.h"
+
+namespace tarvolt::bench {
+namespace {
+
+constexpr std::int32_t kSamples = 1'000'000;
+
+struct Bytes {
+  explicit Bytes(std::size_t count) : data(std::make_unique_for_overwrite<char[]>(count)), size(count) {}
+
+  std::unique_ptr<char[]> data;
+  std::size_t size;
+};
+
+bool ReadWhole(const std::string& name, Bytes& bytes) {
+  const int fd = ::open(name.c_str(), O_RDONLY | O_CLOEXEC);
+  std::size_t done = 0;
+  for (ssize_t got = 1; got > 0 && done < bytes.size; done += static_cast<std::size_t>(std::max<ssize_t>(got, 0)))
+    got = ::read(fd, bytes.data.get() + done, bytes.size - done);
+  ::close(fd);
+  return done == bytes.size;
+}
+
+bool SyncFolder(const std::string& folder) {
+  const int fd = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  const bool synced = ::fsync(fd) == 0;
+  ::close(fd);
+  return synced;
+}
+
+// As safe as the recorder's own: written beside the name, synced with its folder, renamed, and the folder synced again.
+bool WriteWhole(const std::string& folder, const Bytes& bytes) {
+  const std::string part = folder + "/bare.part";
+  const int fd = ::open(part.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+  std::size_t done = 0;
+  for (ssize_t put = 1; put > 0 && done < bytes.size; done += static_cast<std::size_t>(std::max<ssize_t>(put, 0)))
+    put = ::write(fd, bytes.data.get() + done, bytes.size - done);
+  const bool synced = ::fsync(fd) == 0 && SyncFolder(folder);
+  ::close(fd);
+  return done == bytes.size && synced && std::rename(part.c_str(), (folder + "/bare.tvd").c_str()) == 0 &&
+         SyncFolder(folder);
+}
+
+/// A station with a full chart and the file of it.
+struct FullStation : RealStation {
+  FullStation() : name(folder.Path() / "full.tvd") {
+    session.settings.DiskBackUp = false;
+    window.chart.SetCapacity(kSamples);
+    for (std::int32_t i = 0; i < kSamples; ++i) StoreSample(window.chart, i);
+    saved = SaveDataFile(session, window, name) == SaveOutcome::Saved;
+  }
+
+  std::size_t FileSize() const { return std::filesystem::file_size(name); }
+
+  std::filesystem::path name;
+  bool saved = false;
+};
+
+void Save(benchmark::State& state) {
+  FullStation station;
+  Bytes bytes(station.FileSize());
+  bool good = station.saved && ReadWhole(station.name.string(), bytes);
+  const std::string folder = station.folder.Path().string();
+  RunSideBySide(
+      state, 1,
+      [&] {
+        return SecondsOf(
+            [&] { good = SaveDataFile(station.session, station.window, station.name) == SaveOutcome::Saved && good; });
+      },
+      [&] { return SecondsOf([&] { good = WriteWhole(folder, bytes) && good; }); });
+  if (!good) state.SkipWithError("the disk refused");
+}
+BENCHMARK(Save)->Iterations(21)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+// The file is in the memory of the system for both; each reads into memory that is new to it.
+void Load(benchmark::State& state) {
+  FullStation station;
+  const std::size_t size = station.FileSize();
+  bool good = station.saved;
+  RunSideBySide(
+      state, 1,
+      [&] {
+        station.window.chart.ClearData();
+        return SecondsOf([&] {
+          good = LoadData(station.session, station.window, station.name) && station.window.chart.Count() == kSamples &&
+                 good;
+        });
+      },
+      [&] {
+        return SecondsOf([&] {
+          Bytes bytes(size);
+          good = ReadWhole(station.name.string(), bytes) && good;
+        });
+      });
+  if (!good) state.SkipWithError("the file was not loaded as a whole");
+}
+BENCHMARK(Load)->Iterations(21)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace tarvolt::bench
+
+int main(int argc, char** argv) {
+  QCoreApplication application(argc, argv);
+  benchmark::Initialize(&argc, argv);
+  benchmark::RunSpecifiedBenchmarks();
+}
