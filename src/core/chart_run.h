@@ -12,7 +12,7 @@ class ChartRun {
   explicit ChartRun(Recorder& recorder);
 
   /// Checks, readies the sources and arms the run. `profile` may be empty. Every refusal is told and leaves the program
-  /// idle. Does nothing while a run goes on or is being started. Yields while the data source connects.
+  /// idle. Does nothing while a run goes on or is being started, or a file is being loaded. Yields while the data source connects.
   void StartChart(const std::string& profile);
 
   /// Ends the run, closes its source and saves. Does nothing without a run.

@@ -30,7 +30,7 @@ ChartRun::ChartRun(Recorder& recorder)
       view_(recorder.window.view) {}
 
 void ChartRun::StartChart(const std::string& profile) {
-  if (run_.ChartRunning || starting_) return;
+  if (run_.ChartRunning || starting_ || window_.save.Loading) return;
   starting_ = true;
   if (!RunTheStart(profile)) Abort();
   starting_ = false;
@@ -75,7 +75,7 @@ void ChartRun::LoadRunProfile(const std::string& profile) {
   std::string problem;
   if (!LoadProfileFile(session_.host.files, profile, session_.overrides, session_.home.string(), session_.settings,
                        problem)) {
-    session_.Add2SLog(problem);
+    session_.Add2SLog("Could not load the profile " + profile + ": " + problem);
   }
 }
 
@@ -173,6 +173,7 @@ void ChartRun::ClearForNewRun() {
   run_.DataNeedsSave = false;
   recorder_.saveFailed = false;
   window_.save.LoadedFromFile = false;
+  window_.save.SavedAs.clear();
   view_.SaveCommands = false;
 }
 
@@ -297,6 +298,8 @@ bool ChartRun::ConnectSources() {
     recorder_.LoTime1->SetEnabled(paced);
     return true;
   }
+  session_.Add2SLog("Using UDS: " + session_.settings.UDSexe);
+  session_.Add2SLog(std::string("UDS Data: ") + (session_.settings.UDSpush ? "Pushed" : "Polled"));
   if (!recorder_.uds.UDSConnect()) return Refuse("UDS Connection Canceled - Chart Canceled");
   FollowChannelCount();
   recorder_.LoTime1->SetEnabled(paced && !session_.settings.UDSpush);

@@ -29,6 +29,7 @@ void ChartRun::StopTimers() {
   recorder_.LoTime1->SetEnabled(false);
   run_.TickBusy = false;
   recorder_.TimerKeepAlive->SetInterval(kKeepAliveIdle);
+  if (window_.chart.AutoScale) window_.chart.ScaleYToData();
   ++window_.chart.RepaintRequests;
   run_.ChartStopped = true;
   run_.AbortFlag = true;

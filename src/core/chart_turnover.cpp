@@ -6,14 +6,16 @@ namespace tarvolt {
 
 void ChartRun::MaxedOut(MaxedOutMode mode) {
   run_.MaxingOut = true;
+  if (window_.chart.AutoScale) window_.chart.ScaleYToData();
   const bool timerWasOn = HoldTimer();
   if (window_.chart.Count() > 0) run_.EndStamp = window_.chart.GetTime(window_.LastSampleIndex());
-  const std::filesystem::path name = NameDataFile(session_, window_, NameKind::Data, true);
+  std::filesystem::path name = NameDataFile(session_, window_, NameKind::Data, true);
   if (name == kBadFile) {
     session_.Add2SLog(" Could Not Save File..No Data. ");
     StopLogging();
     return;
   }
+  name = NameOfOwn(session_, window_, name);
   SaveOutcome outcome = SaveOutcome::NotWanted;
   if (TurnoverSaves(mode) && SaveIfAtTurnover(session_.settings, window_.chart)) {
     outcome = SaveDataFile(session_, window_, name);
@@ -75,6 +77,7 @@ void ChartRun::StartNextLog(bool timerWasOn) {
 // The beginning of a further log of the same run.
 void ChartRun::RestartChart() {
   run_.DataNeedsSave = false;
+  window_.save.SavedAs.clear();
   run_.LastDcount = 0;
   LogChartStarted();
   SetTimeOrigin(false);

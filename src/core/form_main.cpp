@@ -6,13 +6,6 @@
 
 namespace tarvolt {
 
-Recorder::Recorder(Session& sharedSession, RunControl& runControl, UdsClient::SetEnded onSet)
-    : session(sharedSession),
-      control(runControl),
-      backup(sharedSession, window),
-      pending(sharedSession),
-      uds(sharedSession, window, runControl, std::move(onSet)) {}
-
 FormMain::FormMain(Session& session)
     : session_(session),
       recorder_(session, *this, [this](std::optional<TimeStamp> time) { pipeline_.GetAllData(time); }),
@@ -78,7 +71,7 @@ void FormMain::EnterMode(SessionMode mode) {
 void FormMain::ProcessCmd(std::string_view text) {
   if (text.empty()) return;
   if (IsDataFileName(text)) {
-    LoadData(session_, recorder_.window, std::string(text));
+    LoadDataFile(std::string(text));
     return;
   }
   std::string rest(text);
@@ -107,7 +100,7 @@ bool FormMain::RunCommand(const SlashCommand& command) {
     session_.overrides.emplace_back("ShowMsgBox", "False");
     session_.settings.ShowMsgBox = false;
   } else if (word == "L") {
-    LoadData(session_, recorder_.window, command.argument);
+    LoadDataFile(command.argument);
   } else if (word == "PF") {
     LoadProfile(command.argument);
   } else {
@@ -119,16 +112,22 @@ bool FormMain::RunCommand(const SlashCommand& command) {
   return true;
 }
 
-void FormMain::LoadProfile(const std::string& path) {
+bool FormMain::LoadDataFile(const std::string& path) {
+  return LoadData(session_, recorder_.window, path);
+}
+
+bool FormMain::LoadProfile(const std::string& path) {
   std::string problem;
   if (LoadProfileFile(session_.host.files, path, session_.overrides, session_.home.string(), session_.settings,
                       problem)) {
     AddProfileFile(session_.recent, path);
     session_.Add2SLog("Loaded Profile " + std::filesystem::path(path).filename().string());
-    return;
+    return true;
   }
-  session_.Add2SLog(problem);
-  session_.Tell("Tarvolt", problem);
+  const std::string refusal = "Could not load the profile " + path + ": " + problem;
+  session_.Add2SLog(refusal);
+  session_.Tell("Tarvolt", refusal);
+  return false;
 }
 
 }  // namespace tarvolt

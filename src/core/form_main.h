@@ -41,6 +41,12 @@ class FormMain final : public RunControl {
   /// Puts the window into a mode. Refused during a run.
   void EnterMode(SessionMode mode);
 
+  /// Puts the settings of a profile in force. False, and told, when it cannot be read; then nothing has changed.
+  bool LoadProfile(const std::string& path);
+
+  /// Opens a data file. False, and told, when it cannot be loaded as a whole. Yields.
+  bool LoadDataFile(const std::string& path);
+
   const ChartWindow& Window() const { return recorder_.window; }
 
   /// False when words of the command line were not understood.
@@ -60,7 +66,6 @@ class FormMain final : public RunControl {
   void WriteLoadError(const std::string& text);
 
   bool RunCommand(const SlashCommand& command);
-  void LoadProfile(const std::string& path);
 
   Session& session_;
   Recorder recorder_;

@@ -29,11 +29,15 @@ struct Recorder {
   std::unique_ptr<Timer> LoTime1;  ///< paces the samples with TimerType 0
   std::unique_ptr<Timer> TimerKeepAlive;  ///< rate display and watchdogs
 
-  /// Log time now.
-  TimeStamp CalcTime() { return tarvolt::CalcTime(session.host.clock, window.run.time); }
+  /// Log time now. With DetectTZ the zone is followed through a change of summer time, so that UT and sidereal stamps
+  /// go on without a step; local stamps step with the clock.
+  TimeStamp CalcTime();
 
   /// The machine's local time now, as "hh:nn:ss".
   std::string LocalTimeText() { return FormatDate(NowPrecise(session.host.clock), "hh:nn:ss"); }
+
+ private:
+  void FollowZone(double zone);
 };
 
 /// Interval of TimerKeepAlive during a run and at rest, in milliseconds.

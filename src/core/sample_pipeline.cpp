@@ -112,16 +112,20 @@ bool SamplePipeline::HandleClockStep(TimeStamp stamp) {
 
 // With MiniServer the samples are kept in the backup alone: a full chart width is cleared away.
 void SamplePipeline::KeepMiniChartSmall() {
-  if (!session_.settings.MiniServer || run_.CurrentStamp < window_.chart.XAxisMax) return;
+  const double width = session_.settings.ChartWidth / 86400;
+  if (!session_.settings.MiniServer || window_.chart.Count() == 0) return;
+  if (run_.CurrentStamp - window_.chart.GetTime(0) < width) return;
   if (session_.settings.DiskBackUp && !recorder_.backup.IsComplete()) return;
   window_.chart.ClearData();
   recorder_.backup.StoreWasCleared();
   window_.chart.XAxisMin = run_.CurrentStamp;
-  window_.chart.XAxisMax = run_.CurrentStamp + session_.settings.ChartWidth / 86400;
+  window_.chart.XAxisMax = run_.CurrentStamp + width;
 }
 
 void SamplePipeline::StoreSample() {
   const std::int32_t index = window_.chart.AddTime(run_.CurrentStamp);
+  storeRefused_ = index >= window_.chart.Count();
+  if (storeRefused_) session_.Add2SLog("No memory for a further sample: the log ends here.");
   for (int channel = 0; channel < std::min(run_.ChannelCount, kChannels); ++channel) {
     window_.chart.SetValue(channel, index, run_.ChannelValue[channel] + run_.ChannelOffset[channel]);
   }
@@ -129,6 +133,7 @@ void SamplePipeline::StoreSample() {
 
 void SamplePipeline::RepaintWhenDue() {
   if (++run_.UpdateCount < session_.settings.ChartUpdateRate) return;
+  if (window_.chart.AutoScale) window_.chart.ScaleYToData();
   ++window_.chart.RepaintRequests;
   run_.UpdateCount = 0;
 }
@@ -155,7 +160,7 @@ void SamplePipeline::ResetExtremes() {
 
 void SamplePipeline::CheckLimits() {
   const Settings& settings = session_.settings;
-  if (run_.Dcount >= settings.MaxArrayCount) {
+  if (run_.Dcount >= settings.MaxArrayCount || storeRefused_) {
     recorder_.control.MaxedOut(MaxedOutMode::LimitReached);
   } else if (!settings.UseRestartTime && run_.CurrentStamp >= run_.ChartEndTime) {
     recorder_.control.MaxedOut(MaxedOutMode::LimitReached);

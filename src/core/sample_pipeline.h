@@ -40,6 +40,7 @@ class SamplePipeline {
   Session& session_;
   ChartWindow& window_;
   RunState& run_;
+  bool storeRefused_ = false;  // memory ran out before MaxArrayCount
 };
 
 }  // namespace tarvolt

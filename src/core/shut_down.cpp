@@ -5,6 +5,7 @@ namespace tarvolt {
 void FormMain::Form_Unload() {
   StopChart();
   session_.store.SaveSetting(Section::Settings, "ShutDown", "OK");
+  recorder_.pending.SaveAll();
   chartRun_.RetrySaves();
   if (!recorder_.pending.Empty() || recorder_.saveFailed) {
     session_.Add2SLog("Samples that the disk refused stay in the backup in " + session_.DataFolder().string());

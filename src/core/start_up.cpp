@@ -55,7 +55,7 @@ void FormMain::SettleFirstUse() {
   std::string problem;
   if (session_.host.files.FileExists(profile) &&
       !LoadProfileFile(session_.host.files, profile, {}, home, settings, problem)) {
-    session_.Add2SLog(problem);
+    session_.Add2SLog("Could not load the profile " + profile.string() + ": " + problem);
   }
   std::error_code error;
   const std::filesystem::path data = session_.home / "Data";

@@ -106,4 +106,13 @@ MinMax StripChart::Extremes() const {
   return result;
 }
 
+void StripChart::ScaleYToData() {
+  if (Count() == 0) return;
+  YAxisMin = DataMin();
+  YAxisMax = DataMax();
+  if (YAxisMin != YAxisMax) return;
+  YAxisMin -= 0.1;
+  YAxisMax += 0.1;
+}
+
 }  // namespace tarvolt

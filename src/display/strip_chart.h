@@ -64,6 +64,10 @@ class StripChart {
   /// Lowest and highest of the samples first..last of a channel, both included, cut to the store.
   MinMax Range(int channel, std::int32_t first, std::int32_t last) const;
 
+  /// Sets the y axis to the lowest and highest stored value; a chart whose values are all equal gets 0.1 on each side, so that
+  /// it still has a range. Does nothing without data.
+  void ScaleYToData();
+
   double XAxisMin = 0;
   double XAxisMax = 1;
   double YAxisMin = 0;

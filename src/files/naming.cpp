@@ -5,6 +5,7 @@
 #include <system_error>
 
 #include "files/backup_source.h"
+#include "files/recovery_folder.h"
 #include "text/ansi.h"
 #include "timebase/time_base.h"
 
@@ -136,6 +137,10 @@ std::filesystem::path NameDataFile(Session& session, ChartWindow& window, NameKi
   if (!withPath) return name;
   const std::string prefix = date.lmst ? "ST" : date.ut ? "UT" : "";
   return MakeFoldersFor(session, window, date.stamp) / (prefix + name);
+}
+
+std::filesystem::path NameOfOwn(Session& session, const ChartWindow& window, const std::filesystem::path& name) {
+  return name == window.save.SavedAs ? name : FreeName(session.host.files, name);
 }
 
 }  // namespace tarvolt

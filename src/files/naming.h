@@ -28,4 +28,8 @@ std::int32_t FindXaxisMinIndex(const StripChart& chart);
 std::filesystem::path NameDataFile(Session& session, ChartWindow& window, NameKind kind, bool withPath,
                                    double offsetDays = 0);
 
+/// `name`, or a numbered one beside it when a file of that name exists that this log was not itself saved to: names are
+/// good to the second only, and a local clock repeats an hour, but no earlier file is ever replaced by another log.
+std::filesystem::path NameOfOwn(Session& session, const ChartWindow& window, const std::filesystem::path& name);
+
 }  // namespace tarvolt

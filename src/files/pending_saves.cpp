@@ -64,15 +64,21 @@ void PendingSaves::Retry() {
   nextPause_ = std::min(2 * nextPause_, kLongestPause);
 }
 
+void PendingSaves::SaveAll() {
+  while (!waiting_.empty() && SaveOldest()) {
+  }
+}
+
 bool PendingSaves::SaveOldest() {
   FileSystem& files = session_.host.files;
   Waiting& log = waiting_.front();
   std::error_code error;
   files.MakeFolders(log.name.parent_path(), error);
-  if (!error) error = WriteSave(files, log.plan, log.samples, log.name);
+  const std::filesystem::path name = FreeName(files, log.name);
+  if (!error) error = WriteSave(files, log.plan, log.samples, name);
   if (error) return false;
-  session_.Add2SLog(" Saved " + log.name.string());
-  AddRecentSaved(session_.recent, log.name.string());
+  session_.Add2SLog(" Saved " + name.string());
+  AddRecentSaved(session_.recent, name.string());
   if (!log.backup.empty()) files.Remove(log.backup, error);
   waiting_.pop_front();
   return true;

@@ -26,6 +26,9 @@ class PendingSaves {
   /// the log here was told. After a failure some calls pass without a try, more with each failure.
   void Retry();
 
+  /// Tries to save all that wait, now; stops at the first that fails.
+  void SaveAll();
+
   bool Empty() const;
 
  private:

@@ -69,6 +69,7 @@ std::optional<std::filesystem::path> NameOfSave(Session& session, ChartWindow& w
     // With nobody to tell, two samples are saved all the same, under that very name (meant).
     name = session.DataFolder() / kBadFile;
   }
+  name = NameOfOwn(session, window, name);
   return MayAsk(session.settings, window, mayPrompt) ? AskForName(session, window, name) : name;
 }
 
@@ -117,6 +118,7 @@ void NoteSaved(Session& session, ChartWindow& window, const std::filesystem::pat
   session.store.SaveSetting(Section::Settings, "LastLoadDir", name.parent_path().string());
   window.run.DataNeedsSave = false;
   window.save.FailedSave.clear();
+  window.save.SavedAs = name;
 }
 
 }  // namespace

@@ -73,9 +73,9 @@ void UdsDispatch::RunCommand(std::string_view text) {
 void UdsDispatch::TakeChannelCount(std::string_view text) {
   const std::int32_t count = ValLong(text);
   if (count < 1 || count > kChannels) return FailStream();
-  if (window_.chart.Count() > 0 && count != window_.chart.ChannelCount()) {
+  if ((window_.run.ChartRunning || window_.chart.Count() > 0) && count != window_.chart.ChannelCount()) {
     session_.Add2SLog("UDS changed its channels to " + NumberText(std::int64_t{count}) +
-                      " while samples are stored. The chart keeps its channels.");
+                      " during the run. The chart keeps its channels.");
     return;
   }
   window_.run.ChannelCount = count;
@@ -107,7 +107,11 @@ void UdsDispatch::FinishSet(std::optional<TimeStamp> time) {
     UDSDataDone = true;  // also while a log is turned over: whoever waits for the answer has it
     return;
   }
-  if (window_.run.ChartRunning && !window_.run.MaxingOut) onSet_(time);
+  if (window_.run.ChartRunning && !window_.run.MaxingOut) {
+    onSet_(time);
+  } else {
+    window_.run.ChannelSum.fill(0);  // a set that nobody takes must not add to the next one
+  }
 }
 
 void UdsDispatch::SetTimeOrigin(std::string_view text) {

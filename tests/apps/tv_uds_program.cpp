@@ -1,19 +1,17 @@
 #include "apps/tv_uds_program.h"
 
 #include <arpa/inet.h>
-#include <fcntl.h>
 #include <netinet/in.h>
 #include <poll.h>
 #include <sys/socket.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <csignal>
 #include <cstdlib>
 #include <fstream>
+#include <utility>
 
 #include "text/number.h"
 
@@ -27,83 +25,26 @@ bool IsReady(int descriptor, short event, int milliseconds) {
   return poll(&wanted, 1, milliseconds) > 0;
 }
 
+std::vector<std::string> OnAFreePort(std::vector<std::string> arguments) {
+  if (std::find(arguments.begin(), arguments.end(), "--port") == arguments.end())
+    arguments.insert(arguments.begin(), {"--port", "0"});
+  return arguments;
+}
+
 }  // namespace
 
-RunningSource::RunningSource(const std::vector<std::string>& arguments) {
-  std::vector<std::string> words = {TARVOLT_PROGRAM_FOLDER "/tv-uds"};
-  if (std::find(arguments.begin(), arguments.end(), "--port") == arguments.end())
-    words.insert(words.end(), {"--port", "0"});
-  words.insert(words.end(), arguments.begin(), arguments.end());
-  std::vector<char*> pointers;
-  for (std::string& word : words) pointers.push_back(word.data());
-  pointers.push_back(nullptr);
-
-  std::array<int, 2> ends{};
-  if (pipe2(ends.data(), O_CLOEXEC) != 0) return;
-  process_ = fork();
-  if (process_ == 0) {
-    dup2(ends[1], STDERR_FILENO);
-    execv(pointers[0], pointers.data());
-    _exit(127);
-  }
-  close(ends[1]);
-  errorPipe_ = ends[0];
-}
-
-RunningSource::~RunningSource() {
-  if (process_ > 0) {
-    kill(process_, SIGKILL);
-    waitpid(process_, nullptr, 0);
-  }
-  if (errorPipe_ >= 0) close(errorPipe_);
-}
-
-bool RunningSource::ReadErrors() {
-  std::array<char, 4096> bytes;
-  if (!IsReady(errorPipe_, POLLIN, kPatience)) return false;
-  const ssize_t count = read(errorPipe_, bytes.data(), bytes.size());
-  if (count <= 0) return false;
-  errors_.append(bytes.data(), static_cast<std::size_t>(count));
-  return true;
-}
+RunningSource::RunningSource(std::vector<std::string> arguments)
+    : RunningProgram("tv-uds", OnAFreePort(std::move(arguments))) {}
 
 std::uint16_t RunningSource::Port() {
   const std::string words = "listening on 127.0.0.1 port ";
-  for (;;) {
-    const std::size_t place = errors_.find(words);
-    if (place != std::string::npos && errors_.find('\n', place) != std::string::npos) {
-      return static_cast<std::uint16_t>(std::strtoul(errors_.c_str() + place + words.size(), nullptr, 10));
-    }
-    if (!ReadErrors()) return 0;
-  }
-}
-
-void RunningSource::Signal(int signal) const {
-  kill(process_, signal);
-}
-
-std::optional<int> RunningSource::ExitStatus() {
-  while (ReadErrors()) {
-  }
-  int status = 0;
-  for (int waited = 0; waited < kPatience; waited += 10) {
-    if (waitpid(process_, &status, WNOHANG) == process_) {
-      process_ = -1;
-      return WIFEXITED(status) ? std::optional(WEXITSTATUS(status)) : std::nullopt;
-    }
-    poll(nullptr, 0, 10);
-  }
-  return std::nullopt;
-}
-
-std::string RunningSource::Errors() {
-  while (ReadErrors()) {
-  }
-  return errors_;
+  if (!WaitFor(words) || !WaitFor("\n")) return 0;
+  const std::string& said = Output();
+  return static_cast<std::uint16_t>(std::strtoul(said.c_str() + said.find(words) + words.size(), nullptr, 10));
 }
 
 std::vector<std::string> RunningSource::ShownArguments() const {
-  std::ifstream file("/proc/" + NumberText(static_cast<std::int64_t>(process_)) + "/cmdline", std::ios::binary);
+  std::ifstream file("/proc/" + NumberText(static_cast<std::int64_t>(Id())) + "/cmdline", std::ios::binary);
   std::vector<std::string> words;
   for (std::string word; words.size() < 100 && std::getline(file, word, '\0');) words.push_back(word);
   return words;

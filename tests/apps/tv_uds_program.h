@@ -1,43 +1,24 @@
 #pragma once
 
-#include <sys/types.h>
-
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "apps/program.h"
+
 namespace tarvolt::uds {
 
-/// The real program, started for a test on a free port unless the arguments name one. Killed when it is destroyed.
-class RunningSource {
+/// The real program, started for a test on a free port unless the arguments name one.
+class RunningSource : public RunningProgram {
  public:
-  explicit RunningSource(const std::vector<std::string>& arguments);
-  ~RunningSource();
-
-  RunningSource(const RunningSource&) = delete;
-  RunningSource& operator=(const RunningSource&) = delete;
+  explicit RunningSource(std::vector<std::string> arguments);
 
   /// The port once it listens; 0 when it ended without.
   std::uint16_t Port();
 
-  void Signal(int signal) const;
-
-  /// Waits for the end; the exit status, or nothing when it has not ended within ten seconds or was killed.
-  std::optional<int> ExitStatus();
-
-  /// All that came on standard error; complete once the program has ended.
-  std::string Errors();
-
   /// The arguments that the system shows for the process.
   std::vector<std::string> ShownArguments() const;
-
- private:
-  bool ReadErrors();
-
-  pid_t process_ = -1;
-  int errorPipe_ = -1;
-  std::string errors_;
 };
 
 /// A recorder's end of the link. Every wait ends after ten seconds.

@@ -183,12 +183,12 @@ TEST(TvUdsProgram, EndsWithTheRightStatus) {
   RunningSource holder({});
   RunningSource late({"--port", NumberText(static_cast<std::int64_t>(holder.Port()))});
   EXPECT_EQ(late.ExitStatus(), 1);
-  EXPECT_NE(late.Errors().find("is in use"), std::string::npos);
+  EXPECT_NE(late.Output().find("is in use"), std::string::npos);
 
   const TextFile file("1 2\n3 x\n");
   RunningSource replay({"--replay", file.Name()});
   EXPECT_EQ(replay.ExitStatus(), 1);
-  EXPECT_NE(replay.Errors().find(file.Name() + ": line 2: "), std::string::npos);
+  EXPECT_NE(replay.Output().find(file.Name() + ": line 2: "), std::string::npos);
 
   const std::vector<std::string> wrong[] = {{"--channels", "9"},  {"--rate", "0"},       {"--signal", "hum"},
                                             {"--push", "--poll"}, {"--address", "here"}, {"--colour"}};

@@ -66,7 +66,9 @@ TEST(LocalBackup, HoldsEverySampleAsSoonAsItIsStored) {
       }
       const std::string bytes = desk.Bytes(kBackup);
       EXPECT_EQ(NumberAt<double>(bytes, 10), 40180.75) << "the moment of the start in the base of the stamps";
-      if (!stamps) EXPECT_EQ(NumberAt<double>(bytes, 18), Desk::Stamp(3));
+      if (!stamps) {
+        EXPECT_EQ(NumberAt<double>(bytes, 18), Desk::Stamp(3));
+      }
       EXPECT_EQ(bytes.substr(156, 10), kNotes) << "free text alone, without framing";
       EXPECT_EQ(NumberAt<std::int16_t>(bytes, 150), 2);
     }

@@ -66,7 +66,7 @@ TEST(PendingSaves, KeepALogUntilTheDiskHasRoom) {
   EXPECT_NE(first.find("notes of the first log"), std::string::npos);
   EXPECT_EQ(FirstStampOf(station.Bytes("/disk/second.tvd")), Desk::Stamp(5));
   EXPECT_FALSE(station.Exists(kAside));
-  EXPECT_TRUE(station.Logged(std::string(" Saved ") + kFirst));
+  EXPECT_TRUE(station.Logged(" Saved /disk/100102120000.tvd"));
 }
 
 TEST(PendingSaves, AreLimitedAndThenTakeNothing) {

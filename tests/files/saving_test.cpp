@@ -132,8 +132,12 @@ TEST(SaveDataFile, ACrashLeavesTheOldFileOrTheNewOne) {
     const bool crashed = desk.host.RunsUntilCrash([&] { SaveDataFile(desk.session, desk.window, kName); });
     desk.host.Reboot();
     const std::string bytes = desk.Bytes(kName);
-    if (bytes != "old file") EXPECT_EQ(SamplesOf(bytes), Expected(0, 4)) << step;
-    if (step == 1) EXPECT_TRUE(crashed);
+    if (bytes != "old file") {
+      EXPECT_EQ(SamplesOf(bytes), Expected(0, 4)) << step;
+    }
+    if (step == 1) {
+      EXPECT_TRUE(crashed);
+    }
   }
 }
 

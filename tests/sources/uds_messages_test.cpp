@@ -120,15 +120,17 @@ TEST(UdsMessages, MessagesKeepTheirOrderWhenACommandYields) {
   EXPECT_EQ(sums, (std::vector<double>{11, 111}));
 }
 
-TEST(UdsMessages, AChannelCountSizesAnEmptyStoreAndNeverOneWithSamples) {
+TEST(UdsMessages, AChannelCountSizesTheStoreBeforeTheRunAndNeverInIt) {
   UdsBench bench;
   ASSERT_TRUE(bench.StartRun(true));
+  bench.run.ChartRunning = false;
   bench.Send("^^2013 5\xFF");
   EXPECT_EQ(bench.window.view.StatusText, "Channels: 5");
   EXPECT_EQ(bench.run.ChannelCount, 5);
   EXPECT_EQ(bench.window.header.channels, 5);
   EXPECT_EQ(bench.window.chart.ChannelCount(), 5);
 
+  bench.run.ChartRunning = true;
   bench.window.chart.SetValue(4, bench.window.chart.AddTime(40000), 9);
   bench.Send("^^20132\xFF");
   EXPECT_EQ(bench.run.ChannelCount, 5);

@@ -4,6 +4,7 @@
 
 #include "apps/tarvoltd/options.h"
 #include "apps/tarvoltd/station.h"
+#include "host/disk_path.h"
 #include "host/headless_dialogs.h"
 #include "host/home_folder.h"
 #include "host/make_host.h"
@@ -31,7 +32,7 @@ int main(int argc, char** argv) {
     std::cerr << "tarvoltd: " << why << "\n";
     return 1;
   }
-  station = std::make_unique<Station>(owner->host, options, home);
+  station = std::make_unique<Station>(owner->host, options, NameFromDisk(home.native()).value_or(home.native()));
   stopSignals.OnStopSignal([&station] { station->RequestEnd(); });
   keys.OnEscape([&station] { station->Escape(); });
   const int status = station->Run();

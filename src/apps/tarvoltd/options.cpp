@@ -5,6 +5,7 @@
 #include <map>
 
 #include "core/command_line.h"
+#include "host/disk_path.h"
 #include "text/ansi.h"
 
 namespace tarvolt {
@@ -16,6 +17,11 @@ constexpr int kWrongUsage = 2;
 const std::map<std::string, SessionMode> kModes = {
     {"standalone", SessionMode::StandAlone}, {"server", SessionMode::Server}, {"client", SessionMode::Client}};
 
+// A name that has no form inside stays as it is, and still leads to its file.
+std::string FromShell(const std::string& text) {
+  return NameFromDisk(text).value_or(text);
+}
+
 // "KEY=VALUE" as an override, or the words of what is wrong with it.
 std::string AddOverride(const std::string& text, SettingOverrides& overrides) {
   const std::size_t equals = text.find('=');
@@ -26,6 +32,11 @@ std::string AddOverride(const std::string& text, SettingOverrides& overrides) {
   }
   overrides.emplace_back(key, AnsiFromUtf8(text.substr(equals + 1)));
   return "";
+}
+
+// What comes first must be a slash command or a data file; words behind it may be arguments.
+bool IsCommand(const std::string& text) {
+  return text.starts_with('/') || IsDataFileName(text);
 }
 
 void Refuse(StationOptions& options, const std::string& why) {
@@ -45,6 +56,7 @@ StationOptions ParseStationOptions(int argc, char** argv) {
   app.set_version_flag("--version", "tarvoltd " TARVOLT_VERSION);
   app.add_option("--home", options.home, "Folder of the station; else TARVOLT_HOME, else the user's data folder");
   app.add_option("--profile", options.profile, "Profile to load before anything else (.tvp)");
+  app.add_option("--load", options.load, "Data file to open (.tvd)");
   app.add_option("--set", settings, "KEY=VALUE: a setting for this run alone; may be given often")
       ->take_all()
       ->expected(1);
@@ -67,9 +79,16 @@ StationOptions ParseStationOptions(int argc, char** argv) {
     Refuse(options, problem);
     return options;
   }
+  if (!slash.empty() && !IsCommand(slash.front())) {
+    Refuse(options, "\"" + slash.front() + "\" is neither a slash command nor a data file");
+    return options;
+  }
   std::transform(mode.begin(), mode.end(), mode.begin(), [](unsigned char c) { return std::tolower(c); });
   options.mode = kModes.at(mode);
+  for (std::string& word : slash) word = FromShell(word);
   options.slashCommands = JoinArguments(slash);
+  options.profile = FromShell(options.profile);
+  options.load = FromShell(options.load);
   return options;
 }
 

@@ -8,10 +8,12 @@
 
 namespace tarvolt {
 
-/// What the command line of the unattended station asks for.
+/// What the command line of the unattended station asks for. Its texts are as the recorder has them inside, but for
+/// `home`, which is as it came from the shell.
 struct StationOptions {
   std::string home;
   std::string profile;
+  std::string load;
   SettingOverrides overrides;
   SessionMode mode = SessionMode::StandAlone;
   bool start = false;

@@ -11,6 +11,7 @@ namespace {
 
 constexpr int kSuccess = 0;
 constexpr int kFailed = 1;
+constexpr int kWrongUsage = 2;
 
 /// Length of the time and the blank in front of a log line's text.
 constexpr std::size_t kLogTime = 9;
@@ -34,7 +35,7 @@ void Station::TakeDialogText(const std::string& line) {
 
 int Station::Run() {
   StartTimers();
-  int result = Load() ? kSuccess : kFailed;
+  int result = Load();
   if (result == kSuccess && !form_.EndRequested()) result = Record();
   form_.Form_Unload();
   EndTimers();
@@ -48,14 +49,15 @@ void Station::StartTimers() {
   endTimer_ = session_.host.loop.MakeTimer([this] { form_.RequestEnd(); });
 }
 
-// Start-up, with the command line's own words obeyed at its end.
-bool Station::Load() {
+// Start-up, with the command line's own words obeyed at its end. A station that was given a profile must not record
+// with other settings.
+int Station::Load() {
   form_.Form_Load("");
-  if (!options_.profile.empty()) form_.ProcessCmd("/PF \"" + options_.profile + "\"");
-  if (!form_.CommandLineUnderstood()) return false;
+  if (!options_.profile.empty() && !form_.LoadProfile(options_.profile)) return kFailed;
   if (options_.mode != SessionMode::StandAlone) form_.EnterMode(options_.mode);
+  if (!options_.load.empty() && !form_.LoadDataFile(options_.load)) return kFailed;
   form_.ProcessCmd(options_.slashCommands);
-  return form_.CommandLineUnderstood();
+  return form_.CommandLineUnderstood() ? kSuccess : kWrongUsage;
 }
 
 int Station::Record() {

@@ -28,7 +28,7 @@ class Station {
 
  private:
   void StartTimers();
-  bool Load();
+  int Load();
   int Record();
   void EndTimers();
 

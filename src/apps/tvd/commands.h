@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "files/data_file_reader.h"
+
+namespace tarvolt {
+
+/// Prints header, notes and items; true when all of it went out.
+bool PrintInfo(const DataFileReader& reader, const std::string& name, bool json);
+
+/// Samples to print, both included; nothing means from the first, to the last.
+struct DumpRange {
+  std::optional<std::int32_t> from;
+  std::optional<std::int32_t> to;
+};
+
+/// Prints a heading and one line a sample: index, stamp, date, values; true when all of it went out. The sample that
+/// readers add to a file of doubles without stamps is not printed.
+bool PrintSamples(DataFileReader& reader, const std::string& name, const DumpRange& range, bool csv);
+
+}  // namespace tarvolt

@@ -1,0 +1,94 @@
+// Tarvolt's data files from a shell: what a file says about itself, and its samples as text.
+
+#include <CLI/CLI.hpp>
+#include <string>
+
+#include "commands.h"
+#include "host/posix_file_system.h"
+#include "output.h"
+
+namespace tarvolt {
+
+namespace {
+
+constexpr int kSuccess = 0;
+constexpr int kFailed = 1;
+constexpr int kWrongUsage = 2;
+
+struct Options {
+  std::string file;
+  bool json = false;
+  bool csv = false;
+  DumpRange range;
+};
+
+CLI::App* AddInfo(CLI::App& app, Options& options) {
+  CLI::App* info = app.add_subcommand("info", "Header, notes and items of a data file");
+  info->add_option("FILE", options.file, "Data file")->required();
+  info->add_flag("--json", options.json, "As JSON");
+  return info;
+}
+
+CLI::App* AddDump(CLI::App& app, Options& options) {
+  CLI::App* dump = app.add_subcommand("dump", "Samples of a data file, one a line, every digit of them");
+  dump->add_option("FILE", options.file, "Data file")->required();
+  dump->add_option("--from", options.range.from, "Index of the first sample to print")->check(CLI::NonNegativeNumber);
+  dump->add_option("--to", options.range.to, "Index of the last sample to print")->check(CLI::NonNegativeNumber);
+  dump->add_flag("--csv", options.csv, "Separated by commas instead of tabs");
+  return dump;
+}
+
+// Tells in one line what is wrong with the file; false then.
+bool OpenDataFile(DataFileReader& reader, const std::string& name) {
+  switch (reader.Open(name)) {
+    case OpenResult::Ok:
+      return true;
+    case OpenResult::Missing:
+      Complain(name + ": cannot be opened: " + reader.Error().message());
+      return false;
+    case OpenResult::TooShort:
+      Complain(name + ": is shorter than the header of a data file");
+      return false;
+    case OpenResult::BadChannels:
+      Complain(name + ": is corrupted or not a data file: its header does not have 1 to 9 channels");
+      return false;
+    case OpenResult::Unreadable:
+      Complain(name + ": cannot be read: " + reader.Error().message());
+      return false;
+  }
+  return false;
+}
+
+bool Run(const Options& options, bool dump) {
+  PosixFileSystem files;
+  DataFileReader reader(files);
+  if (!OpenDataFile(reader, options.file)) return false;
+  return dump ? PrintSamples(reader, options.file, options.range, options.csv)
+              : PrintInfo(reader, options.file, options.json);
+}
+
+int Main(int argc, char** argv) {
+  CLI::App app("Tarvolt's data files from a shell", "tvd");
+  app.set_version_flag("--version", std::string("tvd ") + TARVOLT_VERSION);
+  app.require_subcommand(1);
+  Options options;
+  AddInfo(app, options);
+  const CLI::App* dump = AddDump(app, options);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? kSuccess : kWrongUsage;
+  }
+  if (options.range.to && *options.range.to < options.range.from.value_or(0)) {
+    Complain("--to lies before --from");
+    return kWrongUsage;
+  }
+  return Run(options, dump->parsed()) ? kSuccess : kFailed;
+}
+
+}  // namespace
+}  // namespace tarvolt
+
+int main(int argc, char** argv) {
+  return tarvolt::Main(argc, argv);
+}

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tarvolt {
+
+/// A real program, started for a test. Killed when this is destroyed, and with the test itself. Every wait ends after
+/// ten seconds.
+class RunningProgram {
+ public:
+  /// `name` is that of one of our programs.
+  RunningProgram(const std::string& name, const std::vector<std::string>& arguments);
+  ~RunningProgram();
+
+  RunningProgram(const RunningProgram&) = delete;
+  RunningProgram& operator=(const RunningProgram&) = delete;
+
+  pid_t Id() const { return process_; }
+
+  void Signal(int signal) const;
+
+  /// Waits until `text` stands in the output; false when the program has ended without.
+  bool WaitFor(const std::string& text);
+
+  /// Waits for the end; the exit status, or nothing when it has not ended in time or was killed.
+  std::optional<int> ExitStatus();
+
+  /// What has been read of standard output and standard error so far; all of it after ExitStatus.
+  const std::string& Output() const { return output_; }
+
+  bool Printed(const std::string& text) const { return output_.find(text) != std::string::npos; }
+
+ private:
+  bool ReadMore(int milliseconds);
+  bool HasEnded();
+  void Drain();
+
+  pid_t process_ = -1;
+  int pipe_ = -1;
+  std::string output_;
+  std::optional<int> status_;  // as waitpid has it
+};
+
+/// Looks again and again until `condition` holds; false when it does not within ten seconds.
+bool WaitUntil(const std::function<bool()>& condition);
+
+}  // namespace tarvolt

@@ -1,0 +1,121 @@
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+
+#include "files/raw_file.h"
+
+namespace tarvolt {
+namespace {
+
+struct Result {
+  int status = -1;
+  std::string output;  ///< standard output, and behind it standard error
+};
+
+/// A folder of its own with data files, and the program run on them.
+class Tvd : public testing::Test {
+ protected:
+  Tvd() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "tvd_test_XXXXXX").string();
+    folder_ = mkdtemp(pattern.data());
+  }
+  ~Tvd() override { std::filesystem::remove_all(folder_); }
+
+  std::string Write(const std::string& name, const RawFile& raw) {
+    std::ofstream file(folder_ / name, std::ios::binary);
+    file << raw.Bytes();
+    return "'" + (folder_ / name).string() + "'";
+  }
+
+  Result Run(const std::string& arguments) {
+    Result result;
+    const std::string command = TARVOLT_PROGRAM_FOLDER "/tvd " + arguments + " 2>&1";
+    FILE* pipe = popen(command.c_str(), "r");
+    std::array<char, 4096> piece;
+    while (const std::size_t read = fread(piece.data(), 1, piece.size(), pipe))
+      result.output.append(piece.data(), read);
+    result.status = WEXITSTATUS(pclose(pipe));
+    return result;
+  }
+
+  static RawFile Samples() {
+    RawFile raw;
+    raw.Front(40180.5, 40180.75, 2,
+              Block("caf\xE9 notes", {"Logged Using UT", "CHL0Power, \"total\"", "CHO0-3",
+                                      "MetaData_A\xC8"
+                                      "b",
+                                      "LBL^|^1\xFE"
+                                      "2\xFE"
+                                      "event\xFE"}));
+    raw.Add(40180.5).Add(0.1).Add(1e21);
+    raw.Add(40180.625).Add(-0.0000001).Add(std::nan(""));
+    raw.Add(40180.75).Add(1.0 / 3).Add(2.0);
+    return raw.Text("torn");
+  }
+
+  std::filesystem::path folder_;
+};
+
+TEST_F(Tvd, DumpsEveryDigit) {
+  const std::string file = Write("a file.tvd", Samples());
+  const Result csv = Run("dump --csv " + file);
+  EXPECT_EQ(csv.status, 0);
+  EXPECT_EQ(csv.output,
+            "index,stamp,date,\"Power, \"\"total\"\"\",CH 2\n"
+            "0,40180.5,2010-01-02 12:00:00.000,0.1,1E+21\n"
+            "1,40180.625,2010-01-02 15:00:00.000,-1E-07,nan\n"
+            "2,40180.75,2010-01-02 18:00:00.000,0.3333333333333333,2\n");
+  const Result part = Run("dump --from 1 --to 1 " + file);
+  EXPECT_EQ(part.output,
+            "index\tstamp\tdate\tPower, \"total\"\tCH 2\n1\t40180.625\t2010-01-02 15:00:00.000\t-1E-07\tnan\n");
+}
+
+TEST_F(Tvd, TellsWhatAFileSaysOfItself) {
+  const std::string file = Write("a.tvd", Samples());
+  const std::string text = Run("info " + file).output;
+  for (const char* words : {"Samples:        3", "Author:         A. Observer\n", "Time base:      UT\n",
+                            "Channel 1:      Power, \"total\"  offset -3", "A = b", "caf\xC3\xA9 notes",
+                            "sample 2, channel 1: event", "2010-01-02 12:00:00.000  (40180.5)"}) {
+    EXPECT_NE(text.find(words), std::string::npos) << words << "\n" << text;
+  }
+  const std::string json = Run("info --json " + file).output;
+  for (const char* words : {"\"samples\": 3", "\"notes\": \"caf\xC3\xA9 notes\"", "\"usingUT\": true",
+                            "\"label\": \"Power, \\\"total\\\"\"", "\"stamp\": 40180.75", "\"index\": 2"}) {
+    EXPECT_NE(json.find(words), std::string::npos) << words << "\n" << json;
+  }
+}
+
+TEST_F(Tvd, ComplainsInOneLine) {
+  struct Case {
+    std::string arguments;
+    int status;
+    const char* words;
+  };
+  const Case cases[] = {
+      {"info " + (folder_ / "none.tvd").string(), 1, "cannot be opened"},
+      {"info " + folder_.string(), 1, "cannot be opened"},
+      {"dump " + Write("short.tvd", RawFile().Text("short")), 1, "shorter than the header"},
+      {"info " + Write("bad.tvd", RawFile().Front(1, 2, 10, "")), 1, "1 to 9 channels"},
+      {"dump " + Write("empty.tvd", RawFile().Front(1, 2, 1, "")), 1, "holds 0 samples"},
+      {"dump --from 3 " + Write("three.tvd", Samples()), 1, "none from 3 on"},
+      {"dump --from 2 --to 1 " + Write("three.tvd", Samples()), 2, "--to lies before --from"},
+  };
+  for (const Case& c : cases) {
+    const Result result = Run(c.arguments);
+    EXPECT_EQ(result.status, c.status) << c.arguments;
+    EXPECT_NE(result.output.find(c.words), std::string::npos) << result.output;
+    EXPECT_EQ(std::count(result.output.begin(), result.output.end(), '\n'), 1) << result.output;
+  }
+  EXPECT_EQ(Run("").status, 2);
+  EXPECT_EQ(Run("dump --from -1 x").status, 2);
+  EXPECT_EQ(Run("--version").status, 0);
+}
+
+}  // namespace
+}  // namespace tarvolt

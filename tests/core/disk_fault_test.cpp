@@ -1,0 +1,115 @@
+#include <gtest/gtest.h>
+
+#include "core/station.h"
+
+namespace tarvolt {
+namespace {
+
+using namespace std::chrono_literals;
+
+TEST(DiskFaults, AFullDiskIsToldOnceAndTheRunGoesOnUntilThereIsRoom) {
+  Station station;
+  station.Set("MaxArrayCount", 50).StartChart();
+  station.RunForSets(20);
+  station.host.disk.SetCapacity(station.host.disk.Used() + 100);
+  station.RunForSets(130);  // two turnovers without room
+  EXPECT_TRUE(station.Running());
+  EXPECT_TRUE(station.FilesSaved().empty());
+  EXPECT_TRUE(station.Logged("Could Not Save")) << station.Log();
+  station.host.disk.SetCapacity(SimDisk::kUnlimited);
+  station.RunForSets(600);
+  station.StopChart();
+  EXPECT_EQ(station.FirstChannelInFilesAndStore(), Ramp(600));
+}
+
+TEST(DiskFaults, TheBackupCatchesUpWithWhatAFullDiskRefused) {
+  Station station;
+  station.StartChart();
+  station.RunForSets(20);
+  station.host.disk.SetCapacity(station.host.disk.Used() + 30);
+  station.RunForSets(60);
+  const std::string log = station.Log();
+  station.host.disk.SetCapacity(SimDisk::kUnlimited);
+  station.RunForSets(100);
+  station.Kill();
+  station.Boot();
+  ASSERT_EQ(station.FilesRescued().size(), 1u);
+  EXPECT_EQ(station.FirstChannelIn(station.FilesRescued()[0]), Ramp(100));
+  std::size_t told = 0;
+  for (std::size_t at = log.find("Back"); at != std::string::npos; at = log.find("Back", at + 1)) ++told;
+  EXPECT_LE(told, 3u) << log;
+}
+
+TEST(DiskFaults, AFolderThatVanishesInARunComesBackWithEverything) {
+  Station station;
+  station.StartChart();
+  station.RunForSets(40);
+  station.host.disk.RemoveTree("/station/Data");
+  station.RunForSets(50);
+  station.Kill();
+  station.Boot();
+  ASSERT_EQ(station.FilesRescued().size(), 1u);
+  EXPECT_EQ(station.FirstChannelIn(station.FilesRescued()[0]), Ramp(50));
+}
+
+TEST(DiskFaults, AReadOnlyFolderAtTheStopKeepsTheDataUntilItCanBeWritten) {
+  Station station;
+  station.StartChart();
+  station.RunForSets(40);
+  station.host.disk.SetReadOnly("/station/Data", true);
+  station.RunForSets(60);
+  station.StopChart();
+  EXPECT_TRUE(station.FilesSaved().empty());
+  EXPECT_TRUE(station.host.dialogs.HasShown("Could Not Save"));
+  EXPECT_EQ(station.TheSession().store.GetSetting(Section::Settings, "LocalRun"), "Running");
+  station.host.disk.SetReadOnly("/station/Data", false);
+  station.RunFor(60s);
+  ASSERT_EQ(station.FilesSaved().size(), 1u);
+  EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]), Ramp(60));
+  EXPECT_EQ(station.TheSession().store.GetSetting(Section::Settings, "LocalRun"), "OK");
+}
+
+TEST(DiskFaults, ANewRunDoesNotCostTheDataOfOneThatCouldNotBeSaved) {
+  Station station;
+  station.StartChart();
+  station.RunForSets(40);
+  station.host.disk.SetReadOnly("/station/Data/unknown", true);
+  station.Set("OrganizeByMonth", true).StopChart();
+  station.StartChart();
+  station.RunForSets(80);
+  station.host.disk.SetReadOnly("/station/Data/unknown", false);
+  station.StopChart();
+  station.RunFor(2min);
+  const std::vector<double> values = station.FirstChannelInFilesAndStore();
+  EXPECT_EQ(values, Ramp(static_cast<int>(values.size())));
+  EXPECT_GE(values.size(), 79u);
+}
+
+TEST(DiskFaults, WhatCannotBeSavedAtTheEndIsRescuedAtTheNextStart) {
+  Station station;
+  station.StartChart();
+  station.RunForSets(40);
+  station.host.disk.SetCapacity(station.host.disk.Used() + 500);
+  station.ShutDown();
+  station.host.disk.SetCapacity(SimDisk::kUnlimited);
+  station.Boot();
+  ASSERT_EQ(station.FilesRescued().size(), 1u);
+  EXPECT_EQ(station.FirstChannelIn(station.FilesRescued()[0]), Ramp(40));
+}
+
+// Each operation of a run fails once, and then the disk is well again.
+TEST(DiskFaults, AnySingleFailureOfTheDiskCostsNothing) {
+  for (std::uint64_t operation = 1; operation < 250; ++operation) {
+    Station station(operation);
+    station.Set("MaxArrayCount", 15).StartChart();
+    station.host.disk.FailOperation(operation, SimDisk::Repeat::Once, std::errc::io_error);
+    station.RunForSets(50);
+    EXPECT_TRUE(station.Running()) << operation;
+    station.StopChart();
+    station.RunFor(3min);
+    EXPECT_EQ(station.FirstChannelInFilesAndStore(), Ramp(50)) << operation;
+  }
+}
+
+}  // namespace
+}  // namespace tarvolt

@@ -1,0 +1,239 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "core/station.h"
+
+namespace tarvolt {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr double kMillisecond = 1.0 / 86400000;
+
+std::vector<Sample> StoredSamples(Station& station) {
+  std::vector<Sample> samples;
+  const StripChart& chart = station.Form().Window().chart;
+  for (std::int32_t i = 0; i < chart.Count(); ++i) {
+    samples.push_back({chart.GetTime(i), {chart.GetValue(0, i), chart.GetValue(1, i)}});
+  }
+  return samples;
+}
+
+TEST(Run, PushedSetsBecomeSamplesOfTheirChannels) {
+  Station station;
+  station.StartChart();
+  EXPECT_EQ(station.Run().chartState, ChartState::Armed);
+  station.RunForSets(50);
+  EXPECT_EQ(station.Run().chartState, ChartState::Running);
+  EXPECT_EQ(station.View().StartCaption, "&Stop Chart");
+  EXPECT_FALSE(station.View().ModeMenus);
+  const std::vector<Sample> samples = StoredSamples(station);
+  ASSERT_EQ(samples.size(), 50u);
+  for (int i = 0; i < 50; ++i) EXPECT_EQ(samples[i].values, (std::vector<double>{1.0 * i, -1.0 * i}));
+  station.StopChart();
+  EXPECT_EQ(station.View().StartCaption, "&Start Chart");
+  EXPECT_TRUE(station.View().ModeMenus);
+  ASSERT_EQ(station.FilesSaved().size(), 1u);
+  EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]), Ramp(50));
+  EXPECT_TRUE(station.Logged(" Chart Stopped (Avg Rate .1)")) << station.Log();
+}
+
+TEST(Run, APolledSourceIsAskedOnceATickAndNeverWhileItAnswers) {
+  Station station;
+  station.uds.AnswersAfter(30ms);
+  station.Set("UDSpush", false).Set("SampleRate", 70).StartChart();
+  station.RunFor(10s);
+  station.StopChart();
+  EXPECT_EQ(station.uds.SetsSent(), 100);  // the period is the interval and the length of the tick
+  ASSERT_EQ(station.FilesSaved().size(), 1u);
+  const std::vector<double> values = station.FirstChannelIn(station.FilesSaved()[0]);
+  EXPECT_GE(values.size(), 99u);
+  EXPECT_EQ(values, Ramp(static_cast<int>(values.size())));
+}
+
+TEST(Run, AveragesAreTheMeanOfTheReadsAndOnlyWholeOnesAreStored) {
+  Station station;
+  station.Set("vAvg", 4).StartChart();
+  station.RunForSets(43);
+  const std::vector<Sample> samples = StoredSamples(station);
+  ASSERT_EQ(samples.size(), 10u);
+  for (int i = 0; i < 10; ++i) EXPECT_EQ(samples[i].values[0], 4 * i + 1.5);
+}
+
+TEST(Run, OffsetsAreInTheStoreOnlyWhenTheyAreAskedFor) {
+  Station plain;
+  plain.Set("Channel0Offset", 1000).StartChart();
+  plain.RunForSets(3);
+  EXPECT_EQ(StoredSamples(plain)[1].values[0], 1);
+  Station moved;
+  moved.Set("Channel0Offset", 1000).Set("UseOffsets", true).StartChart();
+  moved.RunForSets(3);
+  EXPECT_EQ(StoredSamples(moved)[1].values[0], 1001);
+  EXPECT_EQ(StoredSamples(moved)[1].values[1], -1);
+}
+
+// UT is the simulated machine's wall clock; the zone is two hours east.
+class StampTest : public ::testing::Test {
+ protected:
+  StampTest() {
+    SimZone zone;
+    zone.biasMinutes = -120;
+    station_.host.clock.SetZone(zone);
+  }
+
+  // The stamp of each sample beside the UT moment at which its set was sent.
+  std::vector<std::pair<TimeStamp, TimeStamp>> Record() {
+    std::vector<TimeStamp> moments;
+    station_.uds.Measures([&](std::int64_t set) {
+      moments.push_back(StampOf(station_.host.clock.UtNow()));
+      return std::vector<double>{1.0 * set, 0};
+    });
+    station_.StartChart();
+    station_.RunForSets(300);
+    std::vector<std::pair<TimeStamp, TimeStamp>> pairs;
+    const std::vector<Sample> samples = StoredSamples(station_);
+    for (std::size_t i = 0; i < samples.size(); ++i) pairs.emplace_back(samples[i].stamp, moments[i]);
+    return pairs;
+  }
+
+  Station station_;
+};
+
+TEST_F(StampTest, UtStampsAreTheClockLessItsZone) {
+  for (const auto& [stamp, ut] : Record()) EXPECT_NEAR(stamp, ut, kMillisecond);
+}
+
+TEST_F(StampTest, LocalStampsAreTheClock) {
+  station_.Set("LogUsingUT", false);
+  for (const auto& [stamp, ut] : Record()) EXPECT_NEAR(stamp, ut + 2.0 / 24, kMillisecond);
+}
+
+TEST_F(StampTest, SiderealStampsRunFromUtWhateverTheBaseOfOtherRuns) {
+  for (const bool ut : {true, false}) {
+    Station other;
+    station_.Set("LogLMST", true).Set("LogUsingUT", ut).Set("UserLng", 83);
+    for (const auto& [stamp, moment] : Record()) {
+      // Greenwich mean sidereal time by the short expression of the almanacs, good to a hundredth of a second.
+      const double days = moment + 2415018.5 - 2451545.0;
+      const double hours = std::fmod(18.697374558 + 24.06570982441908 * days - 83.0 / 15, 24);
+      const double sidereal = (hours < 0 ? hours + 24 : hours) / 24;
+      EXPECT_NEAR(stamp - std::floor(stamp), sidereal, 20 * kMillisecond);
+    }
+    station_.StopChart();
+  }
+}
+
+TEST_F(StampTest, ASourceThatStampsIsTheClock) {
+  station_.uds.StampsWith([](std::int64_t set) { return 40180.25 + set / 86400.0; });
+  const auto pairs = Record();
+  ASSERT_EQ(pairs.size(), 300u);
+  for (int i = 0; i < 300; ++i) EXPECT_EQ(pairs[i].first, 40180.25 + i / 86400.0);
+}
+
+TEST(Run, WithTimeRefZeroTheFirstSampleStandsAtMidnightAndTheNameKeepsTheTime) {
+  Station station(1, {2010, 1, 2, 13, 20, 0, 0});
+  station.Set("TimeRefZero", true).StartChart();
+  station.RunForSets(20);
+  station.StopChart();
+  ASSERT_EQ(station.FilesSaved().size(), 1u);
+  EXPECT_NE(station.FilesSaved()[0].find("UT100102132000"), std::string::npos) << station.FilesSaved()[0];
+  const std::vector<Sample> samples = station.SamplesIn(station.FilesSaved()[0]);
+  const TimeStamp midnight = StampOf({2010, 1, 2, 0, 0, 0, 0});
+  EXPECT_NEAR(samples[0].stamp, midnight + 0.1 / 86400, 2 * kMillisecond);
+  EXPECT_NEAR(samples[10].stamp - samples[0].stamp, 1.0 / 86400, kMillisecond);
+}
+
+TEST(Run, TheFirstTickWaitsForTheSecond) {
+  Station station(1, {2010, 1, 2, 12, 0, 0, 137});
+  station.Set("UDSpush", false).Set("StartOnSecondBoundary", true).Set("SampleRate", 250).StartChart();
+  station.RunFor(3s);
+  EXPECT_EQ(FieldsOf(StoredSamples(station).at(0).stamp).millisecond, 0);
+}
+
+TEST(Run, RefusalsAreToldAndLeaveTheProgramIdle) {
+  const std::vector<std::tuple<std::string, std::string, std::string>> cases = {
+      {"Dsrc0", "0",
+       "You must select a data source for channel one.\n\nGo to Options / Data Source and select a source."},
+      {"Dsrc1", "1", "no sound card is available"},
+      {"Dsrc1", "3", "MAX187 ADC"},
+      {"vAvg", "0", "Must have greater than zero samples to average."},
+      {"SampleRate", "9.9", "Sample Rate must be 10 milliseconds or greater."},
+      {"ChartWidth", "0.5", "Chart Width must be 1 or more seconds."},
+      {"UDSport", "9", "UDS Connection Canceled - Chart Canceled"}};
+  for (const auto& [key, value, words] : cases) {
+    Station station;
+    station.Set(key, value).StartChart();
+    EXPECT_TRUE(station.host.dialogs.HasShown(words)) << key;
+    EXPECT_FALSE(station.Running()) << key;
+    EXPECT_TRUE(station.View().cmdStart && station.View().ModeMenus) << key;
+    EXPECT_EQ(station.TheSession().store.GetSetting(Section::Settings, "LocalRun"), "OK") << key;
+    station.RunFor(60s);
+    EXPECT_TRUE(station.FilesSaved().empty()) << key;
+  }
+}
+
+TEST(Run, WithMessagesOffNothingAsksAndTheLogStillTells) {
+  Station station;
+  station.Set("ShowMsgBox", false).Set("PromptBeforeSaving", true).Set("vAvg", 0).StartChart();
+  EXPECT_TRUE(station.Logged("Must have greater than zero samples to average."));
+  station.Set("vAvg", 1).StartChart();
+  station.RunForSets(30);
+  station.StopChart();
+  EXPECT_EQ(station.FilesSaved().size(), 1u);
+  EXPECT_TRUE(station.host.dialogs.Boxes().empty());
+}
+
+TEST(Run, ALinkThatBreaksEndsTheRunWithItsDataSaved) {
+  Station station;
+  station.StartChart();
+  station.RunForSets(40);
+  station.uds.BreakLink();
+  station.RunFor(1s);
+  EXPECT_FALSE(station.Running());
+  EXPECT_TRUE(station.Logged("Lost UDS Connection Stopping Chart."));
+  ASSERT_EQ(station.FilesSaved().size(), 1u);
+  EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]), Ramp(40));
+}
+
+TEST(Run, APolledSourceThatFallsSilentHoldsTheReadUntilTheEndIsAskedFor) {
+  Station station;
+  station.uds.Misbehaves(UdsFault::Silent, 20);
+  station.Set("UDSpush", false).StartChart();
+  station.host.loop.After(1min, [&] { station.Form().RequestEnd(); });
+  station.host.loop.RunUntil([&] { return station.Form().EndRequested(); }, 5min);
+  station.RunFor(1s);
+  EXPECT_FALSE(station.Running());
+  ASSERT_EQ(station.FilesSaved().size(), 1u);
+  EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]), Ramp(20));
+}
+
+TEST(Run, TheRateIsShownEachSecond) {
+  Station station;
+  station.StartChart();
+  station.RunFor(10500ms);
+  EXPECT_EQ(station.View().LeftStatus, "Data Samp/Sec 10.0   Samples: 99");
+  EXPECT_EQ(station.View().RightStatus, "12:00:10 UT");
+  Station slow;
+  slow.uds.PushesEvery(5s);
+  slow.Set("SampleRate", 5000).StartChart();
+  slow.RunFor(110s);
+  EXPECT_EQ(slow.View().LeftStatus, "Data Sec/Sample 5.000   Samples: 21");
+}
+
+TEST(Run, TheFileTellsHowItWasRecorded) {
+  Station station;
+  station.Set("ServerEmail", "me@observatory.org").Set("LocalName", "Hill").StartChart();
+  station.RunForSets(10);
+  station.StopChart();
+  const std::string bytes = *station.host.disk.Contents(station.FilesSaved().at(0));
+  for (const char* item : {"Logged Using UT", "CHL0CH 1", "CHO10",
+                           "Requested Sample Period: \xC8"
+                           "100",
+                           "UDS Data: \xC8Pushed", "Email\xC8me@observatory.org", "UDS CH2"}) {
+    EXPECT_NE(bytes.find(item), std::string::npos) << item;
+  }
+}
+
+}  // namespace
+}  // namespace tarvolt

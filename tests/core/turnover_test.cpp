@@ -1,0 +1,104 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "core/station.h"
+
+namespace tarvolt {
+namespace {
+
+using namespace std::chrono_literals;
+
+TEST(Turnover, AFullStoreStartsANewLogAndLosesNothing) {
+  Station station;
+  station.Set("MaxArrayCount", 10).StartChart();
+  station.RunForSets(25);
+  ASSERT_EQ(station.FilesSaved().size(), 2u);
+  EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]).size(), 10u);
+  EXPECT_EQ(station.FirstChannelInFilesAndStore(), Ramp(25));
+  EXPECT_TRUE(station.Running());
+  station.StopChart();
+  ASSERT_EQ(station.FilesSaved().size(), 3u);
+  EXPECT_EQ(station.FirstChannelInFilesAndStore(), Ramp(25));
+}
+
+TEST(Turnover, ATimedLogEndsAfterItsDuration) {
+  Station station;
+  station.Set("MaxDuration", "0.000694444444444444").StartChart();  // one minute
+  station.RunFor(185s);
+  station.StopChart();
+  ASSERT_EQ(station.FilesSaved().size(), 4u);
+  EXPECT_NEAR(static_cast<double>(station.FirstChannelIn(station.FilesSaved()[1]).size()), 600, 1);
+  const std::vector<double> all = station.FirstChannelInFilesAndStore();
+  EXPECT_EQ(all, Ramp(static_cast<int>(all.size())));
+}
+
+TEST(Turnover, APlannedRestartEndsTheLogAtItsTimeOfDay) {
+  Station station(1, {2010, 1, 2, 23, 59, 0, 0});
+  station.Set("UseRestartTime", true).Set("RestartTime", "00:00:30").StartChart();
+  station.RunFor(3min);
+  station.StopChart();
+  ASSERT_EQ(station.FilesSaved().size(), 2u);
+  EXPECT_NE(station.FilesSaved()[1].find("UT100103000030"), std::string::npos) << station.FilesSaved()[1];
+  const std::vector<double> all = station.FirstChannelInFilesAndStore();
+  EXPECT_EQ(all, Ramp(static_cast<int>(all.size())));
+}
+
+TEST(Turnover, WithoutContinuousTheRunStopsAndSaves) {
+  Station station;
+  station.Set("MaxArrayCount", 10).Set("Continuous", false).StartChart();
+  station.RunForSets(25);
+  EXPECT_FALSE(station.Running());
+  EXPECT_NE(station.View().Title.find("  Logging Stopped."), std::string::npos);
+  ASSERT_EQ(station.FilesSaved().size(), 1u);
+  EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]), Ramp(10));
+  station.Set("Continuous", true).StartChart();
+  station.RunForSets(40);
+  EXPECT_TRUE(station.Running());
+}
+
+// Who wants a new log and no saving loses the old one: that is the rule.
+TEST(Turnover, WithoutAutosaveAContinuousRunDropsItsFullLogs) {
+  Station station;
+  station.Set("MaxArrayCount", 10).Set("AutoSaveStandAlone", false).StartChart();
+  station.RunForSets(25);
+  EXPECT_TRUE(station.Running());
+  EXPECT_TRUE(station.FilesSaved().empty());
+  EXPECT_EQ(station.Run().Dcount, 5);
+}
+
+TEST(Turnover, TheThresholdSavesAtEqualityOnATurnoverAndNotAtTheStop) {
+  Station station;
+  station.Set("MaxArrayCount", 10).Set("SaveIF", 1).Set("SaveIFVal", 19).StartChart();
+  station.RunForSets(20);  // 0..9 stay below, 10..19 reach 19
+  ASSERT_EQ(station.FilesSaved().size(), 1u);
+  EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0])[0], 10);
+  Station stopped;
+  stopped.Set("SaveIF", 1).Set("SaveIFVal", 19).StartChart();
+  stopped.RunForSets(20);
+  stopped.StopChart();
+  EXPECT_TRUE(stopped.FilesSaved().empty());
+}
+
+TEST(Turnover, ALogOfTwoSamplesStopsTheRunForWantOfData) {
+  Station station;
+  station.Set("MaxArrayCount", 2).StartChart();
+  station.RunForSets(4);
+  EXPECT_FALSE(station.Running());
+  EXPECT_TRUE(station.Logged(" Could Not Save File..No Data. "));
+}
+
+TEST(Turnover, TwoLogsOfOneSecondDoNotShareAName) {
+  Station station;
+  station.uds.PushesEvery(10ms);
+  station.Set("MaxArrayCount", 10).StartChart();
+  station.RunForSets(200);
+  station.StopChart();
+  EXPECT_EQ(station.FilesSaved().size(), 20u);
+  std::vector<double> values = station.FirstChannelInFilesAndStore();
+  std::sort(values.begin(), values.end());
+  EXPECT_EQ(values, Ramp(200));
+}
+
+}  // namespace
+}  // namespace tarvolt
