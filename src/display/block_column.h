@@ -1,7 +1,9 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -25,7 +27,7 @@ class BlockColumn {
   /// Takes the memory for the next Append, which then cannot fail. Throws std::bad_alloc.
   void MakeRoom() {
     if (static_cast<std::size_t>(count_ >> kBlockBits) == blocks_.size()) {
-      blocks_.push_back(std::make_unique<double[]>(kBlock));
+      blocks_.push_back(std::make_unique_for_overwrite<double[]>(kBlock));
     }
   }
   void Append(double value) {
@@ -35,6 +37,12 @@ class BlockColumn {
   double operator[](std::int32_t index) const { return blocks_[index >> kBlockBits][index & (kBlock - 1)]; }
   void Set(std::int32_t index, double value) { blocks_[index >> kBlockBits][index & (kBlock - 1)] = value; }
   std::int32_t Count() const { return count_; }
+
+  /// The values from `index` on that lie in one piece of memory, at most `most`; one at least when `most` is.
+  std::span<const double> Piece(std::int32_t index, std::int32_t most) const {
+    const std::int32_t inBlock = index & (kBlock - 1);
+    return {&blocks_[index >> kBlockBits][inBlock], static_cast<std::size_t>(std::min(most, kBlock - inBlock))};
+  }
 
  private:
   std::vector<std::unique_ptr<double[]>> blocks_;

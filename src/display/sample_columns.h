@@ -2,6 +2,7 @@
 
 #include <bit>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "display/block_column.h"
@@ -27,10 +28,17 @@ class SampleColumns {
   void SetValue(int channel, std::int32_t index, double value);
 
   TimeStamp Time(std::int32_t index) const { return times_[index]; }
-  double Value(int channel, std::int32_t index) const {
-    const double stored = values_[channel][index];
-    return IsUnwritten(stored) ? 0 : stored;
+  double Value(int channel, std::int32_t index) const { return Shown(values_[channel][index]); }
+
+  /// For writers, who go through everything: the times, or the values of a channel, from `first` on that lie in one
+  /// piece of memory, at most `most`. All columns are cut at the same positions. Values are to be read by Shown.
+  std::span<const double> TimePiece(std::int32_t first, std::int32_t most) const { return times_.Piece(first, most); }
+  std::span<const double> ValuePiece(int channel, std::int32_t first, std::int32_t most) const {
+    return values_[channel].Piece(first, most);
   }
+
+  /// What a value column holds, as everybody is to see it: 0 for what nobody has written.
+  static double Shown(double stored) { return IsUnwritten(stored) ? 0 : stored; }
 
   /// Lowest and highest of the positions first..last, both included, in steps that do not grow with their number.
   MinMax Range(int channel, std::int32_t first, std::int32_t last) const;

@@ -9,7 +9,7 @@
 namespace tarvolt {
 namespace {
 
-constexpr std::size_t kWriteBuffer = 256u << 10;
+constexpr std::size_t kWriteBuffer = 1u << 20;
 
 }  // namespace
 

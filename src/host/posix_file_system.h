@@ -12,6 +12,7 @@ class PosixFileSystem final : public FileSystem {
   /// A listing beyond this many entries is refused with value_too_large.
   static constexpr std::size_t kMaxEntries = 1'000'000;
 
+  /// A file asked for its size before anything else answers with the size at its opening.
   std::unique_ptr<File> Open(const std::filesystem::path& path, OpenMode mode, std::error_code& error) override;
   bool FileExists(const std::filesystem::path& path) override;
   bool FolderExists(const std::filesystem::path& path) override;

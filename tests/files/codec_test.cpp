@@ -95,5 +95,23 @@ TEST(SampleLayout, EncodesAnyStretchAndChannelsThatTheColumnsLackAsZero) {
   EXPECT_EQ(bytes, expected.Bytes());
 }
 
+// Columns lie in blocks and are encoded in pieces: a stretch that begins and ends inside both, and one value unwritten.
+TEST(SampleLayout, EncodesAcrossTheBlocksOfTheColumns) {
+  constexpr std::int32_t kCount = BlockColumn::kBlock + 1000;
+  constexpr std::int32_t kFirst = BlockColumn::kBlock - 777;
+  constexpr std::int32_t kUnwritten = BlockColumn::kBlock;
+  SampleColumns columns(1);
+  for (std::int32_t i = 0; i < kCount; ++i) {
+    columns.Append(40000 + i);
+    if (i != kUnwritten) columns.SetValue(0, i, i);
+  }
+  const SampleLayout layout{2, true, false};
+  std::string bytes((kCount - 1 - kFirst) * layout.BytesPerSample(), '?');
+  EncodeSamples(columns, layout, kFirst, kCount - 1 - kFirst, bytes.data());
+  RawFile expected;
+  for (std::int32_t i = kFirst; i < kCount - 1; ++i) expected.Add(40000.0 + i).Add(i == kUnwritten ? 0.0 : i).Add(0.0);
+  EXPECT_TRUE(bytes == expected.Bytes());
+}
+
 }  // namespace
 }  // namespace tarvolt

@@ -71,6 +71,7 @@ TEST_F(PosixFileSystemTest, AppendWritesToTheEndWhateverThePosition) {
   second->Write("two ", error_);
   first->Seek(0, error_);
   first->Write("three", error_);
+  EXPECT_EQ(first->Size(error_), 13u) << "not that of the opening";
   first->Sync(error_);
   EXPECT_FALSE(error_);
   EXPECT_EQ(Contents(path), "one two three");
