@@ -9,23 +9,29 @@ namespace tarvolt {
 /// One stretch of recording, from StartChart to StopChart, and the turning over of its logs in between.
 class ChartRun {
  public:
+  /// Works on the parts of `recorder`, which outlives it.
   explicit ChartRun(Recorder& recorder);
 
-  /// Checks, readies the sources and arms the run. `profile` may be empty. Every refusal is told and leaves the program
-  /// idle. Does nothing while a run goes on or is being started, or a file is being loaded. Yields while the data source connects.
+  /// Checks, readies the sources and arms the run. `profile` may be empty. A refusal is told and leaves the program
+  /// idle. Does nothing while a run goes on or is being started, or a file is being loaded. Yields while the data
+  /// source connects.
   void StartChart(const std::string& profile);
 
-  /// Ends the run, closes its source and saves. Does nothing without a run.
+  /// Ends the run, closes its source and saves. Does nothing without a run. Yields only in a question to a person.
   void StopChart();
 
-  /// Turns the log over: saves it when that is wanted and starts a new one, or ends the run.
+  /// Turns the log over: saves it when that is wanted and starts a new one, or ends the run. Yields only in a question.
   void MaxedOut(MaxedOutMode mode);
 
   /// Tries again to save what the disk refused, when something waits.
   void RetrySaves();
 
-  /// Asks about a chart that was never saved. What the disk refused before is set aside without a question. May yield.
+  /// Asks about a chart that was never saved. May yield.
   void AskToSave();
+
+  /// Puts a chart that the disk refused to take out of the way of the next one, to be saved when there is room. False
+  /// when too many wait already: then the chart must stay.
+  bool SetUnsavedAside();
 
   /// Takes the base of log time from the settings and the clock, as at the start of a log.
   void TakeTimeBase();
@@ -38,7 +44,6 @@ class ChartRun {
   bool ReadyDataFolders();
   void CreateDataFolder();
   bool CheckSources();
-  void ClearLoadedFile();
   void ShowModeStatus();
   void ClearForNewRun();
   void BuildMetadata();
@@ -70,6 +75,7 @@ class ChartRun {
 
   // The stop (chart_stop.cpp).
   void StopTimers();
+  bool HasData() const;
   void CloseSources();
   void TestDcount();
   void MarkDataForSaving();
@@ -84,7 +90,7 @@ class ChartRun {
   ChartWindow& window_;
   RunState& run_;
   WindowState& view_;
-  bool starting_ = false;
+  bool backupBegun_ = false;  // by the start under way
 };
 
 }  // namespace tarvolt

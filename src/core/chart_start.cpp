@@ -1,4 +1,4 @@
-#include <cmath>
+#include <algorithm>
 
 #include "automation/next_restart.h"
 #include "config/profile.h"
@@ -30,10 +30,11 @@ ChartRun::ChartRun(Recorder& recorder)
       view_(recorder.window.view) {}
 
 void ChartRun::StartChart(const std::string& profile) {
-  if (run_.ChartRunning || starting_ || window_.save.Loading) return;
-  starting_ = true;
+  if (run_.ChartRunning || run_.Starting || window_.save.Loading) return;
+  run_.Starting = true;
+  backupBegun_ = false;
   if (!RunTheStart(profile)) Abort();
-  starting_ = false;
+  run_.Starting = false;
 }
 
 // The thirty steps of a start. False when one of them refused; it has told why.
@@ -42,7 +43,8 @@ bool ChartRun::RunTheStart(const std::string& profile) {
   ResetRunState();
   if (!ReadyDataFolders()) return false;
   if (!CheckSources()) return false;
-  ClearLoadedFile();
+  window_.notes.clear();
+  if (!SetUnsavedAside()) return Refuse("The last chart waits for room on the disk, and no more can wait with it.");
   AskToSave();
   ShowModeStatus();
   ClearForNewRun();
@@ -60,6 +62,7 @@ bool ChartRun::RunTheStart(const std::string& profile) {
   PlanNextRestart();
   TakeNotesAndHeader();
   recorder_.backup.InitLocalBU();
+  backupBegun_ = true;
   recorder_.TimerKeepAlive->SetInterval(kKeepAliveRunning);
   recorder_.TimerKeepAlive->SetEnabled(true);
   if (!ConnectSources()) return false;
@@ -80,9 +83,15 @@ void ChartRun::LoadRunProfile(const std::string& profile) {
 }
 
 void ChartRun::ResetRunState() {
-  run_.TimeRefZero = session_.settings.TimeRefZero;
-  run_.TimeRefZeroFile = run_.TimeRefZero;
+  // A sidereal run ignores it: its stamps are no time of a day.
+  run_.TimeRefZero = session_.settings.TimeRefZero && !session_.settings.LogLMST;
+  run_.Dsrc = session_.settings.Dsrc;
+  run_.vAvg = session_.settings.vAvg;
+  run_.UDSpush = session_.settings.UDSpush;
   run_.LastStamp = 0;
+  run_.CurrentStamp = 0;
+  run_.StepBack = 0;
+  run_.DroppedSamples = 0;
   run_.chartState = ChartState::Idle;
   run_.TickBusy = false;
   run_.AbortFlag = false;
@@ -93,6 +102,7 @@ void ChartRun::ResetRunState() {
   run_.ChannelMax.fill(kNoMaximum);
   run_.ShownChannel = 0;
   view_.ValueLabel.clear();
+  view_.LeftStatus.clear();
   recorder_.sources = SourcesInUse{};
 }
 
@@ -109,10 +119,12 @@ void ChartRun::CreateDataFolder() {
   const std::filesystem::path folder = session_.home / "Data";
   const std::string text = "Your specified Data Directory:\n" + session_.settings.DataDirectory +
                            "\nis not found.\nA new Data directory is being created in: \n" + SeparatorEnded(folder);
+  session_.Add2SLog("Data Directory " + session_.DataFolder().string() + " is not found; using " + folder.string());
   session_.Tell("Tarvolt", text);
   std::error_code error;
   session_.host.files.MakeFolders(folder, error);
   session_.settings.DataDirectory = SeparatorEnded(folder);
+  if (session_.IsOverridden("DataDirectory")) return;  // a folder of this run alone
   session_.store.SaveSetting(Section::Settings, "DataDirectory", session_.settings.DataDirectory);
 }
 
@@ -132,19 +144,15 @@ bool ChartRun::CheckSources() {
   return true;
 }
 
-void ChartRun::ClearLoadedFile() {
-  window_.notes.clear();
-  window_.notations = Notations{};
-  run_.StepBack = 0;
+bool ChartRun::SetUnsavedAside() {
+  if (!recorder_.saveFailed) return true;
+  const std::filesystem::path name = NameDataFile(session_, window_, NameKind::Data, true);
+  recorder_.saveFailed = name != kBadFile && !recorder_.pending.SetAside(window_, name);
+  return !recorder_.saveFailed;
 }
 
 void ChartRun::AskToSave() {
-  if (!run_.DataNeedsSave || window_.LastSampleIndex() < 2) return;
-  if (recorder_.saveFailed) {
-    recorder_.saveFailed = !recorder_.pending.SetAside(window_, NameDataFile(session_, window_, NameKind::Data, true));
-    return;
-  }
-  if (!session_.settings.ShowMsgBox) return;
+  if (!run_.DataNeedsSave || !HasData() || !session_.settings.ShowMsgBox) return;
   const Question question{"Data Not Saved", "The last chart was not saved.\nDo you want to save it now?",
                           Buttons::YesNo, Answer::No};
   if (session_.host.dialogs.Ask(question) != Answer::Yes) return;
@@ -168,6 +176,9 @@ void ChartRun::ShowModeStatus() {
 }
 
 void ChartRun::ClearForNewRun() {
+  window_.notations = Notations{};
+  window_.header.source = DataFileHeader().source;
+  run_.TimeRefZeroFile = run_.TimeRefZero;
   window_.chart.XAxisLabel = session_.settings.XALabel;
   window_.chart.YAxisLabel = session_.settings.YALabel;
   run_.DataNeedsSave = false;
@@ -213,6 +224,8 @@ bool ChartRun::CheckTiming() {
   const Settings& settings = session_.settings;
   if (settings.vAvg < 1) return Refuse("Must have greater than zero samples to average.");
   if (!(settings.SampleRate >= 10)) return Refuse("Sample Rate must be 10 milliseconds or greater.");
+  if (settings.TimerType != 0)
+    return Refuse("The sound card is set as the timing method but no sound card is available.");
   recorder_.LoTime1->SetInterval(RoundToInt32(settings.SampleRate));
   return true;
 }
@@ -220,6 +233,7 @@ bool ChartRun::CheckTiming() {
 void ChartRun::PrepareChart() {
   StripChart& chart = window_.chart;
   run_.ChannelCount = ActiveChannels(session_.settings);
+  if (run_.ChannelCount == 1) chart.ChannelVisible[0] = true;
   chart.ClearData();
   chart.SetChannelCount(run_.ChannelCount);
   for (int channel = 0; channel < kChannels; ++channel) {
@@ -265,8 +279,9 @@ void ChartRun::TakeTimeBase() {
   session_.log.SetUTOffset(time.utOffset);
 }
 
-// `rebaseAxis`: with TimeRefZero the x axis of a first log starts at midnight; that of a later log keeps the time of
-// day (meant), though its samples count from midnight as well.
+// A source that stamps its sets may be ahead of the clock: a log is not over before it has begun. `rebaseAxis`: with
+// TimeRefZero the x axis of a first log starts at midnight; that of a later log keeps the time of day (meant), though
+// its samples count from midnight as well.
 void ChartRun::SetTimeOrigin(bool rebaseAxis) {
   TakeTimeBase();
   const TimeStamp first = run_.time.firstStamp;
@@ -279,7 +294,8 @@ void ChartRun::SetTimeOrigin(bool rebaseAxis) {
   const TimeStamp axisStart = run_.TimeRefZero && !run_.ChartIsLMST && !rebaseAxis ? first : left;
   window_.chart.XAxisMin = axisStart;
   window_.chart.XAxisMax = axisStart + session_.settings.ChartWidth / kSecondsPerDay;
-  run_.ChartEndTime = left + session_.settings.MaxDuration;
+  const bool stampsAreTimes = !run_.ChartIsLMST && !run_.TimeRefZero;
+  run_.ChartEndTime = (stampsAreTimes ? std::max(left, run_.CurrentStamp) : left) + session_.settings.MaxDuration;
 }
 
 void ChartRun::PlanNextRestart() {
@@ -293,16 +309,11 @@ void ChartRun::TakeNotesAndHeader() {
 }
 
 bool ChartRun::ConnectSources() {
-  const bool paced = session_.settings.TimerType == 0;
-  if (!recorder_.sources.UDSInUse) {
-    recorder_.LoTime1->SetEnabled(paced);
-    return true;
-  }
   session_.Add2SLog("Using UDS: " + session_.settings.UDSexe);
   session_.Add2SLog(std::string("UDS Data: ") + (session_.settings.UDSpush ? "Pushed" : "Polled"));
   if (!recorder_.uds.UDSConnect()) return Refuse("UDS Connection Canceled - Chart Canceled");
   FollowChannelCount();
-  recorder_.LoTime1->SetEnabled(paced && !session_.settings.UDSpush);
+  recorder_.LoTime1->SetEnabled(!run_.UDSpush);
   return true;
 }
 
@@ -338,7 +349,7 @@ void ChartRun::Abort() {
   run_.chartState = ChartState::Idle;
   run_.ChartRunning = false;
   run_.ChartStopped = true;
-  if (window_.save.BackupActive) {
+  if (backupBegun_) {
     window_.save.BackupActive = false;
     session_.store.SaveSetting(Section::Settings, "LocalRun", "OK");
   }

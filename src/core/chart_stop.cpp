@@ -3,6 +3,7 @@
 
 #include "core/average_rate.h"
 #include "core/chart_run.h"
+#include "files/backup_source.h"
 #include "files/saving.h"
 #include "text/number.h"
 
@@ -54,15 +55,20 @@ void ChartRun::TestDcount() {
   run_.Dcount = std::max(run_.Dcount, 0);
 }
 
+// A mini window keeps only the last stretch of a run in the store: the backup has the rest.
+bool ChartRun::HasData() const {
+  return LastIndexOfRun(session_, window_) > 0;
+}
+
 void ChartRun::MarkDataForSaving() {
-  if (run_.Dcount <= 0) return;
+  if (!HasData()) return;
   if (!session_.settings.MiniServer || session_.settings.DiskBackUp) run_.DataNeedsSave = true;
   run_.ChartIsUT = session_.settings.LogUsingUT;
 }
 
 void ChartRun::LogRate() {
   view_.ModeMenus = true;
-  if (run_.Dcount <= 0) return;
+  if (!HasData()) return;
   const AverageRate rate = CalcAvgRate(window_.chart, run_.TotalSamples, run_.ChartIsLMST);
   run_.StartStamp = run_.ChartIsLMST ? run_.time.startLMST : run_.time.firstStamp;
   run_.EndStamp = run_.CurrentStamp;
@@ -76,7 +82,7 @@ void ChartRun::ShowEnded() {
 }
 
 void ChartRun::EnableCommands() {
-  const bool hasData = run_.Dcount > 0;
+  const bool hasData = HasData();
   view_.SaveCommands = hasData;
   view_.ToolCommands = hasData;
   view_.OffsetCommand = false;
@@ -101,7 +107,7 @@ void ChartRun::AskToKeepOffsets() {
 // The run marker is taken back only here, when the samples stand in their file or nobody wants them: a program that
 // dies before that finds them in the backup.
 void ChartRun::SaveAtStop() {
-  if (run_.Dcount > 0) {
+  if (HasData()) {
     recorder_.saveFailed = CheckForSave(session_, window_, !run_.ScheduleRunning) == SaveOutcome::Failed;
     return;
   }
@@ -110,7 +116,7 @@ void ChartRun::SaveAtStop() {
 
 void ChartRun::RetrySaves() {
   recorder_.pending.Retry();
-  if (recorder_.saveFailed && !run_.ChartRunning && !starting_) {
+  if (recorder_.saveFailed && !run_.ChartRunning && !run_.Starting && !window_.save.ViewSaveActive) {
     recorder_.saveFailed = CheckForSave(session_, window_, false) == SaveOutcome::Failed;
   }
 }

@@ -68,7 +68,7 @@ void ChartRun::StartNextLog(bool timerWasOn) {
   RestartChart();
   recorder_.backup.InitLocalBU();
   if (session_.settings.TimerType == 0) {
-    const bool pushed = recorder_.sources.UDSInUse && session_.settings.UDSpush;
+    const bool pushed = recorder_.sources.UDSInUse && run_.UDSpush;
     recorder_.LoTime1->SetEnabled(pushed ? timerWasOn : true);
   }
   run_.MaxingOut = false;
@@ -79,6 +79,9 @@ void ChartRun::RestartChart() {
   run_.DataNeedsSave = false;
   window_.save.SavedAs.clear();
   run_.LastDcount = 0;
+  // A log's stamps rise by themselves: a sidereal day, or the midnight of TimeRefZero, may begin again with it.
+  run_.LastStamp = 0;
+  run_.StepBack = 0;
   LogChartStarted();
   SetTimeOrigin(false);
   PlanNextRestart();

@@ -45,7 +45,7 @@ void FormMain::Escape() {
 }
 
 void FormMain::RequestEnd() {
-  endRequested_ = true;
+  recorder_.window.run.EndRequested = true;
   Escape();
   StopChart();
 }
@@ -59,7 +59,10 @@ void FormMain::EnterMode(SessionMode mode) {
   static constexpr ModeWords kWords[] = {{SessionMode::StandAlone, " Enter Stand Alone Mode ", "  Stand Alone "},
                                          {SessionMode::Server, " Enter Server Mode ", "  Server Mode "},
                                          {SessionMode::Client, " Enter Client Mode ", "  Client Chart "}};
-  if (!recorder_.window.view.ModeMenus) return;
+  if (!recorder_.window.view.ModeMenus) {
+    session_.Add2SLog("The mode stays as it is while a chart runs.");
+    return;
+  }
   for (const ModeWords& words : kWords) {
     if (words.mode != mode) continue;
     recorder_.window.Mode = mode;
@@ -69,19 +72,20 @@ void FormMain::EnterMode(SessionMode mode) {
 }
 
 void FormMain::ProcessCmd(std::string_view text) {
-  if (text.empty()) return;
+  RunCommandLine(text);
+}
+
+bool FormMain::RunCommandLine(std::string_view text) {
   if (IsDataFileName(text)) {
     LoadDataFile(std::string(text));
-    return;
+    return true;
   }
   std::string rest(text);
   SlashCommand command;
   while (ParseCmd(rest, command)) {
-    if (!RunCommand(command)) {
-      commandLineUnderstood_ = false;
-      return;
-    }
+    if (!RunCommand(command)) return false;
   }
+  return true;
 }
 
 // False for a word that ends the processing.
@@ -94,11 +98,9 @@ bool FormMain::RunCommand(const SlashCommand& command) {
   } else if (word == "SC") {
     StartChart("");
   } else if (word == "ILS") {
-    session_.overrides.emplace_back("ILS", command.argument);
-    ApplySetting(session_.settings, "ILS", command.argument);
+    session_.Override("ILS", command.argument);
   } else if (word == "NM") {
-    session_.overrides.emplace_back("ShowMsgBox", "False");
-    session_.settings.ShowMsgBox = false;
+    session_.Override("ShowMsgBox", "False");
   } else if (word == "L") {
     LoadDataFile(command.argument);
   } else if (word == "PF") {
@@ -113,6 +115,10 @@ bool FormMain::RunCommand(const SlashCommand& command) {
 }
 
 bool FormMain::LoadDataFile(const std::string& path) {
+  if (!chartRun_.SetUnsavedAside()) {
+    session_.Add2SLog("The last chart waits for room on the disk: no file can be loaded in its place.");
+    return false;
+  }
   return LoadData(session_, recorder_.window, path);
 }
 
@@ -120,6 +126,7 @@ bool FormMain::LoadProfile(const std::string& path) {
   std::string problem;
   if (LoadProfileFile(session_.host.files, path, session_.overrides, session_.home.string(), session_.settings,
                       problem)) {
+    if (!recorder_.window.run.ChartRunning && !recorder_.window.run.Starting) chartRun_.TakeTimeBase();
     AddProfileFile(session_.recent, path);
     session_.Add2SLog("Loaded Profile " + std::filesystem::path(path).filename().string());
     return true;

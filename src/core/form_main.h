@@ -16,6 +16,7 @@ namespace tarvolt {
 /// them.
 class FormMain final : public RunControl {
  public:
+  /// Idle, with nothing loaded yet. `session` outlives it.
   explicit FormMain(Session& session);
   ~FormMain() override;
 
@@ -31,12 +32,17 @@ class FormMain final : public RunControl {
   void MaxedOut(MaxedOutMode mode) override;
   void ProcessCmd(std::string_view text) override;
 
+  /// ProcessCmd that tells: false when a word was not understood.
+  bool RunCommandLine(std::string_view text);
+
   /// Escape: ends every wait.
   void Escape();
 
   /// Asks the program to end: ends every wait and the run. The caller then leaves its loop and calls Form_Unload.
   void RequestEnd();
-  bool EndRequested() const { return endRequested_; }
+
+  /// True once the program was asked to end.
+  bool EndRequested() const { return recorder_.window.run.EndRequested; }
 
   /// True while samples wait for a disk that refused them.
   bool HasUnsavedSamples() const { return recorder_.saveFailed || !recorder_.pending.Empty(); }
@@ -52,9 +58,6 @@ class FormMain final : public RunControl {
 
   const ChartWindow& Window() const { return recorder_.window; }
 
-  /// False when words of the command line were not understood.
-  bool CommandLineUnderstood() const { return commandLineUnderstood_; }
-
  private:
   // Steps of the loading (start_up.cpp).
   void StoreProgramIdentity();
@@ -66,6 +69,8 @@ class FormMain final : public RunControl {
   void ReadNotes();
   void NameSessionLog();
   void AlertAboutBackups();
+  void ReadRecentLists();
+  void RunStep(void (FormMain::*step)());
   void WriteLoadError(const std::string& text);
 
   bool RunCommand(const SlashCommand& command);
@@ -75,8 +80,6 @@ class FormMain final : public RunControl {
   ChartRun chartRun_;
   SamplePipeline pipeline_;
   KeepAlive keepAlive_;
-  bool endRequested_ = false;
-  bool commandLineUnderstood_ = true;
 };
 
 }  // namespace tarvolt

@@ -21,6 +21,7 @@ void KeepAlive::Fire() {
   }
   const bool tracking = window_.chart.Mode == ChartMode::Tracking;
   if (run.ChartRunning && tracking && run.Dcount > 0 && seconds > 0) ShowRate(seconds);
+  TellDropped(seconds);
   if (run.ChartRunning && !tracking) window_.view.StatusText = "Press Plot Button to Re-enable";
   run.LastDcount = run.Dcount;
   chartRun_.RetrySaves();
@@ -31,7 +32,7 @@ void KeepAlive::ShowRate(double seconds) {
   const Settings& settings = session_.settings;
   const bool slow = settings.SampleRate > recorder_.TimerKeepAlive->Interval();
   const std::string rate = slow ? SlowRateText(seconds) : run.Dcount > run.LastDcount ? RateText(seconds) : "";
-  if (!rate.empty()) {
+  if (slow || !rate.empty()) {
     const bool notSaving = settings.MiniServer && !settings.DiskBackUp;
     window_.view.LeftStatus = std::string(notSaving ? "NOT SAVING " : "") + rate +
                               "   Samples: " + NumberText(std::int64_t{run.TotalSamples});
@@ -40,6 +41,18 @@ void KeepAlive::ShowRate(double seconds) {
     const char* base = run.ChartIsLMST ? " LMST" : run.ChartIsUT ? " UT" : " LOCAL";
     window_.view.RightStatus = FormatDate(recorder_.CalcTime(), "HH:nn:ss") + base;
   }
+}
+
+// Once a minute at most: a clock that was set back may drop samples for hours.
+void KeepAlive::TellDropped(double seconds) {
+  constexpr double kPause = 60;
+  secondsSinceTold_ += seconds;
+  RunState& run = window_.run;
+  if (run.DroppedSamples == 0 || secondsSinceTold_ < kPause) return;
+  session_.Add2SLog("The clock stood or went back: " + NumberText(std::int64_t{run.DroppedSamples}) +
+                    " samples were dropped.");
+  run.DroppedSamples = 0;
+  secondsSinceTold_ = 0;
 }
 
 std::string KeepAlive::RateText(double seconds) {

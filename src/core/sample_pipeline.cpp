@@ -44,9 +44,9 @@ void SamplePipeline::GetAllData(std::optional<TimeStamp> sourceTime) {
 // Reads each channel once. False when the run ended meanwhile.
 bool SamplePipeline::ReadChannels() {
   run_.chartState = ChartState::Running;
-  bool udsAsked = session_.settings.UDSpush;
+  bool udsAsked = run_.UDSpush;
   for (int channel = 0; channel < std::min(run_.ChannelCount, kChannels); ++channel) {
-    const DataSourceId source = session_.settings.Dsrc[channel];
+    const DataSourceId source = run_.Dsrc[channel];
     if (source == 0) break;
     if (IsUds(source) && !udsAsked) {
       if (!PollUds()) return false;
@@ -72,13 +72,13 @@ bool SamplePipeline::PollUds() {
 
 bool SamplePipeline::SampleIsComplete() {
   ++run_.AvgCount;
-  if (run_.AvgCount >= std::max(run_.EffectiveAvg, session_.settings.vAvg)) return true;
+  if (run_.AvgCount >= std::max(run_.EffectiveAvg, run_.vAvg)) return true;
   run_.TickBusy = false;
   return false;
 }
 
 void SamplePipeline::AverageChannels() {
-  const double reads = std::max(run_.EffectiveAvg, session_.settings.vAvg);
+  const double reads = std::max(run_.EffectiveAvg, run_.vAvg);
   for (int channel = 0; channel < std::min(run_.ChannelCount, kChannels); ++channel) {
     run_.ChannelValue[channel] = run_.ChannelSum[channel] / reads;
     run_.ChannelSum[channel] = 0;
@@ -105,7 +105,10 @@ bool SamplePipeline::StampSample(std::optional<TimeStamp> sourceTime) {
 // A file without stamps must not miss a sample; any other waits until the clock has caught up.
 bool SamplePipeline::HandleClockStep(TimeStamp stamp) {
   if (run_.StepBack == 0) run_.StepBack = run_.LastStamp - stamp;
-  if (!session_.settings.DiskBackUp || !session_.settings.NoTimeStamps) return false;
+  if (!session_.settings.DiskBackUp || !session_.settings.NoTimeStamps) {
+    ++run_.DroppedSamples;
+    return false;
+  }
   run_.CurrentStamp = run_.LastStamp + kMillisecond;
   return true;
 }

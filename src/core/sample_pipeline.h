@@ -9,6 +9,7 @@ namespace tarvolt {
 /// The road of one sample: from a read of the sources to the store, the backup and the limits of the log.
 class SamplePipeline {
  public:
+  /// Works on the parts of `recorder`, which outlives it.
   explicit SamplePipeline(Recorder& recorder);
 
   /// The tick of LoTime1. The timer is off during the tick, so ticks never queue: the period is the interval plus the

@@ -4,12 +4,12 @@ namespace tarvolt {
 
 void FormMain::Form_Unload() {
   StopChart();
-  session_.store.SaveSetting(Section::Settings, "ShutDown", "OK");
   recorder_.pending.SaveAll();
   chartRun_.RetrySaves();
   if (HasUnsavedSamples()) {
     session_.Add2SLog("Samples that the disk refused stay in the backup in " + session_.DataFolder().string());
-    session_.store.SaveSetting(Section::Settings, "ShutDown", "Running");
+  } else {
+    session_.store.SaveSetting(Section::Settings, "ShutDown", "OK");
   }
   recorder_.LoTime1->SetEnabled(false);
   recorder_.TimerKeepAlive->SetEnabled(false);

@@ -1,9 +1,10 @@
-#include <cmath>
+#include <exception>
 
 #include "config/profile.h"
 #include "core/form_main.h"
 #include "core/priority.h"
 #include "core/version.h"
+#include "files/header_info.h"
 #include "files/naming.h"
 #include "files/recovery.h"
 #include "text/number.h"
@@ -19,23 +20,28 @@ constexpr std::size_t kNotesLimit = 1 << 20;
 }  // namespace
 
 void FormMain::Form_Load(const std::string& commandLine) {
+  session_.store.Load();
+  for (const auto step :
+       {&FormMain::StoreProgramIdentity, &FormMain::SettleFirstUse, &FormMain::LoadSettings, &FormMain::CheckZone,
+        &FormMain::ApplyPriority, &FormMain::NameSessionLog, &FormMain::CheckIdentity, &FormMain::ReadNotes,
+        &FormMain::AlertAboutBackups, &FormMain::ReadRecentLists}) {
+    RunStep(step);
+  }
+  ProcessCmd(commandLine);
+}
+
+// A step that fails costs that step alone: the backups are looked after whatever became of the settings.
+void FormMain::RunStep(void (FormMain::*step)()) {
   try {
-    session_.store.Load();
-    StoreProgramIdentity();
-    SettleFirstUse();
-    LoadSettings();
-    CheckZone();
-    ApplyPriority();
-    NameSessionLog();
-    CheckIdentity();
-    ReadNotes();
-    AlertAboutBackups();
-    GetRecentFiles(session_.store, session_.recent);
-    GetProfileFiles(session_.store, session_.recent);
+    (this->*step)();
   } catch (const std::exception& error) {
     WriteLoadError(error.what());
   }
-  ProcessCmd(commandLine);
+}
+
+void FormMain::ReadRecentLists() {
+  GetRecentFiles(session_.store, session_.recent);
+  GetProfileFiles(session_.store, session_.recent);
 }
 
 void FormMain::StoreProgramIdentity() {
@@ -72,6 +78,8 @@ void FormMain::SettleFirstUse() {
 
 void FormMain::LoadSettings() {
   LoadRegistrySettings(session_.store, session_.overrides, session_.home.string(), session_.settings);
+  ClearHeader(recorder_.window);
+  getStaticHeaderInfo(session_, recorder_.window, 0);
 }
 
 void FormMain::CheckZone() {
@@ -99,9 +107,13 @@ void FormMain::ApplyPriority() {
 
 void FormMain::CheckIdentity() {
   const Settings& settings = session_.settings;
-  recorder_.window.view.Title = settings.LocalName;
-  if (settings.LocalName != "unknown" && settings.Author != "unknown" && settings.QTH != "unknown") return;
-  session_.Add2SLog("Identity Not Completely Specified: Please update settings under Options / Identity");
+  const bool unknownName = settings.LocalName.empty() || settings.LocalName == "unknown";
+  recorder_.window.view.Title = unknownName ? "unknown user" : settings.LocalName;
+  if (unknownName) {
+    session_.Add2SLog("Please be sure to supply a Local Name and other info in Options / Identity");
+  }
+  if (!unknownName && settings.Author != "unknown" && settings.QTH != "unknown") return;
+  session_.Tell("Identity Not Completely Specified", "Please update settings under Options / Identity");
 }
 
 void FormMain::ReadNotes() {

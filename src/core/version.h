@@ -3,6 +3,6 @@
 namespace tarvolt {
 
 /// Major, minor and revision of the program, as settings and people see it.
-inline constexpr const char* kProgramVersion = "1.0.0";
+inline constexpr const char* kProgramVersion = TARVOLT_VERSION;
 
 }  // namespace tarvolt

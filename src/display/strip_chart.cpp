@@ -46,14 +46,12 @@ std::int32_t StripChart::AddTime(TimeStamp stamp) {
   } catch (const std::bad_alloc&) {
     return index;  // what is stored already must outlive a full memory
   }
-  ++RepaintRequests;
   return index;
 }
 
 void StripChart::SetValue(int channel, std::int32_t index, double value) {
   if (!Holds(channel, index)) return;
   samples_.SetValue(channel, index, value);
-  ++RepaintRequests;
 }
 
 TimeStamp StripChart::GetTime(std::int32_t index) const {

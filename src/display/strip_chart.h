@@ -81,7 +81,7 @@ class StripChart {
   std::string XAxisLabel;
   std::string YAxisLabel;
 
-  /// Rises with every change that a drawing would show.
+  /// Rises with every change that a drawing is to show at once. New samples do not: whoever adds them asks when due.
   std::uint64_t RepaintRequests = 0;
 
  private:

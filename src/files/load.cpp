@@ -27,7 +27,7 @@ class LoadingFlag {
 };
 
 bool RunInProgress(const RunState& run) {
-  return run.ChartRunning || run.chartState != ChartState::Idle;
+  return run.ChartRunning || run.Starting || run.chartState != ChartState::Idle;
 }
 
 void ClearChart(ChartWindow& window) {

@@ -10,6 +10,15 @@ namespace {
 
 constexpr const char* kLineEnd = "\r\n";
 
+// Words from outside must neither forge a line of the log nor command the terminal that shows it.
+std::string WithoutControls(std::string_view text) {
+  std::string clean(text);
+  for (char& c : clean) {
+    if (static_cast<unsigned char>(c) < ' ' || c == '\x7F') c = ' ';
+  }
+  return clean;
+}
+
 }  // namespace
 
 SessionLog::SessionLog(Clock& clock, FileSystem& files, const Settings& settings)
@@ -31,7 +40,7 @@ void SessionLog::Add2SLog(std::string_view text) {
   const TimeStamp now = NowPrecise(clock_) + utOffset_;
   // The date line says UT whatever base the log runs in (meant).
   const std::string dateLine = IsFirstOfDay(now) ? FormatDate(now, "yymmdd' (YYMMDD) UT'") : std::string();
-  const std::string line = FormatDate(now, "hh:nn:ss ") + std::string(text);
+  const std::string line = FormatDate(now, "hh:nn:ss ") + WithoutControls(text);
 
   AppendToFile(dateLine.empty() ? line + kLineEnd : dateLine + kLineEnd + line + kLineEnd);
   if (!dateLine.empty()) Emit(dateLine);

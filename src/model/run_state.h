@@ -29,6 +29,13 @@ struct RunState {
   bool MaxingOut = false;        ///< a log is being turned over
   bool DataNeedsSave = false;    ///< the store holds data that a save may still want
   bool OffsetsChanged = false;   ///< an offset was moved during the run
+  bool Starting = false;         ///< a start is under way and may be waiting for its source
+  bool EndRequested = false;     ///< the program is to end: no wait goes on, whatever else clears AbortFlag
+
+  // The run's copies of settings, so that a profile loaded meanwhile does not change the run.
+  std::array<std::int16_t, kChannels> Dsrc{};
+  std::int32_t vAvg = 1;
+  bool UDSpush = false;
 
   int ChannelCount = 1;
   std::int32_t Dcount = 0;        ///< index that the next sample gets
@@ -36,7 +43,8 @@ struct RunState {
   std::int32_t LastDcount = 0;    ///< Dcount at the last keep-alive
   std::int32_t AvgCount = 0;      ///< reads in the sample in progress
   std::int32_t EffectiveAvg = 1;
-  std::int32_t UpdateCount = 0;  ///< samples since the last repaint
+  std::int32_t DroppedSamples = 0;  ///< since they were told last: the clock did not advance
+  std::int32_t UpdateCount = 0;     ///< samples since the last repaint
 
   std::array<double, kChannels> ChannelValue{};
   std::array<double, kChannels> ChannelSum{};

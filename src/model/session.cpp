@@ -1,6 +1,9 @@
 #include "model/session.h"
 
+#include <algorithm>
 #include <utility>
+
+#include "text/ansi.h"
 
 namespace tarvolt {
 
@@ -21,6 +24,17 @@ std::filesystem::path Session::DataFolder() const {
   const std::size_t last = settings.DataDirectory.find_last_not_of("\\/");
   if (last == std::string::npos) return settings.DataDirectory;  // the root itself
   return settings.DataDirectory.substr(0, last + 1);
+}
+
+void Session::Override(std::string_view key, std::string_view value) {
+  std::erase_if(overrides, [&](const auto& entry) { return EqualNoCase(entry.first, key); });
+  overrides.emplace_back(key, value);
+  ApplySetting(settings, key, value);
+}
+
+bool Session::IsOverridden(std::string_view key) const {
+  return std::any_of(overrides.begin(), overrides.end(),
+                     [&](const auto& entry) { return EqualNoCase(entry.first, key); });
 }
 
 }  // namespace tarvolt

@@ -68,6 +68,7 @@ struct UdsClient::State {
   void ActOnPending(const std::shared_ptr<Link>& receiving);
   void LinkClosed(const std::shared_ptr<Link>& closed);
 
+  bool GivenUp() const { return window.run.AbortFlag || window.run.EndRequested; }
   void Show(std::string_view text) { window.view.StatusText = text; }
   void ShowAndLog(std::string_view text) {
     Show(text);
@@ -115,10 +116,9 @@ void UdsClient::State::StartSource() {
   }
   Show("Trying to Start: " + name + "  - Esc to quit trying.");
   Clock& clock = session.host.clock;
-  while (!window.run.AbortFlag && !processes.IsRunning(kWindowTitle)) {
+  while (!GivenUp() && !processes.IsRunning(kWindowTitle)) {
     const double nextLook = clock.MonotonicMilliseconds() + kLookInterval;
-    for (double left = kLookInterval; left > 0 && !window.run.AbortFlag;
-         left = nextLook - clock.MonotonicMilliseconds()) {
+    for (double left = kLookInterval; left > 0 && !GivenUp(); left = nextLook - clock.MonotonicMilliseconds()) {
       session.host.loop.Yield(AtLeastOneMillisecond(left));
     }
   }
@@ -198,7 +198,7 @@ UdsClient::State::WaitEnd UdsClient::State::WaitFor(const Link& waiting, const R
   const double limit = clock.MonotonicMilliseconds() + kConnectLimit;
   for (;;) {
     if (!waiting.open) return WaitEnd::LinkLost;
-    if (window.run.AbortFlag) return WaitEnd::Escaped;
+    if (GivenUp()) return WaitEnd::Escaped;
     if (reached()) return WaitEnd::Reached;
     const double left = limit - clock.MonotonicMilliseconds();
     if (left <= 0) return WaitEnd::TimedOut;
@@ -217,7 +217,7 @@ UdsClient::PollResult UdsClient::Poll() {
   do {
     state.session.host.loop.Yield();
     if (!link->open || run.ChartStopped) return PollResult::LinkLost;
-  } while (!state.dispatch.UDSDataDone && !run.AbortFlag);
+  } while (!state.dispatch.UDSDataDone && !state.GivenUp());
   return PollResult::Answered;
 }
 

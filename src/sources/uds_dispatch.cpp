@@ -5,7 +5,6 @@
 #include <string>
 #include <utility>
 
-#include "model/channel_table.h"
 #include "text/number.h"
 
 namespace tarvolt {
@@ -14,8 +13,8 @@ namespace {
 constexpr int kFirstUds = 20;
 constexpr double kSecondsPerDay = 86400;
 
-// A time outside these is a fault of the source: the first day of 1900, and the one after the last of 9999.
-constexpr TimeStamp kEarliestTime = 2;
+// A time from here on, the day after the last of the year 9999, is a fault of the source, and so is one that is not
+// above 0.
 constexpr TimeStamp kTooLate = 2958466;
 
 }  // namespace
@@ -28,6 +27,8 @@ void UdsDispatch::BeginLink() {
   UDSDataDone = false;
   fatalStreamError = false;
   badTimeLogged_ = false;
+  dsrc_ = session_.settings.Dsrc;
+  pushed_ = session_.settings.UDSpush;
 }
 
 struct UdsDispatch::Code {
@@ -55,9 +56,8 @@ void UdsDispatch::Act(std::string_view message) {
 
 // The extremes of the read are not touched (meant).
 void UdsDispatch::AddToSums(const UdsDataItem& item) {
-  const Settings& settings = session_.settings;
-  for (int channel = 0; channel < ActiveChannels(settings); ++channel) {
-    if (settings.Dsrc[channel] == kFirstUds + item.input) window_.run.ChannelSum[channel] += item.value;
+  for (int channel = 0; channel < kChannels && dsrc_[channel] > 0; ++channel) {
+    if (dsrc_[channel] == kFirstUds + item.input) window_.run.ChannelSum[channel] += item.value;
   }
 }
 
@@ -103,7 +103,7 @@ void UdsDispatch::EndSet(std::string_view) {
 }
 
 void UdsDispatch::FinishSet(std::optional<TimeStamp> time) {
-  if (!session_.settings.UDSpush) {
+  if (!pushed_) {
     UDSDataDone = true;  // also while a log is turned over: whoever waits for the answer has it
     return;
   }
@@ -127,7 +127,7 @@ void UdsDispatch::SetTimeOrigin(std::string_view text) {
 // Nothing for a time that no observation can have; logged once a link, for it would come with every set.
 std::optional<TimeStamp> UdsDispatch::ReadTime(std::string_view text) {
   const TimeStamp time = Val(text);
-  if (time >= kEarliestTime && time < kTooLate) return time;
+  if (time > 0 && time < kTooLate) return time;
   if (!badTimeLogged_) session_.Add2SLog("UDS sent a time that is no date. The clock is used instead.");
   badTimeLogged_ = true;
   return std::nullopt;

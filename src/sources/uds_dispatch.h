@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string_view>
@@ -50,6 +52,10 @@ class UdsDispatch {
   RunControl& control_;
   SetEnded onSet_;
   bool badTimeLogged_ = false;
+
+  // As they were when the link was opened: a profile loaded meanwhile does not change the run.
+  std::array<std::int16_t, kChannels> dsrc_{};
+  bool pushed_ = false;
 };
 
 }  // namespace tarvolt

@@ -97,6 +97,20 @@ TEST(DiskFaults, WhatCannotBeSavedAtTheEndIsRescuedAtTheNextStart) {
   EXPECT_EQ(station.FirstChannelIn(station.FilesRescued()[0]), Ramp(40));
 }
 
+TEST(DiskFaults, AnEarlyRefusalOfAStartLeavesAnUnsavedChartInSafety) {
+  Station station;
+  station.StartChart();
+  station.RunForSets(40);
+  station.host.disk.SetCapacity(station.host.disk.Used() + 100);
+  station.StopChart();
+  station.Set("vAvg", 0).StartChart();
+  EXPECT_FALSE(station.Running());
+  station.host.disk.SetCapacity(SimDisk::kUnlimited);
+  station.RunFor(3min);
+  ASSERT_EQ(station.FilesSaved().size(), 1u);
+  EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]), Ramp(40));
+}
+
 // Each operation of a run fails once, and then the disk is well again.
 TEST(DiskFaults, AnySingleFailureOfTheDiskCostsNothing) {
   for (std::uint64_t operation = 1; operation < 250; ++operation) {

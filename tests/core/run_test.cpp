@@ -159,6 +159,7 @@ TEST(Run, RefusalsAreToldAndLeaveTheProgramIdle) {
       {"Dsrc1", "3", "MAX187 ADC"},
       {"vAvg", "0", "Must have greater than zero samples to average."},
       {"SampleRate", "9.9", "Sample Rate must be 10 milliseconds or greater."},
+      {"TimerType", "1", "The sound card is set as the timing method but no sound card is available."},
       {"ChartWidth", "0.5", "Chart Width must be 1 or more seconds."},
       {"UDSport", "9", "UDS Connection Canceled - Chart Canceled"}};
   for (const auto& [key, value, words] : cases) {
@@ -206,6 +207,53 @@ TEST(Run, APolledSourceThatFallsSilentHoldsTheReadUntilTheEndIsAskedFor) {
   EXPECT_FALSE(station.Running());
   ASSERT_EQ(station.FilesSaved().size(), 1u);
   EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]), Ramp(20));
+}
+
+TEST(Run, AProfileLoadedMeanwhileLeavesTheRunAsItIs) {
+  Station station;
+  station.host.disk.Put("/station/other.tvp",
+                        "vAvg = 5;\r\nDsrc0 = 22;\r\nUDSpush = False;\r\nDataDirectory = /station/Data;\r\n");
+  station.StartChart();
+  station.RunForSets(30);
+  station.TheSession().overrides.clear();
+  station.uds.Send("^^1002/PF |station|other.tvp");
+  station.RunForSets(60);
+  EXPECT_TRUE(station.Logged("Loaded Profile other.tvp"));
+  EXPECT_EQ(station.TheSession().settings.vAvg, 5);
+  station.StopChart();
+  EXPECT_EQ(station.FirstChannelInFilesAndStore(), Ramp(60));
+}
+
+TEST(Run, WordsFromTheSourceCannotForgeALineOfTheLog) {
+  Station station;
+  station.StartChart();
+  station.uds.Send("^^1002/BAD\r\n12:00:00 Saved\x1b[2J");
+  station.RunForSets(5);
+  EXPECT_EQ(station.Log().find("\n12:00:00 Saved"), std::string::npos);
+  EXPECT_EQ(station.Log().find('\x1b'), std::string::npos);
+  EXPECT_TRUE(station.Running());
+}
+
+TEST(Run, TheEndIsObeyedWhileTheSourceIsAwaited) {
+  Station station;
+  station.Set("StartUDS", true).Set("UDSexe", "/opt/receiver");
+  station.Boot();
+  station.host.loop.After(10s, [&] { station.Form().RequestEnd(); });
+  station.host.loop.After(20s, [&] { station.host.processes.OpenWindow("User Data Source"); });
+  const double before = station.host.clock.MonotonicMilliseconds();
+  station.StartChart();
+  EXPECT_FALSE(station.Running());
+  EXPECT_LT(station.host.clock.MonotonicMilliseconds() - before, 11000);
+}
+
+TEST(Run, AFolderGivenForThisRunAloneIsNotStoredWhenItIsMissing) {
+  Station station;
+  station.Boot();
+  const std::string stored = station.TheSession().store.GetSetting(Section::Settings, "DataDirectory");
+  station.Set("DataDirectory", "/nowhere/at/all").StartChart();
+  EXPECT_TRUE(station.Running());
+  EXPECT_TRUE(station.host.dialogs.HasShown("Your specified Data Directory:"));
+  EXPECT_EQ(station.TheSession().store.GetSetting(Section::Settings, "DataDirectory"), stored);
 }
 
 TEST(Run, TheRateIsShownEachSecond) {

@@ -88,6 +88,48 @@ TEST(Turnover, ALogOfTwoSamplesStopsTheRunForWantOfData) {
   EXPECT_TRUE(station.Logged(" Could Not Save File..No Data. "));
 }
 
+// Stamps that begin again at midnight, and a sidereal day that ends within a log.
+TEST(Turnover, LogsWhoseStampsBeginAgainLoseNothing) {
+  Station zero(1, {2010, 1, 2, 13, 20, 0, 0});
+  zero.Set("TimeRefZero", true).Set("MaxArrayCount", 100).StartChart();
+  zero.RunForSets(350);
+  zero.StopChart();
+  EXPECT_EQ(zero.FirstChannelInFilesAndStore(), Ramp(350));
+
+  // Sidereal midnight at Greenwich falls at 17:12 UT on this day.
+  Station sidereal(1, {2010, 1, 2, 17, 0, 0, 0});
+  sidereal.uds.PushesEvery(10s);
+  sidereal.Set("LogLMST", true).Set("MaxDuration", "0.0208333333333333").StartChart();
+  sidereal.RunForSets(720);
+  sidereal.StopChart();
+  EXPECT_EQ(sidereal.FilesSaved().size(), 4u);
+  EXPECT_EQ(sidereal.FirstChannelInFilesAndStore(), Ramp(720));
+}
+
+TEST(Turnover, AMiniStationSavesItsWholeRunFromTheBackup) {
+  for (const int sets : {60, 61, 62}) {
+    Station station;
+    station.uds.PushesEvery(60s);
+    station.Set("MiniServer", true).Set("ChartWidth", 120).StartChart();
+    station.RunForSets(sets);
+    EXPECT_LE(station.Form().Window().chart.Count(), 3);
+    station.StopChart();
+    ASSERT_EQ(station.FilesSaved().size(), 1u) << sets;
+    EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]), Ramp(sets));
+  }
+}
+
+// The source's clock is an hour ahead: a restart or a full log must not be due again with the next sample.
+TEST(Turnover, ASourceAheadOfTheClockTurnsOverOnce) {
+  Station station(1, {2010, 1, 2, 11, 59, 0, 0});
+  station.uds.StampsWith([](std::int64_t set) { return StampOf({2010, 1, 2, 12, 59, 0, 0}) + set * 0.1 / 86400; });
+  station.Set("UseRestartTime", true).Set("RestartTime", "13:00:00").StartChart();
+  station.RunForSets(1200);
+  station.StopChart();
+  EXPECT_EQ(station.FilesSaved().size(), 2u);
+  EXPECT_EQ(station.FirstChannelInFilesAndStore(), Ramp(1200));
+}
+
 TEST(Turnover, TwoLogsOfOneSecondDoNotShareAName) {
   Station station;
   station.uds.PushesEvery(10ms);

@@ -62,7 +62,7 @@ StationOptions ParseStationOptions(int argc, char** argv) {
       ->expected(1);
   app.add_option("--mode", mode, "standalone, server or client")->check(CLI::IsMember(kModes, CLI::ignore_case));
   app.add_flag("--start", options.start, "Start a chart at once, and end when it has ended");
-  app.add_option("--seconds", options.seconds, "End after so many seconds of recording")->check(CLI::PositiveNumber);
+  app.add_option("--seconds", options.seconds, "End after so many seconds of recording")->check(CLI::Range(0.001, 2147483.0));
   app.add_flag("--quiet", options.quiet, "Print nothing but errors");
   app.add_option("commands", slash,
                  "Slash commands: /S /C /SC /NM /ILS text /L file /PF file, or the name of a data file (.tvd) to open");

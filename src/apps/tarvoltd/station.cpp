@@ -56,8 +56,7 @@ int Station::Load() {
   if (!options_.profile.empty() && !form_.LoadProfile(options_.profile)) return kFailed;
   if (options_.mode != SessionMode::StandAlone) form_.EnterMode(options_.mode);
   if (!options_.load.empty() && !form_.LoadDataFile(options_.load)) return kFailed;
-  form_.ProcessCmd(options_.slashCommands);
-  return form_.CommandLineUnderstood() ? kSuccess : kWrongUsage;
+  return form_.RunCommandLine(options_.slashCommands) ? kSuccess : kWrongUsage;
 }
 
 int Station::Record() {
