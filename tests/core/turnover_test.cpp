@@ -9,6 +9,12 @@ namespace {
 
 using namespace std::chrono_literals;
 
+// For files whose names do not sort as they were written.
+std::vector<double> Sorted(std::vector<double> values) {
+  std::sort(values.begin(), values.end());
+  return values;
+}
+
 TEST(Turnover, AFullStoreStartsANewLogAndLosesNothing) {
   Station station;
   station.Set("MaxArrayCount", 10).StartChart();
@@ -103,7 +109,7 @@ TEST(Turnover, LogsWhoseStampsBeginAgainLoseNothing) {
   sidereal.RunForSets(720);
   sidereal.StopChart();
   EXPECT_EQ(sidereal.FilesSaved().size(), 4u);
-  EXPECT_EQ(sidereal.FirstChannelInFilesAndStore(), Ramp(720));
+  EXPECT_EQ(Sorted(sidereal.FirstChannelInFilesAndStore()), Ramp(720));
 }
 
 TEST(Turnover, AMiniStationSavesItsWholeRunFromTheBackup) {
@@ -137,9 +143,7 @@ TEST(Turnover, TwoLogsOfOneSecondDoNotShareAName) {
   station.RunForSets(200);
   station.StopChart();
   EXPECT_EQ(station.FilesSaved().size(), 20u);
-  std::vector<double> values = station.FirstChannelInFilesAndStore();
-  std::sort(values.begin(), values.end());
-  EXPECT_EQ(values, Ramp(200));
+  EXPECT_EQ(Sorted(station.FirstChannelInFilesAndStore()), Ramp(200));
 }
 
 }  // namespace
