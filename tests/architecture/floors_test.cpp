@@ -1,6 +1,3 @@
-// GCC under the sanitizers takes the insides of std::regex for uninitialised.
-#pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
-
 #include <gtest/gtest.h>
 
 #include <functional>
