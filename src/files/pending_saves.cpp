@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "files/recovery_folder.h"
-#include "timebase/time_base.h"
 
 namespace tarvolt {
 namespace {
@@ -40,10 +39,7 @@ std::filesystem::path PendingSaves::MoveBackup(ChartWindow& window) {
   FileSystem& files = session_.host.files;
   if (!save.BackupActive || !files.FileExists(save.LocalBackupFile)) return {};
   std::error_code error;
-  files.MakeFolders(RecoveryFolder(session_), error);
-  const std::string digits = FileNameFromDate(NowPrecise(session_.host.clock));
-  const std::filesystem::path aside = FreeName(files, RecoveryFolder(session_) / (digits + "local.tvd"));
-  if (!error) files.Rename(save.LocalBackupFile, aside, error);
+  const std::filesystem::path aside = MoveToRecovery(session_, save.LocalBackupFile, "local.tvd", error);
   if (error) return {};
   save.BackupActive = false;
   session_.Add2SLog(" Backup of the Log That Could Not Be Saved: " + aside.string());
