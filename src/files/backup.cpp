@@ -35,6 +35,7 @@ void LocalBackup::InitLocalBU() {
   const RunState& run = window_.run;
   window_.header.start = run.ChartIsLMST ? run.time.startLMST : NowPrecise(session_.host.clock) + run.time.utOffset;
   layout_ = LayoutOfSettings(session_.settings, window_.chart.ChannelCount());
+  save.Backup = {layout_.channels, layout_.timeStamps, layout_.integers, MiniWanted(session_.settings, window_)};
   window_.header.channels = static_cast<std::int16_t>(layout_.channels);
   header_ = window_.header;
   frontSize_ = kHeaderSize + notes_.size();
@@ -82,7 +83,10 @@ bool LocalBackup::IsComplete() const {
 }
 
 void LocalBackup::StoreWasCleared() {
-  if (samplesInFile_ > 0) storeHoldsAll_ = false;
+  if (samplesInFile_ > 0) {
+    storeHoldsAll_ = false;
+    window_.save.Backup.mini = true;
+  }
   nextIndex_ = 0;
 }
 

@@ -227,6 +227,38 @@ TEST(SaveFromBackup, AMiniServerSavesItsWholeRun) {
   EXPECT_EQ(desk.window.view.StatusText, "Reload 100102120000.tvd to View ");
 }
 
+// What the settings have become since the run began must not change how its backup is read.
+TEST(SaveFromBackup, TheFormOfTheRunDecidesAndNotTheSettingsOfTheMoment) {
+  for (const bool mini : {true, false}) {
+    for (const bool integers : {true, false}) {
+      Desk desk;
+      Settings& settings = desk.session.settings;
+      settings.DiskBackUp = true;
+      settings.MiniServer = mini;
+      settings.SaveAsIntegers = settings.NoTimeStamps = integers;
+      desk.window.run.time.firstStamp = Desk::Stamp(0);
+      LocalBackup backup(desk.session, desk.window);
+      backup.InitLocalBU();
+      desk.Record(4);
+      backup.LocalBackUp();
+      desk.window.chart.ClearData();  // also a window that was told in mid run to keep little
+      backup.StoreWasCleared();
+      desk.Record(3);
+      backup.LocalBackUp();
+      desk.window.run.DataNeedsSave = true;
+      settings.MiniServer = !mini;
+      settings.SaveAsIntegers = settings.NoTimeStamps = !integers;
+      settings.DiskBackUp = false;
+      ASSERT_EQ(CheckForSave(desk.session, desk.window, true), SaveOutcome::Saved);
+      const std::string bytes = desk.Bytes(kName);
+      EXPECT_EQ(SamplesOf(bytes), Expected(0, 6, !integers, integers)) << mini << integers;
+      const ParsedNotes notes = ParseNotes(bytes.substr(156, SampleOffset(bytes) - 156));
+      EXPECT_EQ(notes.integers, integers);
+      EXPECT_EQ(notes.noTimeStamps, integers);
+    }
+  }
+}
+
 TEST(CheckForSave, TheMarkerFollowsTheOutcome) {
   StoppedRun run(5);
   EXPECT_EQ(run.Marker(), "Running");
