@@ -41,6 +41,7 @@ void ClearChart(ChartWindow& window) {
   window.metadata.DeleteMetaData();
   window.notations = Notations{};
   window.save.PendingNotes.clear();
+  window.save.SavedAs.clear();
   window.run.Dcount = 0;
   window.run.TotalSamples = 0;
 }

@@ -140,7 +140,8 @@ std::filesystem::path NameDataFile(Session& session, ChartWindow& window, NameKi
 }
 
 std::filesystem::path NameOfOwn(Session& session, const ChartWindow& window, const std::filesystem::path& name) {
-  return name == window.save.SavedAs ? name : FreeName(session.host.files, name);
+  const bool isOwn = name == window.save.SavedAs && !window.save.ViewSaveActive;
+  return isOwn ? name : FreeName(session.host.files, name);
 }
 
 }  // namespace tarvolt

@@ -29,7 +29,8 @@ std::filesystem::path NameDataFile(Session& session, ChartWindow& window, NameKi
                                    double offsetDays = 0);
 
 /// `name`, or a numbered one beside it when a file of that name exists that this log was not itself saved to: names are
-/// good to the second only, and a local clock repeats an hour, but no earlier file is ever replaced by another log.
+/// good to the second only, and a local clock repeats an hour, but no earlier file is ever replaced by another log, nor
+/// the log's own by a view of it.
 std::filesystem::path NameOfOwn(Session& session, const ChartWindow& window, const std::filesystem::path& name);
 
 }  // namespace tarvolt

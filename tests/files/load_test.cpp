@@ -154,8 +154,10 @@ TEST_F(Loading, WhatWasSavedComesBackWithItsIdentity) {
                            "MetaData_A\xC8"
                            "b"}));
   for (int i = 0; i < 4; ++i) raw.Add(40000.0 + i).Add(0.1 * i);
+  desk.window.save.SavedAs = kFile;
   ASSERT_TRUE(Load(desk, raw));
-  ASSERT_EQ(SaveDataFile(desk.session, desk.window, "/station/again.tvd"), SaveOutcome::Saved);
+  EXPECT_TRUE(desk.window.save.SavedAs.empty()) << "a save of this chart takes no file's place";
+  ASSERT_EQ(SaveDataFile(desk.session, desk.window, "/station/again.tvd", false), SaveOutcome::Saved);
   const std::string again = desk.Bytes("/station/again.tvd");
   EXPECT_EQ(again.substr(70, 80), raw.Bytes().substr(70, 80)) << "author, names and place are the file's own";
   const std::size_t notesAndSamples = raw.Bytes().size() - 156;
