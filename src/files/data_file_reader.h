@@ -13,13 +13,16 @@
 
 namespace tarvolt {
 
+/// Longest notes block that is read, in bytes.
+inline constexpr std::int32_t kNotesLimit = 16 << 20;
+
 /// What opening a data file came to.
 enum class OpenResult {
   Ok,
-  Missing,      ///< there is no such file, or it cannot be opened
-  TooShort,     ///< shorter than a header
-  BadChannels,  ///< the header does not say 1 to 9 channels: corrupted, or no data file
-  Unreadable    ///< the disk refused to give the header or the notes
+  Missing,    ///< there is no such file, or it cannot be opened
+  TooShort,   ///< shorter than a header
+  Corrupted,  ///< the header does not say 1 to 9 channels, or notes beyond all bounds: corrupted, or no data file
+  Unreadable  ///< the disk refused to give the header or the notes
 };
 
 /// Reads a data file front to back or at any sample, in large pieces. Nothing in the file is trusted: a length in it is
@@ -55,6 +58,7 @@ class DataFileReader {
   bool ReadSample(std::int32_t index, FileSample& sample);
 
  private:
+  OpenResult ReadFrontInMemory();
   OpenResult ReadFront();
   bool FillBuffer(std::int32_t index);
   void ReadAll(char* to, std::size_t size, std::size_t& read);

@@ -126,12 +126,15 @@ TEST_F(Loading, RefusesInWords) {
 }
 
 TEST_F(Loading, LengthsInTheFileAreNotTrusted) {
-  for (const std::int32_t length : {-1, 0x7FFFFFFF}) {
+  for (const std::int32_t length : {-1, 5, kNotesLimit, kNotesLimit + 1, 0x7FFFFFFF}) {
     std::string bytes = RawFile().Front(1, 2, 1, "note").Bytes();
     std::memcpy(bytes.data() + 152, &length, sizeof length);
     desk.host.disk.Put(kFile, bytes);
     EXPECT_FALSE(LoadData(desk.session, desk.window, kFile));
     EXPECT_EQ(desk.window.chart.Count(), 0);
+    const bool refused =
+        desk.host.dialogs.Boxes().back().text.find("Is corrupted or not a valid data file.") != std::string::npos;
+    EXPECT_EQ(refused, length > kNotesLimit) << length;
   }
 }
 
