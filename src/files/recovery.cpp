@@ -5,9 +5,11 @@
 #include <system_error>
 #include <vector>
 
+#include "files/naming.h"
 #include "files/part_file.h"
 #include "files/recovery_folder.h"
 #include "text/number.h"
+#include "timebase/time_base.h"
 
 namespace tarvolt {
 namespace {
@@ -119,6 +121,17 @@ bool MoveAway(Session& session, const std::filesystem::path& backup) {
   return true;
 }
 
+// Only those of data files: another program may call its own files so.
+void RemovePartsIn(Session& session, const std::filesystem::path& folder) {
+  const std::string ending = std::string(".tvd") + kPartEnding;
+  std::error_code error;  // one that is not there, or stays, does no harm
+  for (const std::filesystem::path& name : session.host.files.ListFiles(folder, error)) {
+    if (!name.string().ends_with(ending)) continue;
+    session.host.files.Remove(folder / name, error);
+    if (!error) session.Add2SLog(" Removed What a Crash Left of a Save: " + (folder / name).string());
+  }
+}
+
 void ShowAlert(Session& session, const std::vector<std::string>& rescued) {
   std::string text =
       "Tarvolt was not properly shutdown when last used.\n\n"
@@ -129,8 +142,19 @@ void ShowAlert(Session& session, const std::vector<std::string>& rescued) {
 
 }  // namespace
 
+void RemoveLeftParts(Session& session) {
+  if (!session.settings.DiskBackUp) return;
+  const TimeStamp now = NowPrecise(session.host.clock);
+  for (const std::filesystem::path& folder :
+       {session.DataFolder(), RecoveryFolder(session), FolderOfDate(session, now - 1), FolderOfDate(session, now),
+        FolderOfDate(session, now + 1)}) {
+    RemovePartsIn(session, folder);
+  }
+}
+
 bool RecoverBackups(Session& session) {
   FileSystem& files = session.host.files;
+  RemoveLeftParts(session);
   std::error_code error;  // a failure shows when a copy is made
   // Where the data folder is missing, as that of a disk not mounted, nothing is made in its place.
   if (files.FolderExists(session.DataFolder())) files.MakeFolders(RecoveryFolder(session), error);

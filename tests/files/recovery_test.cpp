@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "files/backup.h"
 #include "files/desk.h"
 #include "files/saving.h"
@@ -159,6 +161,28 @@ TEST(RecoverBackups, ADiskThatIsNotMountedIsWaitedForAcrossLaterRuns) {
   desk.session.settings.DataDirectory = "/disk/Data/";
   BeginRun(desk);
   EXPECT_EQ(desk.Bytes("/disk/Data/recovery/100102120000local.tvd"), log);
+}
+
+TEST(RemoveLeftParts, TakesTornDataFilesAlone) {
+  Desk desk;
+  desk.session.settings.OrganizeByMonth = desk.session.settings.OrganizeByDay = true;
+  const std::vector<std::string> torn = {"/station/Data/a.tvd.part", "/station/Data/recovery/b.tvd.part",
+                                         "/station/Data/Home/1001/100102/c.tvd.part",
+                                         "/station/Data/Home/1001/100101/d.tvd.part"};
+  const std::vector<std::string> others = {"/station/Data/a.tvd", "/station/Data/film.part",
+                                           "/station/Data/Home/1001/100102/c.tvd"};
+  const auto standing = [&](const std::vector<std::string>& names) {
+    return std::count_if(names.begin(), names.end(), [&](const std::string& name) { return desk.Exists(name); });
+  };
+  for (const std::string& name : torn) desk.host.disk.Put(name, "x");
+  for (const std::string& name : others) desk.host.disk.Put(name, "x");
+  desk.session.settings.DiskBackUp = false;
+  RecoverBackups(desk.session);
+  EXPECT_EQ(standing(torn), 4) << "without a backup they are all that is left of a log";
+  desk.session.settings.DiskBackUp = true;
+  RecoverBackups(desk.session);
+  EXPECT_EQ(standing(torn), 0);
+  EXPECT_EQ(standing(others), 3);
 }
 
 // A second crash, at any moment of the rescue: the start after it finds the samples in a copy or rescues them itself.
