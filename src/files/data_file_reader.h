@@ -29,6 +29,7 @@ enum class OpenResult {
 /// held to the length of the file.
 class DataFileReader {
  public:
+  /// Opens nothing yet.
   explicit DataFileReader(FileSystem& files) : files_(files) {}
 
   /// Opens the file and reads header and notes. Only after Ok do the other calls mean anything.
@@ -37,10 +38,19 @@ class DataFileReader {
   /// What the platform said about the last failure.
   const std::error_code& Error() const { return error_; }
 
+  /// The header as the file has it.
   const DataFileHeader& Header() const { return header_; }
+
+  /// The notes block, as far as it stands in the file.
   const std::string& RawNotes() const { return rawNotes_; }
+
+  /// The same, taken apart.
   const ParsedNotes& Notes() const { return notes_; }
+
+  /// How the samples lie, from header and notes.
   const SampleLayout& Layout() const { return layout_; }
+
+  /// Bytes of the file when it was opened.
   std::uint64_t FileSize() const { return fileSize_; }
 
   /// Where the samples begin.

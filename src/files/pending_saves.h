@@ -14,8 +14,10 @@ namespace tarvolt {
 /// disk until there is room.
 class PendingSaves {
  public:
+  /// Logs that may wait.
   static constexpr std::size_t kLimit = 8;
 
+  /// None waits yet.
   explicit PendingSaves(Session& session);
 
   /// Takes the samples, header, notes and backup file of the window, to be saved under `name`. False when kLimit logs
@@ -29,6 +31,7 @@ class PendingSaves {
   /// Tries to save all that wait, now; stops at the first that fails.
   void SaveAll();
 
+  /// True when none waits.
   bool Empty() const;
 
  private:
