@@ -60,7 +60,7 @@ struct FullStation : RealStation {
     session.settings.DiskBackUp = false;
     window.chart.SetCapacity(kSamples);
     for (std::int32_t i = 0; i < kSamples; ++i) StoreSample(window.chart, i);
-    saved = SaveDataFile(session, window, name) == SaveOutcome::Saved;
+    saved = SaveDataFile(session, window, name, false) == SaveOutcome::Saved;
   }
 
   std::size_t FileSize() const { return std::filesystem::file_size(name); }
@@ -77,8 +77,9 @@ void Save(benchmark::State& state) {
   RunSideBySide(
       state, 1,
       [&] {
-        return SecondsOf(
-            [&] { good = SaveDataFile(station.session, station.window, station.name) == SaveOutcome::Saved && good; });
+        return SecondsOf([&] {
+          good = SaveDataFile(station.session, station.window, station.name, false) == SaveOutcome::Saved && good;
+        });
       },
       [&] { return SecondsOf([&] { good = WriteWhole(folder, bytes) && good; }); });
   if (!good) state.SkipWithError("the disk refused");

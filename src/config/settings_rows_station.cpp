@@ -72,6 +72,8 @@ constexpr SettingRow kRows[] = {
     Row("LocalAdminPort", "", &Settings::LocalAdminPort),
     Row("LocalAdminPwd", "Null"),
     Row("LocalClientPort", "2701", &Settings::LocalClientPort),
+    Row("LocalBackupFile", ""),
+    Row("LocalBackupLeft", ""),
     Row("LocalRun", "OK"),
     Row("LowerWavThreshold", "0", &Settings::LowerWavThreshold),
     Row("LowerWavThresholdCH", "0", &Settings::LowerWavThresholdCH),

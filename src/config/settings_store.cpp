@@ -1,8 +1,6 @@
 #include "config/settings_store.h"
 
 #include <array>
-#include <charconv>
-#include <optional>
 
 #include "config/settings_table.h"
 #include "config/text_file.h"
@@ -28,8 +26,8 @@ bool NeedsEscape(char c, bool atAnEnd, std::string_view delimiters) {
          delimiters.find(c) != std::string_view::npos;
 }
 
-/// Text as it stands in the file: a byte that would not survive is "\" and its two hexadecimal digits. People can
-/// edit the file, so all other bytes stand as they are.
+/// Text as it stands in the file: a byte that would not survive is "\" and its two hexadecimal digits, in capitals.
+/// People can edit the file, so all other bytes stand as they are.
 std::string Escape(std::string_view text, std::string_view delimiters = {}) {
   std::string escaped;
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -45,18 +43,16 @@ std::string Escape(std::string_view text, std::string_view delimiters = {}) {
   return escaped;
 }
 
-std::optional<std::string> Unescape(std::string_view text) {
+// A backslash that begins no escape is itself, as in a path that a person has typed.
+std::string Unescape(std::string_view text) {
   std::string plain;
   for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] != '\\') {
-      plain += text[i];
-      continue;
-    }
-    const std::string_view digits = text.substr(i + 1, 2);
-    unsigned int byte = 0;
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), byte, 16);
-    if (digits.size() < 2 || error != std::errc() || end != digits.data() + 2) return std::nullopt;
-    plain += static_cast<char>(byte);
+    plain += text[i];
+    if (text[i] != '\\' || text.size() - i < 3) continue;
+    const std::size_t high = kHexDigits.find(text[i + 1]);
+    const std::size_t low = kHexDigits.find(text[i + 2]);
+    if (high == std::string_view::npos || low == std::string_view::npos) continue;
+    plain.back() = static_cast<char>(high << 4 | low);
     i += 2;
   }
   return plain;
@@ -106,16 +102,13 @@ bool SettingsStore::ReadLine(std::string_view line, Values*& section) {
   if (line.empty()) return true;
   if (line.front() == '[') {
     // Values behind a damaged section line belong to no section rather than to the one before.
-    const auto name = Unescape(line.substr(1, line.size() - 2));
-    section = line.ends_with(']') && name && !name->empty() ? &values_[*name] : nullptr;
+    const std::string name = line.ends_with(']') ? Unescape(line.substr(1, line.size() - 2)) : std::string();
+    section = name.empty() ? nullptr : &values_[name];
     return section != nullptr;
   }
   const std::size_t equals = line.find('=');
   if (section == nullptr || equals == std::string_view::npos || equals == 0) return false;
-  const auto key = Unescape(Trim(line.substr(0, equals)));
-  const auto value = Unescape(Trim(line.substr(equals + 1)));
-  if (!key || !value) return false;
-  (*section)[*key] = *value;
+  (*section)[Unescape(Trim(line.substr(0, equals)))] = Unescape(Trim(line.substr(equals + 1)));
   return true;
 }
 

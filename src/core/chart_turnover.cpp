@@ -18,7 +18,7 @@ void ChartRun::MaxedOut(MaxedOutMode mode) {
   name = NameOfOwn(session_, window_, name);
   SaveOutcome outcome = SaveOutcome::NotWanted;
   if (TurnoverSaves(mode) && SaveIfAtTurnover(session_.settings, window_.chart)) {
-    outcome = SaveDataFile(session_, window_, name);
+    outcome = SaveDataFile(session_, window_, name, false);
   }
   if (!GoesOn(mode)) {
     StopLogging();

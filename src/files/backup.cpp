@@ -7,6 +7,7 @@
 #include "files/data_file_writer.h"
 #include "files/header_codec.h"
 #include "files/header_info.h"
+#include "files/recovery.h"
 #include "text/number.h"
 #include "timebase/time_base.h"
 
@@ -22,15 +23,19 @@ LocalBackup::LocalBackup(Session& session, ChartWindow& window) : session_(sessi
 
 void LocalBackup::InitLocalBU() {
   SaveState& save = window_.save;
-  save.BackupActive = session_.settings.DiskBackUp;
+  const std::filesystem::path file = session_.DataFolder() / kBackupName;
+  const bool isFree = FreeBackupPlace(session_, file, ReplaceableFile());
+  save.BackupActive = session_.settings.DiskBackUp && isFree;
   if (!save.BackupActive) return;
 
-  save.LocalBackupFile = session_.DataFolder() / kBackupName;
+  begun_ = true;
+  save.LocalBackupFile = file;
   notes_ = window_.notes + save.PendingNotes;
   GetHeader(session_, window_, notes_.size());
   const RunState& run = window_.run;
   window_.header.start = run.ChartIsLMST ? run.time.startLMST : NowPrecise(session_.host.clock) + run.time.utOffset;
   layout_ = LayoutOfSettings(session_.settings, window_.chart.ChannelCount());
+  save.Backup = {layout_.channels, layout_.timeStamps, layout_.integers, MiniWanted(session_.settings, window_)};
   window_.header.channels = static_cast<std::int16_t>(layout_.channels);
   header_ = window_.header;
   frontSize_ = kHeaderSize + notes_.size();
@@ -40,12 +45,17 @@ void LocalBackup::InitLocalBU() {
   failing_ = false;
 
   // The marker goes first: from here on a crash must lead the next start to the file.
-  if (session_.store.GetSetting(Section::Settings, "LocalRun") != "Running") {
-    session_.store.SaveSetting(Section::Settings, "LocalRun", "Running");
-  }
+  MarkLocalRun(session_, file);
   std::error_code error;
   WriteFront(error);
   if (error) TellFailure(error);
+}
+
+// At a turnover the log of the file has been saved or set aside. A run begins over one that holds samples only when
+// they stand in their file; while the marker says otherwise they must not be lost.
+std::filesystem::path LocalBackup::ReplaceableFile() const {
+  const bool isOurs = begun_ && (window_.run.ChartRunning || samplesInFile_ == 0);
+  return isOurs ? window_.save.LocalBackupFile : std::filesystem::path();
 }
 
 void LocalBackup::WriteFront(std::error_code& error) {
@@ -73,7 +83,10 @@ bool LocalBackup::IsComplete() const {
 }
 
 void LocalBackup::StoreWasCleared() {
-  if (samplesInFile_ > 0) storeHoldsAll_ = false;
+  if (samplesInFile_ > 0) {
+    storeHoldsAll_ = false;
+    window_.save.Backup.mini = true;
+  }
   nextIndex_ = 0;
 }
 

@@ -17,10 +17,12 @@ namespace tarvolt {
 /// store and are written with the next one that succeeds. A backup file that vanished is made anew from the store.
 class LocalBackup {
  public:
+  /// The backup of the window's runs; touches no file yet.
   LocalBackup(Session& session, ChartWindow& window);
 
-  /// Starts the backup of a new log, removing the old file. With DiskBackUp off only marks it inactive. The layout of
-  /// the file is that of the settings now, whatever becomes of them during the log.
+  /// Starts the backup of a new log, removing the old file; one that holds samples nobody has saved is moved to the
+  /// recovery folder, and when it cannot be, this log has no backup. With DiskBackUp off only marks it inactive. The
+  /// layout of the file is that of the settings now, whatever becomes of them during the log.
   void InitLocalBU();
 
   /// Appends the samples of the store that the file does not hold yet; opens and closes the file.
@@ -33,6 +35,7 @@ class LocalBackup {
   void StoreWasCleared();
 
  private:
+  std::filesystem::path ReplaceableFile() const;
   std::uint64_t ExpectedSize() const;
   void WriteFront(std::error_code& error);
   void Append(std::error_code& error);
@@ -52,6 +55,7 @@ class LocalBackup {
   std::uint64_t frontSize_ = 0;     ///< bytes before the first sample
   std::int64_t samplesInFile_ = 0;  ///< whole samples that the file must hold
   std::int32_t nextIndex_ = 0;      ///< first sample of the store that the file lacks
+  bool begun_ = false;              ///< this object has made the file that SaveState names
   bool storeHoldsAll_ = true;       ///< the store has everything that is in the file
   bool failing_ = false;            ///< told already; a torn sample may stand at the end of the file
 };

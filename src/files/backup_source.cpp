@@ -7,16 +7,32 @@
 #include "files/header_codec.h"
 
 namespace tarvolt {
+namespace {
+
+bool ShowsRunWithBackup(const SaveState& save) {
+  return save.BackupActive && !save.LoadedFromFile;
+}
+
+}  // namespace
 
 SampleLayout LayoutOfSettings(const Settings& settings, int channels) {
   return SampleLayout{channels, !settings.NoTimeStamps, settings.SaveAsIntegers};
 }
 
-bool IsMini(const Settings& settings, const ChartWindow& window) {
+SampleLayout LayoutOfBackup(const SaveState& save) {
+  return SampleLayout{save.Backup.channels, save.Backup.timeStamps, save.Backup.integers};
+}
+
+bool MiniWanted(const Settings& settings, const ChartWindow& window) {
   return window.Mode == SessionMode::Client ? settings.MiniClient : settings.MiniServer;
 }
 
+bool IsMini(const Settings& settings, const ChartWindow& window) {
+  return ShowsRunWithBackup(window.save) ? window.save.Backup.mini : MiniWanted(settings, window);
+}
+
 bool BackupWanted(const Settings& settings, const ChartWindow& window) {
+  if (ShowsRunWithBackup(window.save)) return true;
   return window.Mode == SessionMode::Client ? settings.ClientDiskBackUp : settings.DiskBackUp;
 }
 
@@ -36,7 +52,7 @@ std::string RunMarkerKey(const ChartWindow& window) {
 
 // The free-text notes of a backup say nothing about its layout, so only header and length are looked at.
 std::optional<BackupContents> FindBackup(Session& session, const ChartWindow& window) {
-  if (!window.save.BackupActive || window.save.LoadedFromFile) return std::nullopt;
+  if (!ShowsRunWithBackup(window.save)) return std::nullopt;
   std::error_code error;
   const std::unique_ptr<File> file = session.host.files.Open(window.save.LocalBackupFile, OpenMode::Read, error);
   if (!file) return std::nullopt;
@@ -44,11 +60,11 @@ std::optional<BackupContents> FindBackup(Session& session, const ChartWindow& wi
   HeaderBytes bytes;
   if (error || file->Read(bytes.data(), bytes.size(), error) < bytes.size() || error) return std::nullopt;
   const DataFileHeader header = DecodeHeader(std::string_view(bytes.data(), bytes.size()));
-  const int channels = window.chart.ChannelCount();
+  const SampleLayout layout = LayoutOfBackup(window.save);
   const std::uint64_t offset = kHeaderSize + static_cast<std::uint64_t>(std::max(header.notesLength, 0));
-  if (header.channels != channels || size < offset) return std::nullopt;
+  const bool sameChannels = header.channels == layout.channels && layout.channels == window.chart.ChannelCount();
+  if (!sameChannels || size < offset) return std::nullopt;
 
-  const SampleLayout layout = LayoutOfSettings(session.settings, channels);
   BackupContents contents;
   contents.count = WholeSamples(layout, size - offset);
   contents.samples = {window.save.LocalBackupFile, offset, contents.count * layout.BytesPerSample()};

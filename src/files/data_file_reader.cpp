@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <new>
 #include <string_view>
 
 #include "files/header_codec.h"
@@ -23,9 +24,18 @@ OpenResult DataFileReader::Open(const std::filesystem::path& name) {
   bufferCount_ = 0;
   file_ = files_.Open(name, OpenMode::Read, error_);
   if (!file_) return OpenResult::Missing;
-  const OpenResult result = ReadFront();
+  const OpenResult result = ReadFrontInMemory();
   if (result != OpenResult::Ok) file_.reset();
   return result;
+}
+
+// Notes that memory cannot hold are as good as none, and must not end a program that is recording.
+OpenResult DataFileReader::ReadFrontInMemory() {
+  try {
+    return ReadFront();
+  } catch (const std::bad_alloc&) {
+    return OpenResult::Corrupted;
+  }
 }
 
 OpenResult DataFileReader::ReadFront() {
@@ -38,7 +48,8 @@ OpenResult DataFileReader::ReadFront() {
   ReadAll(bytes.data(), bytes.size(), read);
   if (error_ || read < bytes.size()) return OpenResult::Unreadable;
   header_ = DecodeHeader(std::string_view(bytes.data(), bytes.size()));
-  if (header_.channels < 1 || header_.channels > kMaxFileChannels) return OpenResult::BadChannels;
+  if (header_.channels < 1 || header_.channels > kMaxFileChannels) return OpenResult::Corrupted;
+  if (header_.notesLength > kNotesLimit) return OpenResult::Corrupted;
 
   const std::uint64_t claimed = static_cast<std::uint64_t>(std::max(header_.notesLength, 0));
   rawNotes_.resize(std::min(claimed, fileSize_ - kHeaderSize));

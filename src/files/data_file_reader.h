@@ -13,19 +13,23 @@
 
 namespace tarvolt {
 
+/// Longest notes block that is read, in bytes.
+inline constexpr std::int32_t kNotesLimit = 16 << 20;
+
 /// What opening a data file came to.
 enum class OpenResult {
   Ok,
-  Missing,      ///< there is no such file, or it cannot be opened
-  TooShort,     ///< shorter than a header
-  BadChannels,  ///< the header does not say 1 to 9 channels: corrupted, or no data file
-  Unreadable    ///< the disk refused to give the header or the notes
+  Missing,    ///< there is no such file, or it cannot be opened
+  TooShort,   ///< shorter than a header
+  Corrupted,  ///< the header does not say 1 to 9 channels, or notes beyond all bounds: corrupted, or no data file
+  Unreadable  ///< the disk refused to give the header or the notes
 };
 
 /// Reads a data file front to back or at any sample, in large pieces. Nothing in the file is trusted: a length in it is
 /// held to the length of the file.
 class DataFileReader {
  public:
+  /// Opens nothing yet.
   explicit DataFileReader(FileSystem& files) : files_(files) {}
 
   /// Opens the file and reads header and notes. Only after Ok do the other calls mean anything.
@@ -34,10 +38,19 @@ class DataFileReader {
   /// What the platform said about the last failure.
   const std::error_code& Error() const { return error_; }
 
+  /// The header as the file has it.
   const DataFileHeader& Header() const { return header_; }
+
+  /// The notes block, as far as it stands in the file.
   const std::string& RawNotes() const { return rawNotes_; }
+
+  /// The same, taken apart.
   const ParsedNotes& Notes() const { return notes_; }
+
+  /// How the samples lie, from header and notes.
   const SampleLayout& Layout() const { return layout_; }
+
+  /// Bytes of the file when it was opened.
   std::uint64_t FileSize() const { return fileSize_; }
 
   /// Where the samples begin.
@@ -55,6 +68,7 @@ class DataFileReader {
   bool ReadSample(std::int32_t index, FileSample& sample);
 
  private:
+  OpenResult ReadFrontInMemory();
   OpenResult ReadFront();
   bool FillBuffer(std::int32_t index);
   void ReadAll(char* to, std::size_t size, std::size_t& read);

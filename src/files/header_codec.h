@@ -11,6 +11,7 @@ namespace tarvolt {
 /// Bytes of the record that starts a data file.
 inline constexpr std::size_t kHeaderSize = 156;
 
+/// That record.
 using HeaderBytes = std::array<char, kHeaderSize>;
 
 /// The record as it stands in the file. Texts are cut or blank-padded to their width.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "files/backup_source.h"
 #include "files/notes_block.h"
 #include "text/ansi.h"
 #include "text/number.h"
@@ -71,13 +72,16 @@ void GetHeader(const Session& session, ChartWindow& window, std::size_t notesLen
 }
 
 std::string GetModifiedNotes(const Session& session, const ChartWindow& window, const std::string& freeText) {
+  return GetModifiedNotes(window, freeText, LayoutOfSettings(session.settings, window.chart.ChannelCount()));
+}
+
+std::string GetModifiedNotes(const ChartWindow& window, const std::string& freeText, const SampleLayout& layout) {
   NotesOptions options;
   options.usingUT = window.run.ChartIsUT;
   options.lmst = window.run.ChartIsLMST;
-  options.noTimeStamps = session.settings.NoTimeStamps;
+  options.noTimeStamps = !layout.timeStamps;
   options.timeRefZero = window.run.TimeRefZeroFile;
-  // From the setting, also when the values were too large and doubles are written (meant).
-  options.integers = session.settings.SaveAsIntegers;
+  options.integers = layout.integers;
   options.onlyView = window.save.ViewSaveActive;
   options.first = window.save.FirstViewIndex;
   options.last = window.save.LastSaveIndex;

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string>
 
+#include "files/sample_layout.h"
 #include "model/chart_window.h"
 #include "model/session.h"
 
@@ -23,7 +24,11 @@ void GetHeader(const Session& session, ChartWindow& window, std::size_t notesLen
 /// The part of a header that the writer gives to every file: its version, and the y axis as it stands now.
 void GetWriterInfo(const Session& session, const StripChart& chart, DataFileHeader& header);
 
-/// The free-text notes with the framing and all items of this chart behind them.
+/// The free-text notes with the framing and all items of this chart behind them, as the settings have samples written
+/// now.
 std::string GetModifiedNotes(const Session& session, const ChartWindow& window, const std::string& freeText);
+
+/// The same for samples of that layout.
+std::string GetModifiedNotes(const ChartWindow& window, const std::string& freeText, const SampleLayout& layout);
 
 }  // namespace tarvolt

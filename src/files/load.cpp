@@ -41,6 +41,7 @@ void ClearChart(ChartWindow& window) {
   window.metadata.DeleteMetaData();
   window.notations = Notations{};
   window.save.PendingNotes.clear();
+  window.save.SavedAs.clear();
   window.run.Dcount = 0;
   window.run.TotalSamples = 0;
 }
@@ -66,7 +67,7 @@ void TellRefusal(Session& session, OpenResult result, const std::string& name) {
       return session.Tell(title, "Cannot Find the file: " + name + "\n");
     case OpenResult::TooShort:
       return session.Tell(title, "The file: " + name + "\nAppears to have no data.");
-    case OpenResult::BadChannels:
+    case OpenResult::Corrupted:
       return session.Tell(title, "The file: " + name + "\nIs corrupted or not a valid data file.");
     case OpenResult::Unreadable:
       return session.Tell(title, "The file: " + name + "\nCannot be read.");

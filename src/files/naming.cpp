@@ -72,12 +72,24 @@ bool MakeFolder(Session& session, const std::filesystem::path& folder) {
   return false;
 }
 
+std::string FolderName(std::string_view localName) {
+  const std::string clean = NameDir(localName);
+  return clean.empty() ? "Unknown" : clean;
+}
+
 // The name cleaned for use as a folder; a saved header shows it in that form.
 std::string CleanLocalName(DataFileHeader& header) {
-  std::string clean = NameDir(header.localName);
-  if (clean.empty()) clean = "Unknown";
+  const std::string clean = FolderName(header.localName);
   header.localName = PadTo(clean, 20);
   return clean;
+}
+
+std::filesystem::path MonthFolder(const std::filesystem::path& localFolder, TimeStamp date) {
+  return localFolder / FormatDate(date, "yymm");
+}
+
+std::filesystem::path DayFolder(const std::filesystem::path& folder, TimeStamp date) {
+  return folder / FormatDate(date, "yymmdd");
 }
 
 std::filesystem::path MakeFoldersFor(Session& session, ChartWindow& window, TimeStamp date) {
@@ -90,11 +102,11 @@ std::filesystem::path MakeFoldersFor(Session& session, ChartWindow& window, Time
 
   std::filesystem::path folder = base;
   if (session.settings.OrganizeByMonth) {
-    folder = localFolder / FormatDate(date, "yymm");
+    folder = MonthFolder(localFolder, date);
     if (MakeFolder(session, folder)) created[kMonthSlot] = folder;
   }
   if (session.settings.OrganizeByDay) {
-    folder /= FormatDate(date, "yymmdd");
+    folder = DayFolder(folder, date);
     if (MakeFolder(session, folder)) created[kDaySlot] = folder;
   }
   return folder;
@@ -139,8 +151,16 @@ std::filesystem::path NameDataFile(Session& session, ChartWindow& window, NameKi
   return MakeFoldersFor(session, window, date.stamp) / (prefix + name);
 }
 
+std::filesystem::path FolderOfDate(const Session& session, TimeStamp date) {
+  const Settings& settings = session.settings;
+  std::filesystem::path folder = session.DataFolder();
+  if (settings.OrganizeByMonth) folder = MonthFolder(folder / FolderName(PadTo(settings.LocalName, 20)), date);
+  return settings.OrganizeByDay ? DayFolder(folder, date) : folder;
+}
+
 std::filesystem::path NameOfOwn(Session& session, const ChartWindow& window, const std::filesystem::path& name) {
-  return name == window.save.SavedAs ? name : FreeName(session.host.files, name);
+  const bool isOwn = name == window.save.SavedAs && !window.save.ViewSaveActive;
+  return isOwn ? name : FreeName(session.host.files, name);
 }
 
 }  // namespace tarvolt

@@ -10,6 +10,7 @@
 
 namespace tarvolt {
 
+/// What a name is for.
 enum class NameKind { Wav, Log, Data };
 
 /// What NameDataFile gives when the chart holds no usable data.
@@ -28,8 +29,12 @@ std::int32_t FindXaxisMinIndex(const StripChart& chart);
 std::filesystem::path NameDataFile(Session& session, ChartWindow& window, NameKind kind, bool withPath,
                                    double offsetDays = 0);
 
+/// The folder that the organising settings give a data file of that date. Makes nothing.
+std::filesystem::path FolderOfDate(const Session& session, TimeStamp date);
+
 /// `name`, or a numbered one beside it when a file of that name exists that this log was not itself saved to: names are
-/// good to the second only, and a local clock repeats an hour, but no earlier file is ever replaced by another log.
+/// good to the second only, and a local clock repeats an hour, but no earlier file is ever replaced by another log, nor
+/// the log's own by a view of it.
 std::filesystem::path NameOfOwn(Session& session, const ChartWindow& window, const std::filesystem::path& name);
 
 }  // namespace tarvolt

@@ -13,7 +13,7 @@ constexpr std::uint64_t kCopyBuffer = 1u << 20;
 
 PartFile::PartFile(FileSystem& files, std::filesystem::path name)
     : files_(files), name_(std::move(name)), partName_(name_) {
-  partName_ += ".part";
+  partName_ += kPartEnding;
   file_ = files_.Open(partName_, OpenMode::Create, error_);
 }
 

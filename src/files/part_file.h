@@ -10,11 +10,15 @@
 
 namespace tarvolt {
 
+/// What stands behind the name of a file in the making.
+inline constexpr const char* kPartEnding = ".part";
+
 /// A file in the making: written as "<name>.part" in the folder of its final name and renamed over that when it is
 /// complete, so that an old file of that name stays whole until then. Unless it was committed, destroying it removes
 /// the part file.
 class PartFile {
  public:
+  /// Begins the file that will be `name`; a failure shows in Error().
   PartFile(FileSystem& files, std::filesystem::path name);
   ~PartFile();
   PartFile(const PartFile&) = delete;

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "files/recovery_folder.h"
-#include "timebase/time_base.h"
 
 namespace tarvolt {
 namespace {
@@ -22,7 +21,8 @@ bool PendingSaves::SetAside(ChartWindow& window, const std::filesystem::path& na
   if (waiting_.size() >= kLimit || !ChooseSaveRange(window)) return false;
   std::optional<SavePlan> plan = PlanSave(session_, window, false);
   if (!plan) return false;
-  const std::filesystem::path backup = MoveBackup(window);
+  std::filesystem::path backup;
+  if (!MoveBackup(window, backup) && !plan->storeHoldsRun) return false;
   if (plan->storeHoldsRun || backup.empty()) {
     plan->file.stored.reset();
   } else if (plan->file.stored) {
@@ -34,20 +34,16 @@ bool PendingSaves::SetAside(ChartWindow& window, const std::filesystem::path& na
 }
 
 // The next log's backup gets the name of this one's, so it must go out of the way. When it cannot, memory alone is
-// left.
-std::filesystem::path PendingSaves::MoveBackup(ChartWindow& window) {
+// left. False when it is there and cannot.
+bool PendingSaves::MoveBackup(ChartWindow& window, std::filesystem::path& aside) {
   SaveState& save = window.save;
-  FileSystem& files = session_.host.files;
-  if (!save.BackupActive || !files.FileExists(save.LocalBackupFile)) return {};
+  if (!save.BackupActive || !session_.host.files.FileExists(save.LocalBackupFile)) return true;
   std::error_code error;
-  files.MakeFolders(RecoveryFolder(session_), error);
-  const std::string digits = FileNameFromDate(NowPrecise(session_.host.clock));
-  const std::filesystem::path aside = FreeName(files, RecoveryFolder(session_) / (digits + "local.tvd"));
-  if (!error) files.Rename(save.LocalBackupFile, aside, error);
-  if (error) return {};
+  aside = MoveToRecovery(session_, save.LocalBackupFile, "local.tvd", error);
+  if (error) return false;
   save.BackupActive = false;
   session_.Add2SLog(" Backup of the Log That Could Not Be Saved: " + aside.string());
-  return aside;
+  return true;
 }
 
 void PendingSaves::Retry() {

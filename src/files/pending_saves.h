@@ -14,12 +14,14 @@ namespace tarvolt {
 /// disk until there is room.
 class PendingSaves {
  public:
+  /// Logs that may wait.
   static constexpr std::size_t kLimit = 8;
 
+  /// None waits yet.
   explicit PendingSaves(Session& session);
 
   /// Takes the samples, header, notes and backup file of the window, to be saved under `name`. False when kLimit logs
-  /// wait already: then nothing is taken.
+  /// wait already, or the backup alone has the whole log and cannot be moved: then nothing is taken.
   bool SetAside(ChartWindow& window, const std::filesystem::path& name);
 
   /// Tries to save the oldest that waits. Called once a second or less. Tells only success: the failure that brought
@@ -29,6 +31,7 @@ class PendingSaves {
   /// Tries to save all that wait, now; stops at the first that fails.
   void SaveAll();
 
+  /// True when none waits.
   bool Empty() const;
 
  private:
@@ -39,7 +42,7 @@ class PendingSaves {
     std::filesystem::path backup;  ///< where the log's backup was put; empty when there is none
   };
 
-  std::filesystem::path MoveBackup(ChartWindow& window);
+  bool MoveBackup(ChartWindow& window, std::filesystem::path& aside);
   bool SaveOldest();
 
   Session& session_;

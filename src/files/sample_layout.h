@@ -18,6 +18,7 @@ struct SampleLayout {
   bool timeStamps = true;
   bool integers = false;
 
+  /// Bytes of one sample, with its stamp where there is one.
   std::size_t BytesPerSample() const {
     return static_cast<std::size_t>(channels) * (integers ? 2 : 8) + (timeStamps ? 8 : 0);
   }

@@ -14,8 +14,8 @@ bool FitsIntegers(const StripChart& chart) {
   return chart.DataMax() <= kIntegerLimit && chart.DataMin() >= -kIntegerLimit;
 }
 
-NumberForm ChooseNumberForm(Session& session, const ChartWindow& window, bool mayAsk) {
-  if (!session.settings.SaveAsIntegers) return NumberForm::Doubles;
+NumberForm ChooseNumberForm(Session& session, const ChartWindow& window, bool wantsIntegers, bool mayAsk) {
+  if (!wantsIntegers) return NumberForm::Doubles;
   if (FitsIntegers(window.chart)) return NumberForm::Integers;
   if (!mayAsk || !session.settings.ShowMsgBox) return NumberForm::Doubles;
   const Question question{"Integer Save Not Possible.",
@@ -28,7 +28,7 @@ NumberForm ChooseNumberForm(Session& session, const ChartWindow& window, bool ma
 }
 
 // A backup that lacks samples of the store is of no use. One that has more is right only where the store keeps just the
-// end of the run; elsewhere it is another run's, or of another layout.
+// end of the run; elsewhere it is another run's.
 bool BackupIsWhole(const Session& session, const ChartWindow& window, std::int64_t count) {
   if (IsMini(session.settings, window)) return count >= window.chart.Count();
   return count == window.chart.Count();
@@ -36,6 +36,8 @@ bool BackupIsWhole(const Session& session, const ChartWindow& window, std::int64
 
 std::optional<StoredSamples> SamplesInBackup(Session& session, ChartWindow& window) {
   if (window.save.ViewSaveActive) return std::nullopt;
+  // A backup of integers has held such values inside their limits.
+  if (window.save.Backup.integers && !FitsIntegers(window.chart)) return std::nullopt;
   if (!window.run.DataNeedsSave && !RunLiesInBackup(session.settings, window)) return std::nullopt;
   const std::optional<BackupContents> backup = FindBackup(session, window);
   if (!backup || !BackupIsWhole(session, window, backup->count)) return std::nullopt;
@@ -74,17 +76,17 @@ bool ChooseSaveRange(ChartWindow& window) {
 }
 
 std::optional<SavePlan> PlanSave(Session& session, ChartWindow& window, bool mayAsk) {
-  const NumberForm form = ChooseNumberForm(session, window, mayAsk);
-  if (form == NumberForm::Cancelled) return std::nullopt;
-
   SavePlan plan;
   DataFilePlan& file = plan.file;
-  const bool backupHasLimits = session.settings.SaveAsIntegers && form == NumberForm::Doubles;
-  if (!backupHasLimits) file.stored = SamplesInBackup(session, window);
-  plan.storeHoldsRun = !RunLiesInBackup(session.settings, window);
-  file.notesBlock = GetModifiedNotes(session, window, window.notes + window.save.PendingNotes);
-  file.layout = LayoutOfSettings(session.settings, window.chart.ChannelCount());
+  file.stored = SamplesInBackup(session, window);
+  file.layout =
+      file.stored ? LayoutOfBackup(window.save) : LayoutOfSettings(session.settings, window.chart.ChannelCount());
+  const NumberForm form = ChooseNumberForm(session, window, file.layout.integers, mayAsk);
+  if (form == NumberForm::Cancelled) return std::nullopt;
+  // The block tells of integers also when the values are too large and doubles are written (meant).
+  file.notesBlock = GetModifiedNotes(window, window.notes + window.save.PendingNotes, file.layout);
   file.layout.integers = form == NumberForm::Integers;
+  plan.storeHoldsRun = !RunLiesInBackup(session.settings, window);
   file.first = window.save.FirstViewIndex;
   file.last = window.save.LastSaveIndex;
 

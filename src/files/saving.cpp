@@ -77,7 +77,7 @@ SaveOutcome SaveIfWanted(Session& session, ChartWindow& window, bool mayPrompt) 
   if (!RulesAskForSave(session, window)) return SaveOutcome::NotWanted;
   const std::optional<std::filesystem::path> name = NameOfSave(session, window, mayPrompt);
   if (!name || LastIndexOfRun(session, window) <= 0) return SaveOutcome::NotWanted;
-  return SaveDataFile(session, window, *name);
+  return SaveDataFile(session, window, *name, mayPrompt);
 }
 
 // In a run the marker belongs to the run. Set again after a failure, so that the backup of the run is found at the next
@@ -102,8 +102,10 @@ void DropVanishedBackup(Session& session, SaveState& save) {
 void TellFailure(Session& session, ChartWindow& window, const std::string& name, const std::error_code& error) {
   const std::string text = " Could Not Save " + name + ": " + error.message();
   window.view.StatusText = text;
-  if (window.save.FailedSave == name) return;
-  window.save.FailedSave = name;
+  if (!window.save.ViewSaveActive) {
+    if (window.save.FailedSave == name) return;
+    window.save.FailedSave = name;
+  }
   session.Add2SLog(text);
   session.Tell(kBoxTitle, "Could Not Save " + name + "\n" + error.message() +
                               "\nThe data are still in memory, and in the backup if one is on.");
@@ -116,6 +118,7 @@ void NoteSaved(Session& session, ChartWindow& window, const std::filesystem::pat
   if (!IsMini(session.settings, window)) window.view.InfoCommands = true;
   AddRecentSaved(session.recent, name.string());
   session.store.SaveSetting(Section::Settings, "LastLoadDir", name.parent_path().string());
+  if (window.save.ViewSaveActive) return;  // a stretch of the log is not the log
   window.run.DataNeedsSave = false;
   window.save.FailedSave.clear();
   window.save.SavedAs = name;
@@ -136,18 +139,20 @@ bool SaveIfAtStop(const Settings& settings, const StripChart& chart) {
 }
 
 SaveOutcome CheckForSave(Session& session, ChartWindow& window, bool mayPrompt) {
+  // A save of the view waits for a person; until then its range is not that of the log.
+  if (window.save.ViewSaveActive) return SaveOutcome::Failed;
   const SaveOutcome outcome = SaveIfWanted(session, window, mayPrompt);
   SetRunMarker(session, window, outcome);
   return outcome;
 }
 
-SaveOutcome SaveDataFile(Session& session, ChartWindow& window, const std::filesystem::path& name) {
+SaveOutcome SaveDataFile(Session& session, ChartWindow& window, const std::filesystem::path& name, bool mayAsk) {
   if (!ChooseSaveRange(window)) {
     session.Tell(kBoxTitle, "There was a Min > Max range error saving " + name.string());
     return SaveOutcome::NotWanted;
   }
   if (window.save.ViewSaveActive) NoteModifiedSave(session, window);
-  std::optional<SavePlan> plan = PlanSave(session, window, true);
+  std::optional<SavePlan> plan = PlanSave(session, window, mayAsk);
   if (!plan) return SaveOutcome::NotWanted;
 
   window.view.StatusText = " Saving>" + ReplaceAll(name.string(), " ", "_");
@@ -162,12 +167,12 @@ SaveOutcome SaveDataFile(Session& session, ChartWindow& window, const std::files
 }
 
 SaveOutcome SaveView(Session& session, ChartWindow& window) {
-  if (window.chart.Count() == 0) return SaveOutcome::NotWanted;
+  if (window.chart.Count() == 0 || window.save.ViewSaveActive) return SaveOutcome::NotWanted;
   const DataFileHeader header = window.header;
   const bool start = window.view.cmdStart;
   window.view.cmdStart = false;
   window.save.ViewSaveActive = true;
-  const SaveOutcome outcome = CheckForSave(session, window, true);
+  const SaveOutcome outcome = SaveIfWanted(session, window, true);
   window.save.ViewSaveActive = false;
   window.header = header;
   window.view.cmdStart = start;

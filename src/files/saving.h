@@ -20,13 +20,16 @@ bool SaveIfAtTurnover(const Settings& settings, const StripChart& chart);
 bool SaveIfAtStop(const Settings& settings, const StripChart& chart);
 
 /// Decides about and carries out the save at the end of a run. May ask a person when the settings say so and
-/// `mayPrompt`; yields only then. On success or when nothing is wanted the run marker is reset to "OK".
+/// `mayPrompt`; yields only then. On success or when nothing is wanted the run marker is reset to "OK". Fails while a
+/// save of the view waits for a person.
 SaveOutcome CheckForSave(Session& session, ChartWindow& window, bool mayPrompt);
 
-/// Saves the stretch in view under a name that a person chooses: asks in any case. Yields.
+/// Saves the stretch in view under a name that a person chooses: asks in any case. Yields. The log itself counts as
+/// unsaved as before. Not wanted while another one waits for its name.
 SaveOutcome SaveView(Session& session, ChartWindow& window);
 
-/// Writes the chart beside `name` and renames it over it. Tells a failure in the session log and by message.
-SaveOutcome SaveDataFile(Session& session, ChartWindow& window, const std::filesystem::path& name);
+/// Writes the chart beside `name` and renames it over it. Tells a failure in the session log and by message. Values
+/// that do not fit an integer save are asked about, which yields, only with `mayAsk` and ShowMsgBox.
+SaveOutcome SaveDataFile(Session& session, ChartWindow& window, const std::filesystem::path& name, bool mayAsk);
 
 }  // namespace tarvolt

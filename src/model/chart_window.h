@@ -14,6 +14,14 @@
 
 namespace tarvolt {
 
+/// The form in which a run's backup is written, whatever becomes of the settings during the run.
+struct BackupForm {
+  int channels = 1;
+  bool timeStamps = true;
+  bool integers = false;
+  bool mini = false;  ///< the backup alone has the whole run: the store keeps its last stretch
+};
+
 /// What saving knows of a window's chart.
 struct SaveState {
   bool ViewSaveActive = false;      ///< Save View is in progress
@@ -24,6 +32,7 @@ struct SaveState {
   std::int32_t FirstViewIndex = 0;  ///< first sample index to write
   std::int32_t LastSaveIndex = 0;   ///< last sample index to write
   std::filesystem::path LocalBackupFile;
+  BackupForm Backup;                                    ///< of that file, while BackupActive
   std::filesystem::path SavedAs;                        ///< the file that this log was saved to; empty before that
   std::filesystem::path FailedSave;                     ///< the name whose save failed last: told once, not at each try
   std::string PendingNotes;                             ///< the notes as they were when the chart started

@@ -21,8 +21,13 @@ class File {
   /// Writes all of `bytes` at the position. With an error an unknown leading part of them may have been written.
   virtual void Write(std::string_view bytes, std::error_code& error) = 0;
 
+  /// Moves the position, counted in bytes from the start.
   virtual void Seek(std::uint64_t position, std::error_code& error) = 0;
+
+  /// Length in bytes; 0 with an error.
   virtual std::uint64_t Size(std::error_code& error) = 0;
+
+  /// Cuts or lengthens the file to `size` bytes; the position stays.
   virtual void Truncate(std::uint64_t size, std::error_code& error) = 0;
 
   /// Returns when the bytes are on the disk itself.

@@ -11,8 +11,10 @@ namespace tarvolt {
 /// 20 to 27 UDS, 40 to 47 equation, 50 to 57 LabJack U3, 60 to 67 LabJack U12, 71 cross correlation.
 using DataSourceId = std::int16_t;
 
+/// Numbers that SourceName may have a name for.
 inline constexpr int kSourceNames = 72;
 
+/// True for the values of a User Data Source.
 bool IsUds(DataSourceId source);
 
 /// Name of a source; empty for numbers that are not used.
@@ -35,6 +37,8 @@ struct SourcesInUse {
   bool MAX186InUse = false;
   bool UDSInUse = false;
 };
+
+/// The families of the rows before the first 0.
 SourcesInUse FindSourcesInUse(const Settings& settings);
 
 /// Words that refuse a start for its channel table, empty when it is fine. `soundAvailable` tells of a sound card. Only

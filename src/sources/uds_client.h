@@ -36,6 +36,7 @@ class UdsClient {
   /// Ends the link. No close event follows.
   void Close();
 
+  /// True while the link is open and the opening exchange is done.
   bool IsReady() const;
 
  private:

@@ -126,12 +126,15 @@ TEST_F(Loading, RefusesInWords) {
 }
 
 TEST_F(Loading, LengthsInTheFileAreNotTrusted) {
-  for (const std::int32_t length : {-1, 0x7FFFFFFF}) {
+  for (const std::int32_t length : {-1, 5, kNotesLimit, kNotesLimit + 1, 0x7FFFFFFF}) {
     std::string bytes = RawFile().Front(1, 2, 1, "note").Bytes();
     std::memcpy(bytes.data() + 152, &length, sizeof length);
     desk.host.disk.Put(kFile, bytes);
     EXPECT_FALSE(LoadData(desk.session, desk.window, kFile));
     EXPECT_EQ(desk.window.chart.Count(), 0);
+    const bool refused =
+        desk.host.dialogs.Boxes().back().text.find("Is corrupted or not a valid data file.") != std::string::npos;
+    EXPECT_EQ(refused, length > kNotesLimit) << length;
   }
 }
 
@@ -154,8 +157,10 @@ TEST_F(Loading, WhatWasSavedComesBackWithItsIdentity) {
                            "MetaData_A\xC8"
                            "b"}));
   for (int i = 0; i < 4; ++i) raw.Add(40000.0 + i).Add(0.1 * i);
+  desk.window.save.SavedAs = kFile;
   ASSERT_TRUE(Load(desk, raw));
-  ASSERT_EQ(SaveDataFile(desk.session, desk.window, "/station/again.tvd"), SaveOutcome::Saved);
+  EXPECT_TRUE(desk.window.save.SavedAs.empty()) << "a save of this chart takes no file's place";
+  ASSERT_EQ(SaveDataFile(desk.session, desk.window, "/station/again.tvd", false), SaveOutcome::Saved);
   const std::string again = desk.Bytes("/station/again.tvd");
   EXPECT_EQ(again.substr(70, 80), raw.Bytes().substr(70, 80)) << "author, names and place are the file's own";
   const std::size_t notesAndSamples = raw.Bytes().size() - 156;

@@ -29,7 +29,7 @@ struct FullDisk : Desk {
       Record(1);
       backup.LocalBackUp();
     }
-    EXPECT_EQ(SaveDataFile(session, window, name), SaveOutcome::Failed);
+    EXPECT_EQ(SaveDataFile(session, window, name, false), SaveOutcome::Failed);
     return pending.SetAside(window, name);
   }
 
@@ -102,6 +102,10 @@ TEST(PendingSaves, AMiniServersSamplesComeFromItsBackupSetAside) {
     station.window.chart.ClearData();
     station.backup.StoreWasCleared();
   }
+  station.host.disk.FailOperation(1, SimDisk::Repeat::ForEver);
+  EXPECT_FALSE(station.pending.SetAside(station.window, kFirst)) << "the next log's backup would take its place";
+  EXPECT_EQ(station.window.chart.Count(), 2);
+  station.host.disk.Heal();
   ASSERT_TRUE(station.pending.SetAside(station.window, kFirst));
   station.backup.InitLocalBU();
   station.host.disk.SetReadOnly("/disk", false);

@@ -2,7 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
+#include "files/backup.h"
 #include "files/desk.h"
+#include "files/saving.h"
 
 namespace tarvolt {
 namespace {
@@ -60,19 +64,125 @@ TEST(RecoverBackups, NeverOverwritesAnEarlierRescue) {
   EXPECT_EQ(desk.Bytes("/station/Data/recovery/100102120000local_3.tvd"), "third");
 }
 
-TEST(RecoverBackups, ACopyThatFailsLeavesMarkerAndBackup) {
+TEST(RecoverBackups, ABackupThatCannotBeCopiedIsMovedAndElseStays) {
   Desk desk;
   desk.session.settings.ShowMsgBox = true;
   Mark(desk, "LocalRun");
   desk.host.disk.Put(kBackup, std::string(100, 'x'));
-  desk.host.disk.SetCapacity(desk.host.disk.Used() + 50);
+  desk.host.disk.SetReadOnly("/station/Data", true);
   EXPECT_FALSE(RecoverBackups(desk.session));
   EXPECT_EQ(desk.Marker(), "Running");
   EXPECT_TRUE(desk.host.dialogs.HasShown("Could Not Copy"));
-  EXPECT_FALSE(desk.Exists(kCopy));
-  desk.host.disk.SetCapacity(SimDisk::kUnlimited);
+  EXPECT_EQ(desk.Bytes(kBackup), std::string(100, 'x'));
+
+  desk.host.disk.SetReadOnly("/station/Data", false);
+  desk.host.disk.SetCapacity(desk.host.disk.Used() + 50);
   EXPECT_TRUE(RecoverBackups(desk.session));
   EXPECT_EQ(desk.Bytes(kCopy), std::string(100, 'x'));
+  EXPECT_FALSE(desk.Exists(kBackup));
+  EXPECT_EQ(desk.Marker(), "OK");
+}
+
+// Each LocalBackup is that of another start of the program.
+void BeginRun(Desk& desk) {
+  desk.session.settings.DiskBackUp = true;
+  LocalBackup backup(desk.session, desk.window);
+  backup.InitLocalBU();
+  desk.Record(3);
+  backup.LocalBackUp();
+}
+
+void EndRun(Desk& desk) {
+  desk.window.chart.ClearData();
+  CheckForSave(desk.session, desk.window, false);
+  EXPECT_EQ(desk.Marker(), "OK");
+}
+
+TEST(RecoverBackups, WhatCouldNotBeRescuedIsNeverWrittenOver) {
+  Desk desk;
+  desk.host.disk.Put(kBackup, "the samples");
+  Mark(desk, "LocalRun");
+  for (int run = 0; run < 2; ++run) {
+    desk.host.disk.FailOperation(1, SimDisk::Repeat::ForEver);
+    BeginRun(desk);
+    EXPECT_FALSE(desk.window.save.BackupActive) << "there is no room for two of that name";
+    EXPECT_EQ(desk.Bytes(kBackup), "the samples");
+    desk.host.disk.Heal();
+    EndRun(desk);
+  }
+  BeginRun(desk);
+  EXPECT_TRUE(desk.window.save.BackupActive);
+  EXPECT_EQ(desk.Bytes(kCopy), "the samples");
+  EXPECT_NE(desk.Bytes(kBackup), "the samples");
+}
+
+TEST(RecoverBackups, AFailedLogIsNotWrittenOverByTheNextRunOfTheSameProgram) {
+  Desk desk;
+  desk.session.settings.DiskBackUp = true;
+  LocalBackup backup(desk.session, desk.window);
+  backup.InitLocalBU();
+  desk.Record(3);
+  backup.LocalBackUp();
+  const std::string log = desk.Bytes(kBackup);
+  backup.InitLocalBU();
+  EXPECT_EQ(desk.Bytes(kCopy), log);
+}
+
+TEST(RecoverBackups, TheBackupIsFoundWhereItWasBegun) {
+  Desk desk;
+  desk.session.settings.DataDirectory = "/station/Other";
+  desk.host.disk.Put("/station/Other/x", "");
+  BeginRun(desk);
+  const std::string log = desk.Bytes("/station/Other/localdatabackup.tvd");
+  desk.session.settings.DataDirectory = "/station/Data";
+  desk.host.disk.Put(kBackup, "of an older run that ended well");
+  EXPECT_TRUE(RecoverBackups(desk.session));
+  EXPECT_EQ(desk.Bytes(kCopy), log);
+  EXPECT_EQ(desk.Marker(), "OK");
+}
+
+TEST(RecoverBackups, ADiskThatIsNotMountedIsWaitedForAcrossLaterRuns) {
+  Desk desk;
+  constexpr const char* kOnDisk = "/disk/Data/localdatabackup.tvd";
+  desk.session.settings.DataDirectory = "/disk/Data/";
+  desk.host.disk.Put("/disk/Data/x", "");
+  BeginRun(desk);
+  const std::string log = desk.Bytes(kOnDisk);
+  desk.host.disk.RemoveTree("/disk");
+  EXPECT_FALSE(RecoverBackups(desk.session));
+  EXPECT_EQ(desk.Marker(), "Running");
+  EXPECT_TRUE(desk.Logged(kOnDisk));
+  EXPECT_FALSE(desk.host.disk.FolderExists("/disk")) << "nothing may be made where the disk will be";
+
+  desk.session.settings.DataDirectory = "/station/Data/";
+  BeginRun(desk);
+  EndRun(desk);
+  desk.host.disk.Put(kOnDisk, log);
+  desk.session.settings.DataDirectory = "/disk/Data/";
+  BeginRun(desk);
+  EXPECT_EQ(desk.Bytes("/disk/Data/recovery/100102120000local.tvd"), log);
+}
+
+TEST(RemoveLeftParts, TakesTornDataFilesAlone) {
+  Desk desk;
+  desk.session.settings.OrganizeByMonth = desk.session.settings.OrganizeByDay = true;
+  const std::vector<std::string> torn = {"/station/Data/a.tvd.part", "/station/Data/recovery/b.tvd.part",
+                                         "/station/Data/Home/1001/100102/c.tvd.part",
+                                         "/station/Data/Home/1001/100101/d.tvd.part"};
+  const std::vector<std::string> others = {"/station/Data/a.tvd", "/station/Data/film.part",
+                                           "/station/Data/Home/1001/100102/c.tvd"};
+  const auto standing = [&](const std::vector<std::string>& names) {
+    return std::count_if(names.begin(), names.end(), [&](const std::string& name) { return desk.Exists(name); });
+  };
+  for (const std::string& name : torn) desk.host.disk.Put(name, "x");
+  for (const std::string& name : others) desk.host.disk.Put(name, "x");
+  desk.session.settings.DiskBackUp = false;
+  RecoverBackups(desk.session);
+  EXPECT_EQ(standing(torn), 4) << "without a backup they are all that is left of a log";
+  desk.session.settings.DiskBackUp = true;
+  RecoverBackups(desk.session);
+  EXPECT_EQ(standing(torn), 0);
+  EXPECT_EQ(standing(others), 3);
 }
 
 // A second crash, at any moment of the rescue: the start after it finds the samples in a copy or rescues them itself.

@@ -43,7 +43,7 @@ TEST(SaveDataFile, WritesHeaderNotesAndEverySample) {
   desk.window.notes = "loaded notes. ";
   desk.window.save.PendingNotes = "my notes";
   desk.window.run.DataNeedsSave = true;
-  ASSERT_EQ(SaveDataFile(desk.session, desk.window, kName), SaveOutcome::Saved);
+  ASSERT_EQ(SaveDataFile(desk.session, desk.window, kName, false), SaveOutcome::Saved);
 
   const std::string bytes = desk.Bytes(kName);
   EXPECT_EQ(bytes.substr(0, 10), "0112030000");
@@ -68,7 +68,7 @@ TEST(SaveDataFile, KnowsAllFourLayouts) {
       desk.Record(4);
       desk.session.settings.NoTimeStamps = !stamps;
       desk.session.settings.SaveAsIntegers = integers;
-      ASSERT_EQ(SaveDataFile(desk.session, desk.window, kName), SaveOutcome::Saved);
+      ASSERT_EQ(SaveDataFile(desk.session, desk.window, kName, false), SaveOutcome::Saved);
       EXPECT_EQ(SamplesOf(desk.Bytes(kName)), Expected(0, 3, stamps, integers)) << stamps << integers;
     }
   }
@@ -77,7 +77,7 @@ TEST(SaveDataFile, KnowsAllFourLayouts) {
 TEST(SaveDataFile, ManyPiecesMakeOneFile) {
   Desk desk(1);
   desk.Record(70000);  // more than one buffer
-  ASSERT_EQ(SaveDataFile(desk.session, desk.window, kName), SaveOutcome::Saved);
+  ASSERT_EQ(SaveDataFile(desk.session, desk.window, kName, false), SaveOutcome::Saved);
   EXPECT_EQ(SamplesOf(desk.Bytes(kName)), Expected(0, 69999, true, false, 1));
 }
 
@@ -86,15 +86,17 @@ TEST(SaveDataFile, ValuesTooLargeForIntegersAreSavedAsDoublesUnderTheIntegerToke
   desk.Record(4);
   desk.window.chart.SetValue(1, 2, 40000);
   desk.session.settings.SaveAsIntegers = true;
-  ASSERT_EQ(SaveDataFile(desk.session, desk.window, kName), SaveOutcome::Saved);
+  ASSERT_EQ(SaveDataFile(desk.session, desk.window, kName, false), SaveOutcome::Saved);
   const std::string bytes = desk.Bytes(kName);
   EXPECT_EQ(SamplesOf(bytes).size(), 4 * 24u);
   EXPECT_TRUE(ParseNotes(bytes.substr(156, SampleOffset(bytes) - 156)).integers);
   EXPECT_EQ(desk.host.dialogs.Questions(), 0);
 
   desk.session.settings.ShowMsgBox = true;
+  EXPECT_EQ(CheckForSave(desk.session, desk.window, false), SaveOutcome::Saved);
+  EXPECT_EQ(desk.host.dialogs.Questions(), 0) << "a silent save never asks, also where boxes are on";
   desk.host.dialogs.AnswerNext(Answer::Cancel);
-  EXPECT_EQ(SaveDataFile(desk.session, desk.window, "/station/Data/other.tvd"), SaveOutcome::NotWanted);
+  EXPECT_EQ(SaveDataFile(desk.session, desk.window, "/station/Data/other.tvd", true), SaveOutcome::NotWanted);
   EXPECT_FALSE(desk.Exists("/station/Data/other.tvd"));
 }
 
@@ -107,7 +109,7 @@ TEST(SaveDataFile, AFailureAtAnyStepLosesNothing) {
     desk.host.disk.Put(kName, "old file");
     desk.window.run.DataNeedsSave = true;
     desk.host.disk.FailOperation(step, SimDisk::Repeat::ForEver, std::errc::no_space_on_device);
-    const SaveOutcome outcome = SaveDataFile(desk.session, desk.window, kName);
+    const SaveOutcome outcome = SaveDataFile(desk.session, desk.window, kName, false);
     desk.host.disk.Heal();
     if (outcome == SaveOutcome::Saved) {
       EXPECT_GT(step, 4u);
@@ -117,7 +119,7 @@ TEST(SaveDataFile, AFailureAtAnyStepLosesNothing) {
     EXPECT_EQ(desk.Bytes(kName), "old file");
     EXPECT_TRUE(desk.window.run.DataNeedsSave);
     EXPECT_TRUE(desk.Logged("Could Not Save"));
-    EXPECT_EQ(SaveDataFile(desk.session, desk.window, kName), SaveOutcome::Saved);
+    EXPECT_EQ(SaveDataFile(desk.session, desk.window, kName, false), SaveOutcome::Saved);
     EXPECT_EQ(SamplesOf(desk.Bytes(kName)), Expected(0, 4));
   }
 }
@@ -129,7 +131,7 @@ TEST(SaveDataFile, ACrashLeavesTheOldFileOrTheNewOne) {
     desk.host.disk.Put(kName, "old file");
     desk.host.disk.SetPowerLoss(true);
     desk.host.disk.CrashAtOperation(step, step);
-    const bool crashed = desk.host.RunsUntilCrash([&] { SaveDataFile(desk.session, desk.window, kName); });
+    const bool crashed = desk.host.RunsUntilCrash([&] { SaveDataFile(desk.session, desk.window, kName, false); });
     desk.host.Reboot();
     const std::string bytes = desk.Bytes(kName);
     if (bytes != "old file") {
@@ -146,7 +148,7 @@ TEST(SaveDataFile, AFailureIsToldOnceHoweverOftenItIsTried) {
   desk.session.settings.ShowMsgBox = true;
   desk.Record(5);
   desk.host.disk.SetReadOnly("/station/Data", true);
-  for (int i = 0; i < 3; ++i) EXPECT_EQ(SaveDataFile(desk.session, desk.window, kName), SaveOutcome::Failed);
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(SaveDataFile(desk.session, desk.window, kName, false), SaveOutcome::Failed);
   EXPECT_EQ(desk.host.dialogs.Boxes().size(), 1u);
 }
 
@@ -168,7 +170,7 @@ struct StoppedRun : Desk {
 TEST(SaveFromBackup, SamplesComeFromAWholeBackup) {
   StoppedRun run(5);
   run.window.chart.SetValue(0, 1, -1);  // only a file made from the backup has the value of the run
-  ASSERT_EQ(SaveDataFile(run.session, run.window, kName), SaveOutcome::Saved);
+  ASSERT_EQ(SaveDataFile(run.session, run.window, kName, false), SaveOutcome::Saved);
   EXPECT_EQ(SamplesOf(run.Bytes(kName)), Expected(0, 4));
 }
 
@@ -177,7 +179,7 @@ TEST(SaveFromBackup, ABackupThatLacksSamplesOrIsTornGivesWayToTheStore) {
     StoppedRun run(5);
     const std::string whole = run.Bytes(run.window.save.LocalBackupFile);
     run.host.disk.Put(run.window.save.LocalBackupFile, whole.substr(0, whole.size() - cut));
-    ASSERT_EQ(SaveDataFile(run.session, run.window, kName), SaveOutcome::Saved);
+    ASSERT_EQ(SaveDataFile(run.session, run.window, kName, false), SaveOutcome::Saved);
     EXPECT_EQ(SamplesOf(run.Bytes(kName)), Expected(0, 4));
   }
 }
@@ -186,7 +188,7 @@ TEST(SaveFromBackup, AVanishedBackupIsForgotten) {
   StoppedRun run(5);
   std::error_code error;
   run.host.disk.Remove(run.window.save.LocalBackupFile, error);
-  ASSERT_EQ(SaveDataFile(run.session, run.window, kName), SaveOutcome::Saved);
+  ASSERT_EQ(SaveDataFile(run.session, run.window, kName, false), SaveOutcome::Saved);
   EXPECT_EQ(SamplesOf(run.Bytes(kName)), Expected(0, 4));
   EXPECT_FALSE(run.window.save.BackupActive);
 }
@@ -200,7 +202,7 @@ TEST(SaveFromBackup, ABackupOfIntegersIsNotUsedForValuesThatNeedDoubles) {
   desk.window.chart.SetValue(0, 1, 1e6);
   backup.LocalBackUp();
   desk.window.run.DataNeedsSave = true;
-  ASSERT_EQ(SaveDataFile(desk.session, desk.window, kName), SaveOutcome::Saved);
+  ASSERT_EQ(SaveDataFile(desk.session, desk.window, kName, false), SaveOutcome::Saved);
   EXPECT_EQ(NumberAt<double>(SamplesOf(desk.Bytes(kName)), 24 + 8), 1e6);
 }
 
@@ -225,6 +227,38 @@ TEST(SaveFromBackup, AMiniServerSavesItsWholeRun) {
   EXPECT_EQ(NumberAt<double>(bytes, 10), Desk::Stamp(0));
   EXPECT_EQ(NumberAt<double>(bytes, 18), Desk::Stamp(6)) << "the run's own end";
   EXPECT_EQ(desk.window.view.StatusText, "Reload 100102120000.tvd to View ");
+}
+
+// What the settings have become since the run began must not change how its backup is read.
+TEST(SaveFromBackup, TheFormOfTheRunDecidesAndNotTheSettingsOfTheMoment) {
+  for (const bool mini : {true, false}) {
+    for (const bool integers : {true, false}) {
+      Desk desk;
+      Settings& settings = desk.session.settings;
+      settings.DiskBackUp = true;
+      settings.MiniServer = mini;
+      settings.SaveAsIntegers = settings.NoTimeStamps = integers;
+      desk.window.run.time.firstStamp = Desk::Stamp(0);
+      LocalBackup backup(desk.session, desk.window);
+      backup.InitLocalBU();
+      desk.Record(4);
+      backup.LocalBackUp();
+      desk.window.chart.ClearData();  // also a window that was told in mid run to keep little
+      backup.StoreWasCleared();
+      desk.Record(3);
+      backup.LocalBackUp();
+      desk.window.run.DataNeedsSave = true;
+      settings.MiniServer = !mini;
+      settings.SaveAsIntegers = settings.NoTimeStamps = !integers;
+      settings.DiskBackUp = false;
+      ASSERT_EQ(CheckForSave(desk.session, desk.window, true), SaveOutcome::Saved);
+      const std::string bytes = desk.Bytes(kName);
+      EXPECT_EQ(SamplesOf(bytes), Expected(0, 6, !integers, integers)) << mini << integers;
+      const ParsedNotes notes = ParseNotes(bytes.substr(156, SampleOffset(bytes) - 156));
+      EXPECT_EQ(notes.integers, integers);
+      EXPECT_EQ(notes.noTimeStamps, integers);
+    }
+  }
 }
 
 TEST(CheckForSave, TheMarkerFollowsTheOutcome) {
@@ -340,6 +374,31 @@ TEST(SaveView, SavesTheStretchInViewAndPutsTheHeaderBack) {
 
   desk.window.chart.XAxisMax = desk.window.chart.XAxisMin;
   EXPECT_EQ(SaveView(desk.session, desk.window), SaveOutcome::NotWanted);
+}
+
+TEST(SaveView, IsNoSaveOfTheLog) {
+  StoppedRun run(5);
+  run.session.settings.ShowMsgBox = true;
+  run.window.chart.XAxisMin = Desk::Stamp(0);
+  run.window.chart.XAxisMax = Desk::Stamp(2);
+  SaveOutcome log = SaveOutcome::Saved;
+  run.host.dialogs.whileAsking = [&](const SimDialogs::Box&) { log = CheckForSave(run.session, run.window, false); };
+  ASSERT_EQ(SaveView(run.session, run.window), SaveOutcome::Saved);
+  EXPECT_EQ(log, SaveOutcome::Failed) << "the log waits until the view has its name";
+  EXPECT_EQ(SamplesOf(run.Bytes(kName)), Expected(0, 2));
+  EXPECT_TRUE(run.window.run.DataNeedsSave);
+  EXPECT_EQ(run.Marker(), "Running");
+
+  constexpr const char* kLog = "/station/Data/100102120000_2.tvd";
+  ASSERT_EQ(CheckForSave(run.session, run.window, false), SaveOutcome::Saved);
+  EXPECT_EQ(SamplesOf(run.Bytes(kLog)), Expected(0, 4)) << "beside the view";
+  EXPECT_EQ(SamplesOf(run.Bytes(kName)), Expected(0, 2));
+  std::error_code error;
+  run.host.disk.Remove(kName, error);
+  run.window.save.SavedAs = kName;
+  run.host.disk.Put(kName, "the log");
+  ASSERT_EQ(SaveView(run.session, run.window), SaveOutcome::Saved);
+  EXPECT_EQ(run.Bytes(kName), "the log") << "a view never takes the place of the log";
 }
 
 }  // namespace

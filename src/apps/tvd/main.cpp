@@ -49,8 +49,10 @@ bool OpenDataFile(DataFileReader& reader, const std::string& name) {
     case OpenResult::TooShort:
       Complain(name + ": is shorter than the header of a data file");
       return false;
-    case OpenResult::BadChannels:
-      Complain(name + ": is corrupted or not a data file: its header does not have 1 to 9 channels");
+    case OpenResult::Corrupted:
+      Complain(
+          name +
+          ": is corrupted or not a data file: its header does not have 1 to 9 channels, or notes beyond all bounds");
       return false;
     case OpenResult::Unreadable:
       Complain(name + ": cannot be read: " + reader.Error().message());
