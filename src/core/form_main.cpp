@@ -106,7 +106,10 @@ bool FormMain::RunCommand(const SlashCommand& command) {
   } else if (word == "PF") {
     LoadProfile(command.argument);
   } else {
-    const std::string refusal = "Unrecognized Command Line Parameter " + word;
+    const bool isForLater = word == "K1" || word == "K2" || word == "CN" || word == "U" || word == "N" || word == "R";
+    const std::string refusal = isForLater
+                                    ? "Command Line Parameter " + word + " needs schedules, which this version has not."
+                                    : "Unrecognized Command Line Parameter " + word;
     session_.Add2SLog(refusal);
     session_.Tell("Tarvolt", refusal);
     return false;

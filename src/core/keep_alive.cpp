@@ -22,6 +22,7 @@ void KeepAlive::Fire() {
   const bool tracking = window_.chart.Mode == ChartMode::Tracking;
   if (run.ChartRunning && tracking && run.Dcount > 0 && seconds > 0) ShowRate(seconds);
   TellDropped(seconds);
+  SyncBackup(seconds);
   if (run.ChartRunning && !tracking) window_.view.StatusText = "Press Plot Button to Re-enable";
   run.LastDcount = run.Dcount;
   chartRun_.RetrySaves();
@@ -41,6 +42,14 @@ void KeepAlive::ShowRate(double seconds) {
     const char* base = run.ChartIsLMST ? " LMST" : run.ChartIsUT ? " UT" : " LOCAL";
     window_.view.RightStatus = FormatDate(recorder_.CalcTime(), "HH:nn:ss") + base;
   }
+}
+
+void KeepAlive::SyncBackup(double seconds) {
+  constexpr double kPeriod = 5;
+  secondsSinceSync_ += seconds;
+  if (!window_.run.ChartRunning || secondsSinceSync_ < kPeriod) return;
+  recorder_.backup.SyncToDisk();
+  secondsSinceSync_ = 0;
 }
 
 // Once a minute at most: a clock that was set back may drop samples for hours.

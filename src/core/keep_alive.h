@@ -21,12 +21,14 @@ class KeepAlive {
   std::string SlowRateText(double seconds);
   void ShowRate(double seconds);
   void TellDropped(double seconds);
+  void SyncBackup(double seconds);
 
   Recorder& recorder_;
   ChartRun& chartRun_;
   Session& session_;
   ChartWindow& window_;
-  double lastFiring_ = 0;         // monotonic milliseconds
+  double lastFiring_ = 0;  // monotonic milliseconds
+  double secondsSinceSync_ = 0;
   double secondsSinceTold_ = 60;  // since dropped samples were told last
   double slowSeconds_ = 0;        // length of the window of a slow rate so far
   std::int32_t slowStart_ = 0;    // Dcount when that window began

@@ -40,6 +40,7 @@ void LocalBackup::InitLocalBU() {
   header_ = window_.header;
   frontSize_ = kHeaderSize + notes_.size();
   samplesInFile_ = 0;
+  samplesSynced_ = 0;
   nextIndex_ = 0;
   storeHoldsAll_ = true;
   failing_ = false;
@@ -76,6 +77,15 @@ void LocalBackup::LocalBackUp() {
   } else if (failing_) {
     TellSuccess();
   }
+}
+
+void LocalBackup::SyncToDisk() {
+  if (!window_.save.BackupActive || samplesInFile_ == samplesSynced_) return;
+  std::error_code error;
+  const std::unique_ptr<File> file = session_.host.files.Open(window_.save.LocalBackupFile, OpenMode::ReadWrite, error);
+  if (file) file->Sync(error);
+  if (!error) samplesSynced_ = samplesInFile_;
+  if (error) TellFailure(error);
 }
 
 bool LocalBackup::IsComplete() const {

@@ -28,6 +28,10 @@ class LocalBackup {
   /// Appends the samples of the store that the file does not hold yet; opens and closes the file.
   void LocalBackUp();
 
+  /// Returns when the samples appended so far are on the disk itself, so that a power cut costs only what comes after.
+  /// Does nothing when none has come since the last call.
+  void SyncToDisk();
+
   /// True when every sample of the store is in the file.
   bool IsComplete() const;
 
@@ -54,6 +58,7 @@ class LocalBackup {
   std::string buffer_;              ///< kept between calls, so that a sample costs no allocation
   std::uint64_t frontSize_ = 0;     ///< bytes before the first sample
   std::int64_t samplesInFile_ = 0;  ///< whole samples that the file must hold
+  std::int64_t samplesSynced_ = 0;  ///< whole samples that were on the disk at the last SyncToDisk
   std::int32_t nextIndex_ = 0;      ///< first sample of the store that the file lacks
   bool begun_ = false;              ///< this object has made the file that SaveState names
   bool storeHoldsAll_ = true;       ///< the store has everything that is in the file

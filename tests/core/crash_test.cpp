@@ -76,6 +76,23 @@ TEST(Crash, AProgramKilledAnywhereIsRescuedUpToItsLastSample) {
   }
 }
 
+// Nothing but what was synced is sure to survive a power cut.
+TEST(Crash, APowerCutCostsAtMostTheLastSeconds) {
+  for (std::uint64_t seed = 1; seed <= 30; ++seed) {
+    Station station(seed);
+    station.host.disk.SetPowerLoss(true);
+    station.StartChart();
+    station.RunFor(std::chrono::milliseconds(20000 + 337 * seed));
+    const std::int64_t accepted = station.uds.SetsSent();
+    station.Kill();
+    station.Boot();
+    ASSERT_EQ(station.FilesRescued().size(), 1u) << seed;
+    const std::vector<double> values = station.FirstChannelIn(station.FilesRescued()[0]);
+    EXPECT_EQ(values, Ramp(static_cast<int>(values.size())));
+    EXPECT_GE(static_cast<std::int64_t>(values.size()), accepted - 61) << seed;
+  }
+}
+
 TEST(Crash, ACleanEndLeavesNothingToRescue) {
   Station station;
   station.StartChart();
