@@ -63,7 +63,8 @@ class PosixFile final : public File {
   PosixFile& operator=(const PosixFile&) = delete;
 
   /// The first call on a file just opened: an error for what is no plain file and no character device.
-  void CheckKind(std::error_code& error) {
+  void CheckKind(OpenMode mode, std::error_code& error) {
+    if (mode == OpenMode::Append) return FindEnd(error);
     const auto info = Look(error);
     if (error) return;
     if (S_ISREG(info.stx_mode) || S_ISCHR(info.stx_mode)) {
@@ -71,6 +72,16 @@ class PosixFile final : public File {
     } else {
       error =
           std::make_error_code(S_ISDIR(info.stx_mode) ? std::errc::is_a_directory : std::errc::operation_not_supported);
+    }
+  }
+
+  // What is only appended to has an end to go to, or is a pipe. Costs less than a look at the kind.
+  void FindEnd(std::error_code& error) {
+    const off_t end = ::lseek(fd_, 0, SEEK_END);
+    if (end == -1) {
+      error = std::make_error_code(std::errc::operation_not_supported);
+    } else {
+      sizeAtOpening_ = static_cast<std::uint64_t>(end);
     }
   }
 
@@ -178,7 +189,7 @@ std::unique_ptr<File> PosixFileSystem::Open(const std::filesystem::path& path, O
   if (error) return nullptr;
   const bool mayBeNew = (flags & O_CREAT) != 0;
   auto file = std::make_unique<PosixFile>(fd, mayBeNew ? std::move(diskPath) : std::filesystem::path());
-  file->CheckKind(error);
+  file->CheckKind(mode, error);
   if (error) return nullptr;
   return file;
 }
