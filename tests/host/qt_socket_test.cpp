@@ -5,6 +5,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <QHostInfo>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <thread>
@@ -94,6 +95,7 @@ TEST_F(QtSocketTest, TakesHostNamesAndIPv6) {
   if (!server_.listen(QHostAddress::LocalHostIPv6)) GTEST_SKIP() << "this machine has no IPv6";
   ConnectToServer("::1");
   server_.close();
+  if (QHostInfo::fromName("localhost").error() != QHostInfo::NoError) GTEST_SKIP() << "this machine knows no names";
   ASSERT_TRUE(server_.listen(QHostAddress::LocalHost));
   ConnectToServer(" localhost ");
   EXPECT_EQ(told_, "connected connected ");
