@@ -107,9 +107,9 @@ bool FormMain::RunCommand(const SlashCommand& command) {
     LoadProfile(command.argument);
   } else {
     const bool isForLater = word == "K1" || word == "K2" || word == "CN" || word == "U" || word == "N" || word == "R";
-    const std::string refusal = isForLater
-                                    ? "Command Line Parameter " + word + " needs schedules, which this version has not."
-                                    : "Unrecognized Command Line Parameter " + word;
+    const std::string refusal = isForLater ? "Command Line Parameter " + word +
+                                                 " needs schedules or connections, which this version does not have."
+                                           : "Unrecognized Command Line Parameter " + word;
     session_.Add2SLog(refusal);
     session_.Tell("Tarvolt", refusal);
     return false;
