@@ -2,7 +2,6 @@
 
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
@@ -19,9 +18,7 @@ constexpr int kSamplesARound = 2000;
 
 class BareBackup {
  public:
-  /// `asksForSize`: once an append, as is needed to notice a file that is not the one that was left.
-  BareBackup(const std::filesystem::path& folder, bool asksForSize)
-      : name_((folder / "bare.tvd").string()), asksForSize_(asksForSize) {}
+  explicit BareBackup(const std::filesystem::path& folder) : name_((folder / "bare.tvd").string()) {}
 
   // Opened, appended to and closed, as a file must be that a crash may not tear.
   bool Append(TimeStamp stamp, const Values& values) {
@@ -29,25 +26,19 @@ class BareBackup {
     std::memcpy(bytes.data(), &stamp, 8);
     std::memcpy(bytes.data() + 8, values.data(), 8 * kBenchChannels);
     const int fd = ::open(name_.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0666);
-    struct statx info {};
-    if (asksForSize_ && ::statx(fd, "", AT_EMPTY_PATH, STATX_TYPE | STATX_SIZE, &info) != 0) {
-      ::close(fd);
-      return false;
-    }
     const bool written = ::write(fd, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size());
     return ::close(fd) == 0 && written;
   }
 
  private:
   std::string name_;
-  bool asksForSize_;
 };
 
-void BackupOfASample(benchmark::State& state, bool bareAsksForSize) {
+void BackupOfASample(benchmark::State& state) {
   RealStation station;
   LocalBackup backup(station.session, station.window);
   backup.InitLocalBU();
-  BareBackup bare(station.folder.Path(), bareAsksForSize);
+  BareBackup bare(station.folder.Path());
   StripChart bareChart;
   bareChart.SetChannelCount(kBenchChannels);
   int stored = 0;
@@ -73,11 +64,7 @@ void BackupOfASample(benchmark::State& state, bool bareAsksForSize) {
       });
   if (bareFailed || !backup.IsComplete()) state.SkipWithError("the disk refused");
 }
-BENCHMARK_CAPTURE(BackupOfASample, BesideAppend, false)->Iterations(41)->UseManualTime()->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(BackupOfASample, BesideAppendWithSize, true)
-    ->Iterations(41)
-    ->UseManualTime()
-    ->Unit(benchmark::kMillisecond);
+BENCHMARK(BackupOfASample)->Iterations(41)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace tarvolt::bench

@@ -15,14 +15,14 @@ class MemoryFiles final : public FileSystem {
 
   std::unique_ptr<File> Open(const std::filesystem::path& path, OpenMode mode, std::error_code& error) override {
     error.clear();
-    const bool mustExist = mode == OpenMode::Read || mode == OpenMode::ReadWrite;
+    const bool mustExist = mode != OpenMode::Create && mode != OpenMode::Append;
     if (mustExist && !FileExists(path)) {
       error = std::make_error_code(std::errc::no_such_file_or_directory);
       return nullptr;
     }
     std::string& bytes = contents[path.string()];
     if (mode == OpenMode::Create) bytes.clear();
-    return std::make_unique<MemoryFile>(bytes, mode == OpenMode::Append);
+    return std::make_unique<MemoryFile>(bytes, mode == OpenMode::Append || mode == OpenMode::AppendExisting);
   }
   bool FileExists(const std::filesystem::path& path) override { return contents.contains(path.string()); }
   bool FolderExists(const std::filesystem::path&) override { return true; }

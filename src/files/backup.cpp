@@ -44,6 +44,7 @@ void LocalBackup::InitLocalBU() {
   nextIndex_ = 0;
   storeHoldsAll_ = true;
   failing_ = false;
+  lengthIsSure_ = true;
 
   // The marker goes first: from here on a crash must lead the next start to the file.
   MarkLocalRun(session_, file);
@@ -83,7 +84,12 @@ void LocalBackup::SyncToDisk() {
   if (!window_.save.BackupActive || samplesInFile_ == samplesSynced_) return;
   std::error_code error;
   const std::unique_ptr<File> file = session_.host.files.Open(window_.save.LocalBackupFile, OpenMode::ReadWrite, error);
-  if (file) file->Sync(error);
+  if (file && file->Size(error) != ExpectedSize() && !error) {
+    lengthIsSure_ = false;
+    LocalBackUp();
+    return;
+  }
+  if (file && !error) file->Sync(error);
   if (!error) samplesSynced_ = samplesInFile_;
   if (error) TellFailure(error);
 }
@@ -106,23 +112,32 @@ std::uint64_t LocalBackup::ExpectedSize() const {
 
 void LocalBackup::Append(std::error_code& error) {
   // A file without stamps has its header rewritten, which a file open for appending does not allow.
-  const OpenMode mode = layout_.timeStamps ? OpenMode::Append : OpenMode::ReadWrite;
+  const OpenMode mode = layout_.timeStamps ? OpenMode::AppendExisting : OpenMode::ReadWrite;
   std::unique_ptr<File> file = session_.host.files.Open(window_.save.LocalBackupFile, mode, error);
   if (!file) {
     error.clear();
     MakeAnew(error);
     return;
   }
-  const std::uint64_t size = file->Size(error);
-  if (!error && size != ExpectedSize()) {
-    if (!CanBeMended(size)) {
-      file.reset();
-      MakeAnew(error);
-      return;
+  if (MustLookAtLength()) {
+    const std::uint64_t size = file->Size(error);
+    if (!error && size != ExpectedSize()) {
+      if (!CanBeMended(size)) {
+        file.reset();
+        MakeAnew(error);
+        return;
+      }
+      Mend(*file, size, error);
     }
-    Mend(*file, size, error);
+    if (!error) lengthIsSure_ = true;
   }
   if (!error) WritePending(*file, error);
+}
+
+// Asking at each sample costs a third of the append. A file of stamps that the store could write again can wait for the
+// next SyncToDisk.
+bool LocalBackup::MustLookAtLength() const {
+  return failing_ || !lengthIsSure_ || !storeHoldsAll_ || !layout_.timeStamps;
 }
 
 // After a failure a torn sample may stand at the end, which is cut off. Otherwise the file is not the one that was
@@ -178,6 +193,7 @@ void LocalBackup::MakeAnew(std::error_code& error) {
   samplesInFile_ = last + 1;
   nextIndex_ = last + 1;
   storeHoldsAll_ = true;
+  lengthIsSure_ = true;
   session_.Add2SLog(lostSome ? " Backup File Was Lost. A New One Holds What Memory Kept."
                              : " Backup File Was Missing. It Has Been Made Anew.");
 }

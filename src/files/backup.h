@@ -14,7 +14,9 @@ namespace tarvolt {
 
 /// The disk backup of a run: a data file that grows with every accepted sample and is complete at every moment.
 /// A write that fails is told once and cut back to the last whole sample; the samples it missed are still in the
-/// store and are written with the next one that succeeds. A backup file that vanished is made anew from the store.
+/// store and are written with the next one that succeeds. A backup file that vanished is made anew from the store by
+/// the next append; one that was cut or exchanged by the next SyncToDisk, as asking for its length each time costs too
+/// much.
 class LocalBackup {
  public:
   /// The backup of the window's runs; touches no file yet.
@@ -29,7 +31,7 @@ class LocalBackup {
   void LocalBackUp();
 
   /// Returns when the samples appended so far are on the disk itself, so that a power cut costs only what comes after.
-  /// Does nothing when none has come since the last call.
+  /// Does nothing when none has come since the last call. Notices a file that is not the one that was left.
   void SyncToDisk();
 
   /// True when every sample of the store is in the file.
@@ -44,6 +46,7 @@ class LocalBackup {
   void WriteFront(std::error_code& error);
   void Append(std::error_code& error);
   void WritePending(File& file, std::error_code& error);
+  bool MustLookAtLength() const;
   bool CanBeMended(std::uint64_t size) const;
   void Mend(File& file, std::uint64_t size, std::error_code& error);
   void MakeAnew(std::error_code& error);
@@ -62,6 +65,7 @@ class LocalBackup {
   std::int32_t nextIndex_ = 0;      ///< first sample of the store that the file lacks
   bool begun_ = false;              ///< this object has made the file that SaveState names
   bool storeHoldsAll_ = true;       ///< the store has everything that is in the file
+  bool lengthIsSure_ = true;        ///< the file had the length that it should have at the last look
   bool failing_ = false;            ///< told already; a torn sample may stand at the end of the file
 };
 

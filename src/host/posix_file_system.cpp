@@ -64,6 +64,7 @@ class PosixFile final : public File {
 
   /// The first call on a file just opened: an error for what is no plain file and no character device.
   void CheckKind(OpenMode mode, std::error_code& error) {
+    if (mode == OpenMode::AppendExisting) return error.clear();  // a kind that cannot be written says so then
     if (mode == OpenMode::Append) return FindEnd(error);
     const auto info = Look(error);
     if (error) return;
@@ -168,6 +169,8 @@ int FlagsOf(OpenMode mode) {
       return O_RDWR;
     case OpenMode::Append:
       return O_RDWR | O_CREAT | O_APPEND;
+    case OpenMode::AppendExisting:
+      return O_RDWR | O_APPEND;
   }
   return O_RDONLY;
 }

@@ -35,10 +35,11 @@ class File {
 };
 
 enum class OpenMode {
-  Read,       ///< must exist; position 0
-  Create,     ///< made, or emptied when it exists; read and write
-  ReadWrite,  ///< must exist; position 0
-  Append      ///< made when missing; every write goes to the end
+  Read,           ///< must exist; position 0
+  Create,         ///< made, or emptied when it exists; read and write
+  ReadWrite,      ///< must exist; position 0
+  Append,         ///< made when missing; every write goes to the end
+  AppendExisting  ///< must exist; every write goes to the end. The cheapest way to add to a file again and again
 };
 
 /// Files and folders. Paths hold the system's own single-byte text; the implementation gives it the platform's form.

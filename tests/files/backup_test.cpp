@@ -138,6 +138,7 @@ TEST(LocalBackup, AVanishedOrForeignFileIsMadeAnew) {
     if (damage == std::string("short")) desk.host.disk.Put(kBackup, "x");
     if (damage == std::string("long")) desk.host.disk.Put(kBackup, std::string(1000, 'x'));
     desk.RecordAndBackUp(2);
+    desk.backup.SyncToDisk();
     EXPECT_EQ(desk.Samples(), Expected(0, 4)) << damage;
     EXPECT_EQ(desk.Bytes(kBackup).substr(156, 10), kNotes) << damage;
   }

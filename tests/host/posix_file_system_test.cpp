@@ -75,11 +75,16 @@ TEST_F(PosixFileSystemTest, AppendWritesToTheEndWhateverThePosition) {
   first->Sync(error_);
   EXPECT_FALSE(error_);
   EXPECT_EQ(Contents(path), "one two three");
+
+  Open(path, OpenMode::AppendExisting)->Write(" four", error_);
+  EXPECT_EQ(Contents(path), "one two three four");
 }
 
 TEST_F(PosixFileSystemTest, TellsWhyAFileCannotBeUsed) {
   EXPECT_EQ(ErrorOfOpening(folder_.Path() / "none", OpenMode::Read), std::errc::no_such_file_or_directory);
   EXPECT_EQ(ErrorOfOpening(folder_.Path() / "none", OpenMode::ReadWrite), std::errc::no_such_file_or_directory);
+  EXPECT_EQ(ErrorOfOpening(folder_.Path() / "none", OpenMode::AppendExisting), std::errc::no_such_file_or_directory);
+  EXPECT_EQ(ErrorOfOpening(folder_.Path(), OpenMode::AppendExisting), std::errc::is_a_directory);
   EXPECT_EQ(ErrorOfOpening(folder_.Path() / "none" / "file", OpenMode::Append), std::errc::no_such_file_or_directory);
   EXPECT_EQ(ErrorOfOpening(folder_.Path(), OpenMode::Read), std::errc::is_a_directory);
   ASSERT_EQ(::mkfifo((folder_.Path() / "pipe").c_str(), 0600), 0);

@@ -31,7 +31,7 @@ class SimDisk::OpenFile final : public File {
 
   void Write(std::string_view bytes, std::error_code& error) override {
     if (!Writable(error)) return;
-    if (mode_ == OpenMode::Append) position_ = node_->bytes.size();
+    if (mode_ == OpenMode::Append || mode_ == OpenMode::AppendExisting) position_ = node_->bytes.size();
     disk_.WriteNode(*node_, position_, bytes, error);
     if (!error) position_ += bytes.size();
   }
