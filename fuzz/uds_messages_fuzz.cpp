@@ -51,6 +51,8 @@ class NoProcesses final : public Processes {
 
 class NoDialogs final : public Dialogs {
  public:
+  std::optional<std::string> AskOpenFile(const OpenFileRequest&) override { return std::nullopt; }
+  std::optional<std::string> AskText(const TextRequest&) override { return std::nullopt; }
   void ShowMessage(const std::string&, const std::string&) override {}
   Answer Ask(const Question& question) override { return question.defaultAnswer; }
   std::optional<std::string> AskSaveFile(const SaveFileRequest&) override { return std::nullopt; }

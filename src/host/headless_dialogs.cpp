@@ -51,4 +51,14 @@ std::optional<std::string> HeadlessDialogs::AskSaveFile(const SaveFileRequest& r
   return file.native();
 }
 
+std::optional<std::string> HeadlessDialogs::AskOpenFile(const OpenFileRequest& request) {
+  sink_(OnOneLine(request.title, "") + " [Cancel]");
+  return std::nullopt;
+}
+
+std::optional<std::string> HeadlessDialogs::AskText(const TextRequest& request) {
+  sink_(OnOneLine(request.title, request.prompt) + " [Cancel]");
+  return std::nullopt;
+}
+
 }  // namespace tarvolt

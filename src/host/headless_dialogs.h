@@ -20,6 +20,10 @@ class HeadlessDialogs final : public Dialogs {
   /// The file as it was proposed.
   std::optional<std::string> AskSaveFile(const SaveFileRequest& request) override;
 
+  /// Cancelled: nobody is there to choose.
+  std::optional<std::string> AskOpenFile(const OpenFileRequest& request) override;
+  std::optional<std::string> AskText(const TextRequest& request) override;
+
  private:
   LineSink sink_;
 };

@@ -25,6 +25,22 @@ struct SaveFileRequest {
   std::string filter;
 };
 
+/// A file to open, as proposed. The filter is in the form of the system's own texts: "words|*.tvd|other|*.*".
+struct OpenFileRequest {
+  std::string title;
+  std::string folder;
+  std::string fileName;
+  std::string extension;
+  std::string filter;
+};
+
+/// A line of text asked of a person.
+struct TextRequest {
+  std::string title;
+  std::string prompt;
+  std::string text;  ///< what stands in the field at first
+};
+
 /// The boxes that a person sees. A program without a screen answers with the default and logs the text.
 class Dialogs {
  public:
@@ -38,6 +54,12 @@ class Dialogs {
 
   /// The full name chosen, or nothing when it was cancelled. May yield.
   virtual std::optional<std::string> AskSaveFile(const SaveFileRequest& request) = 0;
+
+  /// The full name of an existing file, or nothing when it was cancelled. May yield.
+  virtual std::optional<std::string> AskOpenFile(const OpenFileRequest& request) = 0;
+
+  /// The text entered, or nothing when it was cancelled. May yield.
+  virtual std::optional<std::string> AskText(const TextRequest& request) = 0;
 };
 
 }  // namespace tarvolt

@@ -23,6 +23,13 @@ bool HasButton(Buttons buttons, Answer answer) {
   return false;
 }
 
+std::optional<std::string> TakeNext(std::deque<std::optional<std::string>>& script) {
+  if (script.empty()) return std::nullopt;
+  std::optional<std::string> next = std::move(script.front());
+  script.pop_front();
+  return next;
+}
+
 std::string ProposedName(const SaveFileRequest& request) {
   std::filesystem::path name = std::filesystem::path(request.folder) / request.fileName;
   if (!name.has_extension()) name += request.extension;
@@ -53,6 +60,16 @@ std::optional<std::string> SimDialogs::AskSaveFile(const SaveFileRequest& reques
   std::optional<std::string> chosen = std::move(fileNames_.front());
   fileNames_.pop_front();
   return chosen;
+}
+
+std::optional<std::string> SimDialogs::AskOpenFile(const OpenFileRequest& request) {
+  Note(Kind::OpenFile, request.title, request.folder);
+  return TakeNext(fileNames_);
+}
+
+std::optional<std::string> SimDialogs::AskText(const TextRequest& request) {
+  Note(Kind::Text, request.title, request.prompt);
+  return TakeNext(texts_);
 }
 
 bool SimDialogs::HasShown(std::string_view words) const {
