@@ -30,7 +30,7 @@ ChartRun::ChartRun(Recorder& recorder)
       view_(recorder.window.view) {}
 
 void ChartRun::StartChart(const std::string& profile) {
-  if (run_.ChartRunning || run_.Starting || window_.save.Loading) return;
+  if (run_.ChartRunning || run_.Starting || run_.Stopping || window_.save.Loading) return;
   run_.Starting = true;
   backupBegun_ = false;
   if (!RunTheStart(profile)) Abort();
@@ -240,6 +240,10 @@ void ChartRun::PrepareChart() {
     chart.ChannelName[channel] = session_.settings.ChannelLabel[channel];
     window_.channelLabels[channel] = session_.settings.ChannelLabel[channel];
   }
+  recorder_.commands.ShowChartLegend();
+  recorder_.commands.ShowArrows();
+  chart.TimeMarker.reset();
+  chart.CursorChannel = -1;
   chart.AutoScale = session_.settings.AutoScale;
   chart.YAxisMin = 0;
   chart.YAxisMax = chart.AutoScale ? 1 : session_.settings.ChartYaxisMax;
@@ -261,6 +265,7 @@ void ChartRun::LogChartStarted() {
   session_.Add2SLog("Chart Started  " + FormatDate(recorder_.CalcTime(), "YYMMDDHHnnSS"));
   view_.StartMenuCaption = "Stop Chart";
   window_.chart.AutoScroll = true;
+  recorder_.commands.CheckScrollEnabled();
   run_.UpdateCount = 0;
 }
 

@@ -11,6 +11,7 @@ namespace tarvolt {
 
 void ChartRun::StopChart() {
   if (!run_.ChartRunning) return;
+  run_.Stopping = true;
   StopTimers();
   CloseSources();
   TestDcount();
@@ -18,10 +19,17 @@ void ChartRun::StopChart() {
   LogRate();
   ShowEnded();
   EnableCommands();
+  recorder_.offsets.Close();
   AskToKeepOffsets();
+  recorder_.commands.mnuRememberXY();
+  window_.chart.AutoScroll = false;
+  recorder_.commands.cmdFullView();
   SaveAtStop();
   view_.StatusText += "   Samples: " + NumberText(std::int64_t{run_.TotalSamples});
   window_.chart.Mode = ChartMode::Browsing;
+  recorder_.commands.CheckScrollEnabled();
+  recorder_.commands.ShowArrows();
+  run_.Stopping = false;
 }
 
 void ChartRun::StopTimers() {
@@ -29,6 +37,7 @@ void ChartRun::StopTimers() {
   run_.chartState = ChartState::Idle;
   recorder_.LoTime1->SetEnabled(false);
   run_.TickBusy = false;
+  recorder_.average.Clear();
   recorder_.TimerKeepAlive->SetInterval(kKeepAliveIdle);
   if (window_.chart.AutoScale) window_.chart.ScaleYToData();
   ++window_.chart.RepaintRequests;

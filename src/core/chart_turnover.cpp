@@ -17,7 +17,7 @@ void ChartRun::MaxedOut(MaxedOutMode mode) {
   }
   name = NameOfOwn(session_, window_, name);
   SaveOutcome outcome = SaveOutcome::NotWanted;
-  if (TurnoverSaves(mode) && SaveIfAtTurnover(session_.settings, window_.chart)) {
+  if (TurnoverSaves(mode) && (run_.ForceSave || SaveIfAtTurnover(session_.settings, window_.chart))) {
     outcome = SaveDataFile(session_, window_, name, false);
   }
   if (!GoesOn(mode)) {
@@ -42,10 +42,11 @@ bool ChartRun::TurnoverSaves(MaxedOutMode mode) const {
   const Settings& settings = session_.settings;
   const bool autosave = window_.Mode == SessionMode::Client ? settings.AutoSaveClient : settings.AutoSaveStandAlone;
   const bool restartDue = mode == MaxedOutMode::PlannedRestart && settings.UseRestartTime;
-  return autosave && (restartDue || settings.Continuous);
+  return run_.ForceSave || (autosave && (restartDue || settings.Continuous));
 }
 
 bool ChartRun::GoesOn(MaxedOutMode mode) const {
+  if (run_.ForceSave) return true;
   if (mode == MaxedOutMode::LimitReached) return session_.settings.Continuous;
   return session_.settings.UseRestartTime && !run_.TimeRefZero;
 }

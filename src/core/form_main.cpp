@@ -40,6 +40,8 @@ void FormMain::MaxedOut(MaxedOutMode mode) {
 }
 
 void FormMain::Escape() {
+  recorder_.average.StopAvgSampling();
+  recorder_.commands.ClearValueDisplay();
   recorder_.window.run.AbortFlag = true;
   recorder_.window.run.CancelSchedule = true;
 }
@@ -122,7 +124,11 @@ bool FormMain::LoadDataFile(const std::string& path) {
     session_.Add2SLog("The last chart waits for room on the disk: no file can be loaded in its place.");
     return false;
   }
-  return LoadData(session_, recorder_.window, path);
+  if (!LoadData(session_, recorder_.window, path)) return false;
+  recorder_.commands.ShowChartLegend();
+  recorder_.commands.ShowArrows();
+  recorder_.commands.cmdFullView();
+  return true;
 }
 
 bool FormMain::LoadProfile(const std::string& path) {
@@ -130,6 +136,7 @@ bool FormMain::LoadProfile(const std::string& path) {
   if (LoadProfileFile(session_.host.files, path, session_.overrides, session_.home.string(), session_.settings,
                       problem)) {
     if (!recorder_.window.run.ChartRunning && !recorder_.window.run.Starting) chartRun_.TakeTimeBase();
+    recorder_.commands.UpdateAfterOptionsChange();
     AddProfileFile(session_.recent, path);
     session_.Add2SLog("Loaded Profile " + std::filesystem::path(path).filename().string());
     return true;

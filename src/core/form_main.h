@@ -58,6 +58,34 @@ class FormMain final : public RunControl {
 
   const ChartWindow& Window() const { return recorder_.window; }
 
+  /// What a person does with the chart, its offsets and the average of a channel.
+  ChartCommands& Chart() { return recorder_.commands; }
+  ChannelOffsets& Offsets() { return recorder_.offsets; }
+  ChannelAverage& Average() { return recorder_.average; }
+
+  // Commands of menus and buttons (form_main_commands.cpp). Those with a question or a file dialog yield.
+
+  /// The one button: starts a chart, or stops the one that runs.
+  void cmdStart();
+
+  /// Saves the chart; during a run the log so far, and a new log begins.
+  void mnuSave();
+  void cmdSaveView();
+
+  /// Asks for a data file, a profile or a name for one, and does what the command says with it.
+  void MnuLoadDataFile();
+  void mnuLoadProfile();
+  void mnuSaveProfile();
+
+  /// One of the four recent profiles, counted from 0.
+  void mnuProfile(int place);
+
+  /// Real Time is asked about first.
+  void mnuPriority(PriorityClass priority);
+
+  /// After the options dialog or a profile: what may change at once changes.
+  void UpdateAfterOptionsChange();
+
  private:
   // Steps of the loading (start_up.cpp).
   void StoreProgramIdentity();

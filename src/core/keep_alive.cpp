@@ -20,12 +20,26 @@ void KeepAlive::Fire() {
     slowText_.clear();
   }
   const bool tracking = window_.chart.Mode == ChartMode::Tracking;
-  if (run.ChartRunning && tracking && run.Dcount > 0 && seconds > 0) ShowRate(seconds);
+  if (recorder_.average.IsOver()) recorder_.average.StopAvgSampling();
+  const bool statusIsFree = ReleaseStatusLine();
+  if (run.ChartRunning && tracking && statusIsFree && run.Dcount > 0 && seconds > 0) ShowRate(seconds);
   TellDropped(seconds);
   SyncBackup(seconds);
-  if (run.ChartRunning && !tracking) window_.view.StatusText = "Press Plot Button to Re-enable";
+  const bool hasTool = window_.chart.Mode == ChartMode::Cursor || window_.chart.Mode == ChartMode::Zoom;
+  if (run.ChartRunning && !tracking && !hasTool && statusIsFree) {
+    window_.view.StatusText = "Press Plot Button to Re-enable";
+  }
   run.LastDcount = run.Dcount;
   chartRun_.RetrySaves();
+}
+
+// True when no message holds the status line. One that has had its time is taken off.
+bool KeepAlive::ReleaseStatusLine() {
+  constexpr int kReleased = 120;
+  WindowState& view = window_.view;
+  if (view.StatusHold >= kReleased) return true;
+  if (++view.StatusHold == kReleased) view.StatusText.clear();
+  return view.StatusHold >= kReleased;
 }
 
 void KeepAlive::ShowRate(double seconds) {

@@ -19,6 +19,7 @@ class KeepAlive {
  private:
   std::string RateText(double seconds);
   std::string SlowRateText(double seconds);
+  bool ReleaseStatusLine();
   void ShowRate(double seconds);
   void TellDropped(double seconds);
   void SyncBackup(double seconds);

@@ -2,6 +2,9 @@
 
 #include <memory>
 
+#include "core/channel_average.h"
+#include "core/channel_offsets.h"
+#include "core/chart_commands.h"
 #include "files/backup.h"
 #include "files/pending_saves.h"
 #include "model/chart_window.h"
@@ -25,6 +28,9 @@ struct Recorder {
   LocalBackup backup;
   PendingSaves pending;
   UdsClient uds;
+  ChartCommands commands;
+  ChannelOffsets offsets;
+  ChannelAverage average;
   bool saveFailed = false;         ///< the disk refused the last save: its samples wait in the store and in the backup
   std::unique_ptr<Timer> LoTime1;  ///< paces the samples with TimerType 0
   std::unique_ptr<Timer> TimerKeepAlive;  ///< rate display and watchdogs

@@ -137,6 +137,7 @@ void SamplePipeline::StoreSample() {
 void SamplePipeline::RepaintWhenDue() {
   if (++run_.UpdateCount < session_.settings.ChartUpdateRate) return;
   if (window_.chart.AutoScale) window_.chart.ScaleYToData();
+  FollowNewest(window_.chart);
   ++window_.chart.RepaintRequests;
   run_.UpdateCount = 0;
 }
@@ -145,6 +146,7 @@ void SamplePipeline::FinalizeDataInput() {
   ShowChannelValue();
   ResetExtremes();
   if (session_.settings.DiskBackUp) recorder_.backup.LocalBackUp();
+  recorder_.average.TakeSample();
   ++run_.Dcount;
   ++run_.TotalSamples;
   CheckLimits();

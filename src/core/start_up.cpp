@@ -80,6 +80,7 @@ void FormMain::LoadSettings() {
   LoadRegistrySettings(session_.store, session_.overrides, session_.home.string(), session_.settings);
   ClearHeader(recorder_.window);
   getStaticHeaderInfo(session_, recorder_.window, 0);
+  recorder_.commands.UpdateAfterOptionsChange();
 }
 
 void FormMain::CheckZone() {

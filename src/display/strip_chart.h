@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,7 +13,7 @@
 namespace tarvolt {
 
 /// What the chart is doing with the mouse and the newest sample.
-enum class ChartMode { Tracking = 0, Browsing = 3, Drag = 5 };
+enum class ChartMode { Tracking = 0, Cursor = 1, Zoom = 2, Browsing = 3, Drag = 5 };
 
 /// The strip chart: the store of the samples and the state of their display. Indices start at 0; values are stored
 /// with their channel offset.
@@ -64,8 +65,8 @@ class StripChart {
   /// Lowest and highest of the samples first..last of a channel, both included, cut to the store.
   MinMax Range(int channel, std::int32_t first, std::int32_t last) const;
 
-  /// Sets the y axis to the lowest and highest stored value; a chart whose values are all equal gets 0.1 on each side, so that
-  /// it still has a range. Does nothing without data.
+  /// Sets the y axis to the lowest and highest stored value; a chart whose values are all equal gets 0.1 on each side,
+  /// so that it still has a range. Does nothing without data.
   void ScaleYToData();
 
   double XAxisMin = 0;
@@ -80,6 +81,14 @@ class StripChart {
   std::string Title;
   std::string XAxisLabel;
   std::string YAxisLabel;
+  bool LegendShown = true;
+  bool NotationsShown = true;
+  std::optional<TimeStamp> TimeMarker;  ///< a line across the chart that the cursor measures from
+
+  // The cursor's read-out, while Mode is Cursor; CursorChannel counts from 0 and is -1 when it stands on no sample.
+  double CursorX = 0;
+  double CursorY = 0;
+  int CursorChannel = -1;
 
   /// Rises with every change that a drawing is to show at once. New samples do not: whoever adds them asks when due.
   std::uint64_t RepaintRequests = 0;

@@ -125,14 +125,6 @@ std::string NameDir(std::string_view text) {
   return name;
 }
 
-std::int32_t FindXaxisMinIndex(const StripChart& chart) {
-  const std::int32_t count = chart.Count();
-  for (std::int32_t i = 0; i < count; ++i) {
-    if (chart.GetTime(i) >= chart.XAxisMin) return i;
-  }
-  return std::max(count - 1, 0);
-}
-
 std::filesystem::path NameDataFile(Session& session, ChartWindow& window, NameKind kind, bool withPath,
                                    double offsetDays) {
   NameDate date;

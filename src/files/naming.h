@@ -19,9 +19,6 @@ inline constexpr const char* kBadFile = "BADFILE";
 /// A folder name of the characters 0-9, A-Z, a-z and "_": every other becomes "_", trailing ones are dropped.
 std::string NameDir(std::string_view text);
 
-/// Index of the first sample at or behind the left edge of the view; the newest one when all lie before it.
-std::int32_t FindXaxisMinIndex(const StripChart& chart);
-
 /// The name for a file of this window, with its folder when `withPath`. With `withPath` the folders are made as the
 /// organising settings ask, and those made are noted in the window's CreatedFolders; the header's local name is
 /// cleaned. A data file of fewer than three samples is kBadFile. A folder that cannot be made is told in the session

@@ -3,8 +3,11 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 
+#include "display/chart_look.h"
+#include "display/chart_steps.h"
 #include "display/strip_chart.h"
 #include "logs/metadata.h"
 #include "logs/notations.h"
@@ -39,12 +42,23 @@ struct SaveState {
   std::array<std::filesystem::path, 4> CreatedFolders;  ///< folders made for the last name, by slot
 };
 
+/// Ranges that a person can come back to.
+struct ChartViews {
+  std::optional<ChartRange> remembered;  ///< mnuRememberXY, and the range of a run that ended
+  std::optional<ChartRange> full;        ///< the range before the last full view
+  std::optional<ChartRange> saved;       ///< SaveChartViewParams
+  double fvMinX = 0;                     ///< x range of the last full view
+  double fvMaxX = 0;
+};
+
 /// What one window owns.
 struct ChartWindow {
   std::string Name = "form1";
   SessionMode Mode = SessionMode::StandAlone;
   RunState run;
   StripChart chart;
+  ChartLook look;
+  ChartViews views;
   DataFileHeader header;
   std::string notes;  ///< free-text notes of the chart on display
   Metadata metadata;

@@ -30,7 +30,9 @@ struct RunState {
   bool DataNeedsSave = false;    ///< the store holds data that a save may still want
   bool OffsetsChanged = false;   ///< an offset was moved during the run
   bool Starting = false;         ///< a start is under way and may be waiting for its source
-  bool EndRequested = false;     ///< the program is to end: no wait goes on, whatever else clears AbortFlag
+  bool Stopping = false;         ///< a stop is under way and may be waiting in a question
+  bool ForceSave = false;     ///< File Save during a run: the log is saved whatever the settings, and a new one begins
+  bool EndRequested = false;  ///< the program is to end: no wait goes on, whatever else clears AbortFlag
 
   // The run's copies of settings, so that a profile loaded meanwhile does not change the run.
   std::array<std::int16_t, kChannels> Dsrc{};

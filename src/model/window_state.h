@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <string>
 
 namespace tarvolt {
@@ -14,13 +15,29 @@ struct WindowState {
   std::string StartCaption = "&Start Chart";         ///< cmdStart
   std::string StartMenuCaption = "Start New Chart";  ///< mnuStartChart
   bool cmdStart = true;
-  bool ModeMenus = true;        ///< mnuStandAlone, mnuServer, mnuClient
-  bool SaveCommands = false;    ///< save, save view, export
-  bool LoadCommands = true;     ///< load and import
-  bool InfoCommands = false;    ///< mnuDataFileInfo, cmdInfo
-  bool OffsetCommand = false;   ///< cmdOffset
-  bool ToolCommands = false;    ///< commands that rewrite the store
-  bool ScheduleCommand = true;  ///< mnuSked
+  bool ModeMenus = true;              ///< mnuStandAlone, mnuServer, mnuClient
+  bool SaveCommands = false;          ///< save, save view, export
+  bool LoadCommands = true;           ///< load and import
+  bool InfoCommands = false;          ///< mnuDataFileInfo, cmdInfo
+  bool OffsetCommand = false;         ///< cmdOffset
+  bool ToolCommands = false;          ///< commands that rewrite the store
+  bool ScheduleCommand = true;        ///< mnuSked
+  bool mnuRecallXY = false;           ///< there is a remembered range
+  bool mnuChannelVisibility = false;  ///< more than one channel is on display
+  bool ArrowsShown = false;           ///< the scroll and step buttons
+  bool StatusBarShown = true;
+
+  std::string AutoScrollTip = "Auto-Scroll Disabled - Click to Enable";  ///< cmdAutoScrollEnable
+  std::string AutoScaleTip = "Auto-Scale Enabled - Click to Disable";    ///< cmdAutoScale
+  std::array<std::string, 8> Legend;                                     ///< a name a channel
+
+  // The offset frame.
+  bool OffsetFrameShown = false;
+  int OffsetChannel = 0;   ///< counted from 0
+  std::string OffsetText;  ///< TxtOffset
+
+  /// Firings of TimerKeepAlive for which the status line keeps its message; at 120 it is free.
+  int StatusHold = 120;
 };
 
 }  // namespace tarvolt

@@ -1,0 +1,46 @@
+#include "core/channel_average.h"
+
+#include "text/number.h"
+
+namespace tarvolt {
+namespace {
+
+constexpr double kSecondsPerDay = 86400;
+
+/// The message stays from this firing of TimerKeepAlive to the hundred and twentieth.
+constexpr int kHoldFrom = 90;
+
+}  // namespace
+
+ChannelAverage::ChannelAverage(Session& session, ChartWindow& window) : session_(session), window_(window) {}
+
+void ChannelAverage::StartChannelAvg(int channel) {
+  const RunState& run = window_.run;
+  if (!run.ChartRunning || run.Dcount < 1 || channel < 1 || channel > run.ChannelCount) return;
+  sum_ = 0;
+  count_ = 0;
+  channel_ = channel;
+  start_ = run.CurrentStamp;
+  end_ = start_ + session_.settings.AvgSamplingPeriod / kSecondsPerDay;
+  running_ = true;
+  window_.view.StatusText = "Getting Average for CH" + NumberText(std::int64_t{channel});
+  window_.view.StatusHold = 0;
+}
+
+void ChannelAverage::TakeSample() {
+  if (!running_) return;
+  sum_ += window_.run.ChannelValue[channel_ - 1];
+  ++count_;
+}
+
+void ChannelAverage::StopAvgSampling() {
+  if (!running_) return;
+  running_ = false;
+  window_.view.StatusHold = kHoldFrom;
+  window_.view.StatusText = count_ == 0 ? std::string()
+                                        : "Average for CH" + NumberText(std::int64_t{channel_}) + " = " +
+                                              NumberText(sum_ / count_) + "  during " +
+                                              FormatDate(window_.run.CurrentStamp - start_, "nn:ss");
+}
+
+}  // namespace tarvolt

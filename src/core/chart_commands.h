@@ -1,0 +1,109 @@
+#pragma once
+
+#include <optional>
+
+#include "model/chart_window.h"
+#include "model/session.h"
+
+namespace tarvolt {
+
+/// Arguments of SetChartView. Nothing for `start` means the whole days from the first sample's midnight on, nothing
+/// for `end` the last sample.
+struct ChartViewRequest {
+  std::optional<TimeStamp> start;
+  std::optional<TimeStamp> end;
+  std::optional<double> yLow;
+  std::optional<double> yHigh;
+};
+
+/// What a person does with the chart of a window, the main one or a review window. Looking back never stops a run: the
+/// chart only ceases to follow it until cmdAutoScrollEnable.
+class ChartCommands {
+ public:
+  /// Both outlive it.
+  ChartCommands(Session& session, ChartWindow& window);
+
+  // Steps; each counts as a manual scroll.
+  void IncX();
+  void DecX();
+  void IncY();
+  void DecY();
+  void ScrollLeft();
+  void ScrollRight();
+  void ScrollUp();
+  void ScrollDown();
+
+  /// The mouse: a new range, or the range moved by so many days and units.
+  void ZoomTo(const ChartRange& range);
+  void Pan(double days, double units);
+
+  /// Toggles AutoScroll. Switched on during a run the chart follows the newest sample over ChartWidth again.
+  void cmdAutoScrollEnable();
+  /// Toggles AutoScale.
+  void cmdAutoScale();
+  void CheckScrollEnabled();
+
+  /// All samples and the extremes of the channels; the range before it is kept.
+  void cmdFullView();
+  /// All samples; the y range stays.
+  void DoFullView();
+  /// Back to the range before the last cmdFullView.
+  void RestoreFullView();
+  void SaveFullViewParams();
+
+  /// False, and told in the status line, with fewer than five samples or a range that is none.
+  bool SetChartView(const ChartViewRequest& request);
+  void SaveChartViewParams();
+  void RestoreChartViewParams();
+
+  void mnuRememberXY();
+  void mnuRecallXY();
+  void mnuRestoreXYtoDefaults();
+  void mnuSetYminToZero();
+
+  /// The cursor and zoom tools, on and off. Browsing or tracking comes back when one is left.
+  void cmdCursor();
+  void cmdZoom();
+
+  /// Puts the cursor to the sample nearest in time to `x`, on the visible channel nearest to `y`, and tells it in the
+  /// status line. Does nothing without samples or when the cursor is not on.
+  void MoveCursor(double x, double y);
+  void mnuSetTimeMarker();
+  void mnuRemoveTimeMarker();
+  void mnuTimeMilliseconds();
+
+  /// Channels are counted from 0.
+  void mnuVisCH(int channel);
+  void mnuShowAllChannels();
+  void ShowChartLegend();
+  void mnuShowLegend();
+
+  /// Shows the value of a channel in LBLCHVAL; the same channel again, or one outside the chart, shows none.
+  void mnuCH(int channel);
+  void ClearValueDisplay();
+
+  /// Shift with F3, F4 and F5.
+  void ToggleStatusLine();
+  void ShowAddress(const std::string& address);
+  void ShowLastMessage(const std::string& message);
+
+  /// Takes the look and the settings of the display over. With a run going nothing of its data or its channels changes.
+  void UpdateAfterOptionsChange();
+
+  /// Shows or hides the scroll and step buttons by ArrowButtons.
+  void ShowArrows();
+
+ private:
+  void EndManualScroll();
+  void LeaveTool();
+  bool RunOn() const { return window_.run.ChartRunning; }
+  std::string CursorText(std::int32_t index) const;
+  int NearestChannel(std::int32_t index, double y) const;
+
+  Session& session_;
+  ChartWindow& window_;
+  StripChart& chart_;
+  WindowState& view_;
+};
+
+}  // namespace tarvolt
