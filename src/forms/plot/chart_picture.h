@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+#include <string>
+
+#include "forms/plot/strip_chart_plot.h"
+
+namespace tarvolt {
+
+/// Pictures of a plot as it is drawn now. The form follows the name's ending: .png, .svg or .pdf.
+
+/// Writes the picture in so many pixels (points in a PDF). False with `problem` in words for another ending, a size out
+/// of 1 to 20,000, or a file that cannot be written.
+bool SaveChartPicture(StripChartPlot& plot, const QString& file, int width, int height, std::string& problem);
+
+void CopyChartPicture(StripChartPlot& plot);
+
+/// Asks for the printer; prints on one page in the plot's own proportions.
+void PrintChart(StripChartPlot& plot);
+
+}  // namespace tarvolt

@@ -1,0 +1,214 @@
+#include "forms/plot/strip_chart_plot.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "forms/plot/chart_colors.h"
+#include "forms/qt_text.h"
+
+namespace tarvolt {
+namespace {
+
+/// Half of the least width of the x axis, in days: below it the stamps themselves have no more digits.
+constexpr double kLeastHalfWidth = 0.0005 / 86400;
+
+/// The axis refuses what is larger; such values are shown scaled down and labelled as they are.
+constexpr double kLargestOnAxis = 1e200;
+
+constexpr double kWheelStep = 1.25;
+
+}  // namespace
+
+StripChartPlot::StripChartPlot(const ChartWindow& window, QWidget* parent)
+    : QCustomPlot(parent),
+      window_(window),
+      timeTicker_(new TimeTicker),
+      valueTicker_(new ValueTicker),
+      overlay_(new ChartOverlay(this, window)),
+      title_(new QCPTextElement(this)),
+      band_(QRubberBand::Rectangle, this) {
+  setObjectName(QStringLiteral("iStripChartX1"));
+  setMouseTracking(true);
+  setNoAntialiasingOnDrag(true);
+  plotLayout()->insertRow(0);
+  plotLayout()->addElement(0, 0, title_);
+  plotLayout()->setRowSpacing(0);
+  axisRect()->setupFullAxesBox();
+  xAxis->setTicker(timeTicker_);
+  yAxis->setTicker(valueTicker_);
+  for (int channel = 0; channel < kChannels; ++channel)
+    channels_[channel] = new ChannelPlottable(xAxis, yAxis, window, channel);
+  legend->setVisible(true);
+  axisRect()->insetLayout()->setInsetAlignment(0, Qt::AlignTop | Qt::AlignRight);
+}
+
+void StripChartPlot::RefreshWhenAsked() {
+  const std::uint64_t requests = window_.chart.RepaintRequests;
+  if (drawnOnce_ && requests == drawnRequests_) return;
+  drawnOnce_ = true;
+  drawnRequests_ = requests;
+  TakeOver();
+  replot(QCustomPlot::rpQueuedReplot);
+}
+
+void StripChartPlot::TakeOver() {
+  TakeOverRanges();
+  TakeOverLook();
+  TakeOverTexts();
+}
+
+void StripChartPlot::TakeOverRanges() {
+  const StripChart& chart = window_.chart;
+  double xMin = chart.XAxisMin;
+  double xMax = chart.XAxisMax;
+  if (!(xMax - xMin > 2 * kLeastHalfWidth)) {
+    const double middle = (xMin + xMax) / 2;
+    xMin = middle - kLeastHalfWidth;
+    xMax = middle + kLeastHalfWidth;
+  }
+  xAxis->setRange(xMin, xMax);
+  const double largest = std::max(std::abs(chart.YAxisMin), std::abs(chart.YAxisMax));
+  scale_ = largest > kLargestOnAxis ? 1e-150 : 1;
+  yAxis->setRange(chart.YAxisMin * scale_, chart.YAxisMax * scale_);
+  valueTicker_->scale = scale_;
+  overlay_->SetValueScale(scale_);
+  for (ChannelPlottable* channel : channels_) channel->SetValueScale(scale_);
+}
+
+void StripChartPlot::TakeOverLook() {
+  const ChartLook& look = window_.look;
+  const ChartColors& colors = look.colors;
+  setBackground(ColorOf(colors.BackGroundColor));
+  axisRect()->setBackground(ColorOf(colors.GridBackGroundColor));
+  TakeOverAxis(*xAxis, colors.XAxisLabelFontColor, colors.XAxisTickMajorColor, colors.XAxisTickMinorColor);
+  TakeOverAxis(*yAxis, colors.YAxisLabelFontColor, colors.YAxisTickMajorColor, colors.YAxisTickMinorColor);
+  for (QCPAxis* axis : {xAxis2, yAxis2}) axis->setBasePen(QPen(ColorOf(colors.AxisGridColor), 0));
+  for (QCPAxis* axis : {xAxis2, yAxis2}) axis->setTicks(false);
+  timeTicker_->setTickCount(look.ticks.XAxisTickMajorCount);
+  timeTicker_->minorCount = look.ticks.XAxisTickMinorCount;
+  timeTicker_->milliseconds = look.DisplayMilliseconds;
+  timeTicker_->sidereal = window_.run.ChartIsLMST;
+  valueTicker_->setTickCount(look.ticks.YAxisTickMajorCount);
+  valueTicker_->minorCount = look.ticks.YAxisTickMinorCount;
+  valueTicker_->decimals = look.YAxisLabelPrecision;
+  for (int channel = 0; channel < kChannels; ++channel) {
+    const int style = look.LineStyle[channel] != 0 ? look.LineStyle[channel] : look.ticks.ChannelLineStyle;
+    QPen pen(ColorOf(colors.PenColor[channel]));
+    pen.setWidth(1);
+    pen.setCosmetic(true);
+    pen.setStyle(PenStyleOf(style));
+    channels_[channel]->setPen(pen);
+  }
+}
+
+void StripChartPlot::TakeOverAxis(QCPAxis& axis, ChartColor label, ChartColor major, ChartColor minor) {
+  const ChartLook& look = window_.look;
+  axis.setBasePen(QPen(ColorOf(look.colors.AxisGridColor), 0));
+  axis.setTickPen(QPen(ColorOf(major), 0));
+  axis.setSubTickPen(QPen(ColorOf(minor), 0));
+  axis.setSubTicks(true);
+  axis.setLabelColor(ColorOf(label));
+  axis.setTickLabelColor(ColorOf(label));
+  axis.setLabelFont(FontOf(look.fonts.axisLabels));
+  axis.setTickLabelFont(FontOf(look.fonts.labels));
+  QColor grid = ColorOf(look.colors.AxisGridColor);
+  grid.setAlpha(60);
+  axis.grid()->setPen(QPen(grid, 0, PenStyleOf(look.ticks.GridLineStyle)));
+  axis.grid()->setZeroLinePen(QPen(grid, 0));
+}
+
+void StripChartPlot::TakeOverTexts() {
+  const StripChart& chart = window_.chart;
+  title_->setText(ToQString(chart.Title));
+  title_->setFont(FontOf(window_.look.fonts.title));
+  title_->setTextColor(ColorOf(window_.look.colors.TitleFontColor));
+  title_->setVisible(!chart.Title.empty());
+  title_->setMaximumSize(QWIDGETSIZE_MAX, chart.Title.empty() ? 0 : QWIDGETSIZE_MAX);
+  xAxis->setLabel(ToQString(chart.XAxisLabel));
+  yAxis->setLabel(ToQString(chart.YAxisLabel));
+  QColor behind = ColorOf(window_.look.colors.GridBackGroundColor);
+  behind.setAlpha(200);
+  legend->setBrush(behind);
+  legend->setBorderPen(QPen(ColorOf(window_.look.colors.AxisGridColor), 0));
+  legend->setFont(FontOf(window_.look.fonts.labels));
+  legend->setTextColor(ColorOf(window_.look.colors.LabelFontColor));
+  bool any = false;
+  for (int channel = 0; channel < kChannels; ++channel) {
+    const bool shown = channel < chart.ChannelCount() && chart.ChannelVisible[channel] && chart.Count() > 0;
+    channels_[channel]->setName(ToQString(window_.view.Legend[channel]));
+    if (shown) {
+      channels_[channel]->addToLegend();
+    } else {
+      channels_[channel]->removeFromLegend();
+    }
+    any = any || shown;
+  }
+  legend->setVisible(chart.LegendShown && any);
+}
+
+void StripChartPlot::mousePressEvent(QMouseEvent* event) {
+  pressed_ = event->pos();
+  const int slot = overlay_->NotationAt(event->position());
+  if (slot >= 0 && events_.notationClicked) return events_.notationClicked(slot);
+  if (!axisRect()->rect().contains(pressed_)) return;
+  const bool band = event->button() == Qt::RightButton || window_.chart.Mode == ChartMode::Zoom ||
+                    event->modifiers().testFlag(Qt::ShiftModifier);
+  drag_ = band ? Drag::Band : Drag::Pan;
+  dragged_ = event->position();
+  if (!band) return;
+  band_.setGeometry(QRect(pressed_, QSize()));
+  band_.show();
+}
+
+void StripChartPlot::mouseMoveEvent(QMouseEvent* event) {
+  const QPointF at = event->position();
+  if (drag_ == Drag::Band) {
+    band_.setGeometry(QRect(pressed_, event->pos()).normalized().intersected(axisRect()->rect()));
+  } else if (drag_ == Drag::Pan) {
+    if (events_.panned) events_.panned(XOf(dragged_.x()) - XOf(at.x()), YOf(dragged_.y()) - YOf(at.y()));
+    dragged_ = at;
+    TakeOverRanges();
+  } else if (events_.moved && axisRect()->rect().contains(event->pos())) {
+    events_.moved(XOf(at.x()), YOf(at.y()));
+  }
+}
+
+void StripChartPlot::mouseReleaseEvent(QMouseEvent*) {
+  if (drag_ == Drag::Band) ZoomToBand();
+  drag_ = Drag::None;
+  band_.hide();
+}
+
+// A band of a few pixels is a click that slipped.
+void StripChartPlot::ZoomToBand() {
+  constexpr int kLeast = 5;
+  const QRect area = band_.geometry();
+  if (area.width() < kLeast || area.height() < kLeast || !events_.zoomedTo) return;
+  events_.zoomedTo({XOf(area.left()), XOf(area.right()), YOf(area.bottom()), YOf(area.top())});
+}
+
+void StripChartPlot::mouseDoubleClickEvent(QMouseEvent*) {
+  drag_ = Drag::None;
+  if (events_.fullView) events_.fullView();
+}
+
+void StripChartPlot::wheelEvent(QWheelEvent* event) {
+  const QPoint turned = event->angleDelta();
+  const int steps = turned.y() != 0 ? turned.y() : turned.x();
+  if (steps == 0 || !events_.zoomedTo) return;
+  const double factor = std::pow(kWheelStep, -steps / 120.0);
+  ChartRange range = RangeOf(window_.chart);
+  if (event->modifiers().testFlag(Qt::ShiftModifier)) {
+    const double y = YOf(event->position().y());
+    range.yMin = y + (range.yMin - y) * factor;
+    range.yMax = y + (range.yMax - y) * factor;
+  } else {
+    const double x = XOf(event->position().x());
+    range.xMin = x + (range.xMin - x) * factor;
+    range.xMax = x + (range.xMax - x) * factor;
+  }
+  events_.zoomedTo(range);
+  event->accept();
+}
+
+}  // namespace tarvolt
