@@ -1,7 +1,7 @@
 #include "core/form_main.h"
 
 #include "config/profile.h"
-#include "files/load.h"
+#include "core/load_command.h"
 #include "text/ansi.h"
 
 namespace tarvolt {
@@ -124,11 +124,7 @@ bool FormMain::LoadDataFile(const std::string& path) {
     session_.Add2SLog("The last chart waits for room on the disk: no file can be loaded in its place.");
     return false;
   }
-  if (!LoadData(session_, recorder_.window, path)) return false;
-  recorder_.commands.ShowChartLegend();
-  recorder_.commands.ShowArrows();
-  recorder_.commands.cmdFullView();
-  return true;
+  return LoadAndShow(session_, recorder_.window, recorder_.commands, path);
 }
 
 bool FormMain::LoadProfile(const std::string& path) {

@@ -2,13 +2,13 @@
 
 #include "config/profile.h"
 #include "core/form_main.h"
+#include "core/load_command.h"
 #include "core/priority.h"
 #include "files/saving.h"
 
 namespace tarvolt {
 namespace {
 
-constexpr const char* kDataFilter = "Tarvolt data (*.tvd)|*.tvd|dat file (*.dat)|*.dat|Any (*.*)|*.*";
 constexpr const char* kProfileFilter = "Tarvolt Profile|*.tvp";
 
 // Put back however a command ends.
@@ -51,12 +51,7 @@ void FormMain::cmdSaveView() {
 }
 
 void FormMain::MnuLoadDataFile() {
-  std::string folder = session_.store.GetSetting(Section::Settings, "LastLoadDir");
-  if (folder.empty()) folder = session_.DataFolder().string();
-  const auto file = session_.host.dialogs.AskOpenFile({"Load Data File", folder, "*.tvd", ".tvd", kDataFilter});
-  if (!file) return;
-  session_.store.SaveSetting(Section::Settings, "LastLoadDir", std::filesystem::path(*file).parent_path().string());
-  LoadDataFile(*file);
+  if (const auto file = AskForDataFile(session_)) LoadDataFile(*file);
 }
 
 void FormMain::mnuLoadProfile() {

@@ -142,7 +142,8 @@ void FinishLoad(Session& session, ChartWindow& window, const std::filesystem::pa
   view.ToolCommands = true;
   view.SaveCommands = true;
   view.InfoCommands = true;
-  view.Title = file.stem().string() + "  File: " + ModeTitle(window.Mode);
+  const bool isReview = window.Name.starts_with("rform");
+  view.Title = file.stem().string() + (isReview ? "  File : " : "  File: ") + ModeTitle(window.Mode);
   view.StatusText = "File Size : " + NumberText(static_cast<std::int64_t>(fileSize)) +
                     " bytes    Samples Loaded: " + NumberText(std::int64_t{window.chart.Count()});
   session.Add2SLog(file.string() + " Loaded from disk. ");

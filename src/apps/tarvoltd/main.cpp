@@ -2,7 +2,7 @@
 #include <iostream>
 #include <memory>
 
-#include "apps/tarvoltd/options.h"
+#include "apps/common/options.h"
 #include "apps/tarvoltd/station.h"
 #include "host/disk_path.h"
 #include "host/headless_dialogs.h"
@@ -13,7 +13,8 @@
 
 int main(int argc, char** argv) {
   using namespace tarvolt;
-  const StationOptions options = ParseStationOptions(argc, argv);
+  const StationOptions options = ParseStationOptions(
+      "tarvoltd", "Tarvolt's unattended station: records without a screen until it is told to stop.", argc, argv);
   if (options.finished) return options.exitStatus;
 
   QCoreApplication application(argc, argv);

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "apps/tarvoltd/options.h"
+#include "apps/common/options.h"
 #include "apps/tarvoltd/status_line.h"
 #include "core/form_main.h"
 #include "platform/host.h"

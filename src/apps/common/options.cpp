@@ -1,4 +1,4 @@
-#include "apps/tarvoltd/options.h"
+#include "apps/common/options.h"
 
 #include <CLI/CLI.hpp>
 #include <iostream>
@@ -39,21 +39,21 @@ bool IsCommand(const std::string& text) {
   return text.starts_with('/') || IsDataFileName(text);
 }
 
-void Refuse(StationOptions& options, const std::string& why) {
-  std::cerr << "tarvoltd: " << why << "\nSee tarvoltd --help.\n";
+void Refuse(StationOptions& options, const std::string& program, const std::string& why) {
+  std::cerr << program << ": " << why << "\nSee " << program << " --help.\n";
   options.finished = true;
   options.exitStatus = kWrongUsage;
 }
 
 }  // namespace
 
-StationOptions ParseStationOptions(int argc, char** argv) {
+StationOptions ParseStationOptions(const std::string& program, const std::string& about, int argc, char** argv) {
   StationOptions options;
   std::vector<std::string> settings;
   std::vector<std::string> slash;
   std::string mode = "standalone";
-  CLI::App app{"Tarvolt's unattended station: records without a screen until it is told to stop."};
-  app.set_version_flag("--version", "tarvoltd " TARVOLT_VERSION);
+  CLI::App app{about};
+  app.set_version_flag("--version", program + " " TARVOLT_VERSION);
   app.add_option("--home", options.home, "Folder of the station; else TARVOLT_HOME, else the user's data folder");
   app.add_option("--profile", options.profile, "Profile to load before anything else (.tvp)");
   app.add_option("--load", options.load, "Data file to open (.tvd)");
@@ -62,7 +62,8 @@ StationOptions ParseStationOptions(int argc, char** argv) {
       ->expected(1);
   app.add_option("--mode", mode, "standalone, server or client")->check(CLI::IsMember(kModes, CLI::ignore_case));
   app.add_flag("--start", options.start, "Start a chart at once, and end when it has ended");
-  app.add_option("--seconds", options.seconds, "End after so many seconds of recording")->check(CLI::Range(0.001, 2147483.0));
+  app.add_option("--seconds", options.seconds, "End after so many seconds of recording")
+      ->check(CLI::Range(0.001, 2147483.0));
   app.add_flag("--quiet", options.quiet, "Print nothing but errors");
   app.add_option("commands", slash,
                  "Slash commands: /S /C /SC /NM /ILS text /L file /PF file, or the name of a data file (.tvd) to open");
@@ -76,11 +77,11 @@ StationOptions ParseStationOptions(int argc, char** argv) {
   for (const std::string& text : settings) {
     const std::string problem = AddOverride(text, options.overrides);
     if (problem.empty()) continue;
-    Refuse(options, problem);
+    Refuse(options, program, problem);
     return options;
   }
   if (!slash.empty() && !IsCommand(slash.front())) {
-    Refuse(options, "\"" + slash.front() + "\" is neither a slash command nor a data file");
+    Refuse(options, program, "\"" + slash.front() + "\" is neither a slash command nor a data file");
     return options;
   }
   std::transform(mode.begin(), mode.end(), mode.begin(), [](unsigned char c) { return std::tolower(c); });

@@ -8,8 +8,8 @@
 
 namespace tarvolt {
 
-/// What the command line of the unattended station asks for. Its texts are as the recorder has them inside, but for
-/// `home`, which is as it came from the shell.
+/// What the command line of a station, with or without a window, asks for. Its texts are as the recorder has them
+/// inside, but for `home`, which is as it came from the shell.
 struct StationOptions {
   std::string home;
   std::string profile;
@@ -25,7 +25,8 @@ struct StationOptions {
   int exitStatus = 0;
 };
 
-/// Reads the command line. Errors are printed to standard error with what would be right.
-StationOptions ParseStationOptions(int argc, char** argv);
+/// Reads the command line of `program`, described by `about` in its help. Errors are printed to standard error with
+/// what would be right.
+StationOptions ParseStationOptions(const std::string& program, const std::string& about, int argc, char** argv);
 
 }  // namespace tarvolt

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+
+#include "core/chart_commands.h"
+
+namespace tarvolt {
+
+/// A window for looking at a loaded chart, "rform1" to "rform5": the file and view routines of the main window without
+/// its recording.
+class FrmReview {
+ public:
+  static constexpr int kMost = 5;
+
+  /// `number` is 1 to kMost; the session outlives it.
+  FrmReview(Session& session, int number);
+
+  /// Opens a data file. False, and told, when it cannot be loaded as a whole. Yields.
+  bool LoadDataFile(const std::string& path);
+
+  /// Asks for the file first.
+  void MnuLoadDataFile();
+  void cmdSaveView();
+
+  const ChartWindow& Window() const { return window_; }
+  ChartCommands& Chart() { return commands_; }
+
+ private:
+  Session& session_;
+  ChartWindow window_;
+  ChartCommands commands_;
+};
+
+}  // namespace tarvolt

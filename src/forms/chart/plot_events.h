@@ -1,0 +1,11 @@
+#pragma once
+
+#include "core/chart_commands.h"
+#include "forms/plot/strip_chart_plot.h"
+
+namespace tarvolt {
+
+/// What the mouse does over a plot as commands of its window.
+PlotEvents PlotEventsFor(ChartCommands& commands);
+
+}  // namespace tarvolt

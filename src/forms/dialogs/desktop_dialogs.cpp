@@ -1,0 +1,109 @@
+#include "forms/dialogs/desktop_dialogs.h"
+
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <filesystem>
+
+#include "forms/dialogs/message_window.h"
+#include "forms/qt_text.h"
+
+namespace tarvolt {
+namespace {
+
+QMessageBox::StandardButton ButtonOf(Answer answer) {
+  switch (answer) {
+    case Answer::Ok:
+      return QMessageBox::Ok;
+    case Answer::Cancel:
+      return QMessageBox::Cancel;
+    case Answer::Yes:
+      return QMessageBox::Yes;
+    case Answer::No:
+      return QMessageBox::No;
+  }
+  return QMessageBox::Ok;
+}
+
+QMessageBox::StandardButtons ButtonsOf(Buttons buttons) {
+  switch (buttons) {
+    case Buttons::Ok:
+      return QMessageBox::Ok;
+    case Buttons::OkCancel:
+      return QMessageBox::Ok | QMessageBox::Cancel;
+    case Buttons::YesNo:
+      return QMessageBox::Yes | QMessageBox::No;
+    case Buttons::YesNoCancel:
+      return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+  }
+  return QMessageBox::Ok;
+}
+
+QString PathIn(const std::string& folder, const std::string& fileName) {
+  return ToQString((std::filesystem::path(folder) / fileName).string());
+}
+
+}  // namespace
+
+QString QtFilter(const std::string& filter) {
+  const QStringList parts = ToQString(filter).split(QLatin1Char('|'));
+  QStringList rows;
+  for (int i = 0; i + 1 < parts.size(); i += 2) {
+    QString words = parts[i];
+    const auto bracket = words.indexOf(QLatin1Char('('));
+    if (bracket >= 0) words.truncate(bracket);
+    QString pattern = parts[i + 1].trimmed();
+    if (pattern == QLatin1String("*.*")) pattern = QStringLiteral("*");
+    rows << words.trimmed() + QStringLiteral(" (") + pattern + QLatin1Char(')');
+  }
+  return rows.join(QStringLiteral(";;"));
+}
+
+DesktopDialogs::~DesktopDialogs() {
+  delete messages_;
+}
+
+void DesktopDialogs::ShowMessage(const std::string& title, const std::string& text) {
+  if (!messages_) messages_ = new MessageWindow(nullptr);
+  static_cast<MessageWindow*>(messages_.data())->Add(ToQString(title), ToQString(text));
+}
+
+Answer DesktopDialogs::Ask(const Question& question) {
+  QMessageBox box(parent_);
+  box.setWindowTitle(ToQString(question.title));
+  box.setText(ToQString(question.text));
+  box.setTextFormat(Qt::PlainText);
+  box.setIcon(question.buttons == Buttons::Ok ? QMessageBox::Information : QMessageBox::Question);
+  box.setStandardButtons(ButtonsOf(question.buttons));
+  box.setDefaultButton(ButtonOf(question.defaultAnswer));
+  const int pressed = box.exec();
+  for (const Answer answer : {Answer::Ok, Answer::Yes, Answer::No, Answer::Cancel}) {
+    if (pressed == ButtonOf(answer)) return answer;
+  }
+  return question.defaultAnswer;
+}
+
+std::optional<std::string> DesktopDialogs::AskSaveFile(const SaveFileRequest& request) {
+  QString name = QFileDialog::getSaveFileName(parent_, ToQString(request.title),
+                                              PathIn(request.folder, request.fileName), QtFilter(request.filter));
+  if (name.isEmpty()) return std::nullopt;
+  if (QFileInfo(name).suffix().isEmpty()) name += ToQString(request.extension);
+  return FromQString(name);
+}
+
+std::optional<std::string> DesktopDialogs::AskOpenFile(const OpenFileRequest& request) {
+  const QString name = QFileDialog::getOpenFileName(parent_, ToQString(request.title), ToQString(request.folder),
+                                                    QtFilter(request.filter));
+  if (name.isEmpty()) return std::nullopt;
+  return FromQString(name);
+}
+
+std::optional<std::string> DesktopDialogs::AskText(const TextRequest& request) {
+  bool accepted = false;
+  const QString text = QInputDialog::getText(parent_, ToQString(request.title), ToQString(request.prompt),
+                                             QLineEdit::Normal, ToQString(request.text), &accepted);
+  if (!accepted) return std::nullopt;
+  return FromQString(text);
+}
+
+}  // namespace tarvolt
