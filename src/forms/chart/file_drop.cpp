@@ -1,0 +1,16 @@
+#include "forms/chart/file_drop.h"
+
+#include <QUrl>
+
+#include "core/command_line.h"
+#include "forms/qt_text.h"
+
+namespace tarvolt {
+
+std::string DroppedDataFile(const QMimeData& data) {
+  if (!data.hasUrls() || data.urls().isEmpty()) return {};
+  const std::string name = FromQString(data.urls().front().toLocalFile());
+  return IsDataFileName(name) ? name : std::string();
+}
+
+}  // namespace tarvolt

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QMimeData>
+#include <string>
+
+namespace tarvolt {
+
+/// The data file that is being dropped; empty for anything else. A data file's name ends in ".TVD" in any case.
+std::string DroppedDataFile(const QMimeData& data);
+
+}  // namespace tarvolt

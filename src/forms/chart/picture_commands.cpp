@@ -1,0 +1,36 @@
+#include "forms/chart/picture_commands.h"
+
+#include <QFileDialog>
+#include <QMessageBox>
+
+#include "forms/plot/chart_picture.h"
+#include "forms/qt_text.h"
+
+namespace tarvolt {
+namespace {
+
+void AskAndSave(StripChartPlot& plot) {
+  QString name =
+      QFileDialog::getSaveFileName(&plot, QStringLiteral("Save Chart as Picture"), QStringLiteral("chart.png"),
+                                   QStringLiteral("PNG (*.png);;SVG (*.svg);;PDF (*.pdf)"));
+  if (name.isEmpty()) return;
+  if (QFileInfo(name).suffix().isEmpty()) name += QStringLiteral(".png");
+  std::string problem;
+  if (SaveChartPicture(plot, name, plot.width(), plot.height(), problem)) return;
+  QMessageBox::warning(&plot, QStringLiteral("Save Chart as Picture"),
+                       name + QStringLiteral(": ") + ToQString(problem));
+}
+
+}  // namespace
+
+void AddPictureCommands(QMenu& menu, StripChartPlot& plot) {
+  StripChartPlot* chart = &plot;
+  menu.addAction(QStringLiteral("Save as &Picture..."), chart, [chart] { AskAndSave(*chart); })
+      ->setObjectName(QStringLiteral("mnuSavePicture"));
+  menu.addAction(QStringLiteral("&Copy Picture"), QKeySequence::Copy, chart, [chart] { CopyChartPicture(*chart); })
+      ->setObjectName(QStringLiteral("mnuCopyPicture"));
+  menu.addAction(QStringLiteral("&Print..."), QKeySequence::Print, chart, [chart] { PrintChart(*chart); })
+      ->setObjectName(QStringLiteral("mnuPrint"));
+}
+
+}  // namespace tarvolt

@@ -1,0 +1,86 @@
+#include "forms/file_info/form_file_info.h"
+
+#include <QHeaderView>
+#include <QPlainTextEdit>
+#include <QTabWidget>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+#include "forms/qt_text.h"
+#include "text/ansi.h"
+#include "text/number.h"
+#include "timebase/position.h"
+#include "timebase/time_text.h"
+
+namespace tarvolt {
+namespace {
+
+QTableWidget* Table(QTabWidget* tabs, const QString& title, const QStringList& columns) {
+  auto* table = new QTableWidget(0, static_cast<int>(columns.size()), tabs);
+  table->setHorizontalHeaderLabels(columns);
+  table->horizontalHeader()->setStretchLastSection(true);
+  table->verticalHeader()->hide();
+  table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  tabs->addTab(table, title);
+  return table;
+}
+
+void AddRow(QTableWidget* table, const std::vector<std::string>& texts) {
+  const int row = table->rowCount();
+  table->insertRow(row);
+  for (std::size_t column = 0; column < texts.size(); ++column)
+    table->setItem(row, static_cast<int>(column), new QTableWidgetItem(ToQString(Trim(texts[column]))));
+}
+
+std::string WholeTime(TimeStamp stamp) {
+  return FormatDate(stamp, "YYYY-MM-DD hh:nn:ss.zzz");
+}
+
+}  // namespace
+
+FormFileInfo::FormFileInfo(const ChartWindow& window, QWidget* parent) : QWidget(parent, Qt::Window) {
+  setObjectName(QStringLiteral("FormFileInfo"));
+  setWindowTitle(QStringLiteral("Data File Information"));
+  auto* tabs = new QTabWidget(this);
+  header_ = Table(tabs, QStringLiteral("Header"), {QStringLiteral("Field"), QStringLiteral("Value")});
+  notes_ = new QPlainTextEdit(tabs);
+  notes_->setReadOnly(true);
+  tabs->addTab(notes_, QStringLiteral("Notes"));
+  metadata_ = Table(tabs, QStringLiteral("Metadata"), {QStringLiteral("Name"), QStringLiteral("Value")});
+  notations_ = Table(tabs, QStringLiteral("Notations"),
+                     {QStringLiteral("Time"), QStringLiteral("Channel"), QStringLiteral("Text")});
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(tabs);
+  resize(560, 420);
+  Fill(window);
+}
+
+void FormFileInfo::Fill(const ChartWindow& window) {
+  for (QTableWidget* table : {header_, metadata_, notations_}) table->setRowCount(0);
+  const DataFileHeader& header = window.header;
+  AddRow(header_, {"Local Name", header.localName});
+  AddRow(header_, {"Observer", header.author});
+  AddRow(header_, {"Location", header.location});
+  AddRow(header_, {"Latitude", FormatLatitude(header.latitude)});
+  AddRow(header_, {"Longitude", FormatLongitude(header.longitude)});
+  AddRow(header_, {"Time Zone", NumberText(std::int64_t{header.timeZone})});
+  AddRow(header_, {"Source", header.source});
+  AddRow(header_, {"Start", WholeTime(header.start)});
+  AddRow(header_, {"End", WholeTime(header.end)});
+  AddRow(header_, {"Time Base", window.run.ChartIsLMST ? "LMST" : window.run.ChartIsUT ? "UT" : "Local"});
+  AddRow(header_, {"Samples", NumberText(std::int64_t{window.chart.Count()})});
+  AddRow(header_, {"Channels", NumberText(std::int64_t{window.chart.ChannelCount()})});
+  for (int channel = 0; channel < std::min(window.chart.ChannelCount(), kChannels); ++channel)
+    AddRow(header_, {"Channel " + NumberText(std::int64_t{channel + 1}), window.chart.ChannelName[channel]});
+  AddRow(header_, {"Version", header.version});
+  notes_->setPlainText(ToQString(window.notes));
+  for (const MetadataRecord& record : window.metadata.Records()) AddRow(metadata_, {record.name, record.value});
+  for (int slot = 0; slot < std::min(window.notations.count, Notations::kSlots); ++slot) {
+    const Notation& notation = window.notations.slots[slot];
+    if (notation.text.empty() || notation.text == kDeletedNotation) continue;
+    AddRow(notations_, {WholeTime(notation.stamp), NumberText(std::int64_t{notation.channel + 1}), notation.text});
+  }
+  for (QTableWidget* table : {header_, metadata_, notations_}) table->resizeColumnToContents(0);
+}
+
+}  // namespace tarvolt

@@ -1,0 +1,243 @@
+#include <QMenuBar>
+#include <QMessageBox>
+
+#include "forms/chart/picture_commands.h"
+#include "forms/file_info/form_file_info.h"
+#include "forms/form_main/main_window.h"
+#include "forms/qt_text.h"
+
+namespace tarvolt {
+
+QAction* MainWindow::Add(QMenu& menu, const char* name, const QString& caption, const QKeySequence& key,
+                         Command command, Test enabled, Test checked) {
+  QAction* action = menu.addAction(caption);
+  action->setObjectName(QString::fromLatin1(name));
+  action->setShortcut(key);
+  action->setCheckable(static_cast<bool>(checked));
+  connect(action, &QAction::triggered, this, [this, command = std::move(command)] {
+    QMetaObject::invokeMethod(
+        this,
+        [this, command] {
+          command();
+          Refresh();
+        },
+        Qt::QueuedConnection);
+  });
+  items_.push_back({action, std::move(enabled), std::move(checked)});
+  return action;
+}
+
+void MainWindow::MakeMenus() {
+  MakeFileMenu();
+  MakeModeMenu();
+  MakeViewMenu();
+  MakeChannelsMenu();
+  MakeOptionsMenu();
+  MakeLogsMenu();
+  MakeHelpMenu();
+}
+
+void MainWindow::MakeFileMenu() {
+  QMenu& menu = *menuBar()->addMenu(QStringLiteral("&File"));
+  const auto canLoad = [this] { return window_.view.LoadCommands && window_.Mode == SessionMode::StandAlone; };
+  startMenu_ = Add(
+      menu, "mnuStartChart", QStringLiteral("Start New Chart"), QKeySequence(Qt::Key_F8), [this] { form_.cmdStart(); },
+      [this] { return window_.view.cmdStart; });
+  menu.addSeparator();
+  Add(
+      menu, "MnuLoadDataFile", QStringLiteral("&Load Data File..."), QKeySequence::Open,
+      [this] { form_.MnuLoadDataFile(); }, canLoad);
+  QMenu* loaded = menu.addMenu(QStringLiteral("Recently Loa&ded"));
+  connect(loaded, &QMenu::aboutToShow, this, [this, loaded] { FillRecent(*loaded, false); });
+  items_.push_back({loaded->menuAction(), canLoad, {}});
+  QMenu* saved = menu.addMenu(QStringLiteral("Recently Sav&ed"));
+  connect(saved, &QMenu::aboutToShow, this, [this, saved] { FillRecent(*saved, true); });
+  items_.push_back({saved->menuAction(), canLoad, {}});
+  Add(menu, "mnuReview", QStringLiteral("New Re&view Window"), QKeySequence::New, [this] { NewReview(); });
+  menu.addSeparator();
+  Add(
+      menu, "mnuSave", QStringLiteral("&Save"), QKeySequence::Save, [this] { form_.mnuSave(); },
+      [this] { return window_.run.ChartRunning ? HasSamples() : window_.view.SaveCommands && HasSamples(); });
+  Add(
+      menu, "mnuSaveView", QStringLiteral("Save &View..."), {}, [this] { form_.cmdSaveView(); },
+      [this] { return window_.view.SaveCommands && HasSamples(); });
+  AddPictureCommands(menu, *plot_);
+  Add(
+      menu, "mnuDataFileInfo", QStringLiteral("Data File &Information"), {},
+      [this] { (new FormFileInfo(window_, this))->show(); }, [this] { return window_.view.InfoCommands; });
+  menu.addSeparator();
+  Add(menu, "mnuLoadProfile", QStringLiteral("Load Pro&file..."), {}, [this] { form_.mnuLoadProfile(); });
+  Add(menu, "mnuSaveProfile", QStringLiteral("Save Profil&e..."), {}, [this] { form_.mnuSaveProfile(); });
+  QMenu* profiles = menu.addMenu(QStringLiteral("Recent Profiles"));
+  connect(profiles, &QMenu::aboutToShow, this, [this, profiles] { FillProfiles(*profiles); });
+  menu.addSeparator();
+  Add(menu, "mnuExit", QStringLiteral("E&xit Program...Close All"), QKeySequence::Quit, [this] { close(); });
+}
+
+void MainWindow::FillRecent(QMenu& menu, bool saved) {
+  menu.clear();
+  int place = 0;
+  for (const std::string& name : saved ? session_.recent.saved : session_.recent.loaded) {
+    ++place;
+    if (name.empty()) continue;
+    QAction* action = menu.addAction(ToQString(name), this, [this, name] {
+      QMetaObject::invokeMethod(
+          this, [this, name] { Load(name); }, Qt::QueuedConnection);
+    });
+    action->setObjectName(
+        (saved ? QStringLiteral("mnuRecentSaved%1") : QStringLiteral("mnuRecentLoaded%1")).arg(place));
+  }
+  if (menu.isEmpty()) menu.addAction(QStringLiteral("(none)"))->setEnabled(false);
+}
+
+void MainWindow::FillProfiles(QMenu& menu) {
+  menu.clear();
+  for (int place = 0; place < static_cast<int>(session_.recent.profiles.size()); ++place) {
+    const std::string& name = session_.recent.profiles[place];
+    if (name.empty()) continue;
+    menu.addAction(ToQString(name), this,
+                   [this, place] {
+                     QMetaObject::invokeMethod(
+                         this, [this, place] { form_.mnuProfile(place); }, Qt::QueuedConnection);
+                   })
+        ->setObjectName(QStringLiteral("mnuProfile%1").arg(place + 1));
+  }
+  if (menu.isEmpty()) menu.addAction(QStringLiteral("(none)"))->setEnabled(false);
+}
+
+void MainWindow::MakeModeMenu() {
+  QMenu& menu = *menuBar()->addMenu(QStringLiteral("&Mode"));
+  struct Row {
+    const char* name;
+    const char* caption;
+    SessionMode mode;
+  };
+  for (const Row& row :
+       {Row{"mnuStandAlone", "&Stand Alone", SessionMode::StandAlone}, Row{"mnuServer", "Ser&ver", SessionMode::Server},
+        Row{"mnuClient", "&Client", SessionMode::Client}}) {
+    Add(
+        menu, row.name, QString::fromLatin1(row.caption), {}, [this, row] { form_.EnterMode(row.mode); },
+        [this] { return window_.view.ModeMenus; }, [this, row] { return window_.Mode == row.mode; });
+  }
+}
+
+void MainWindow::MakeViewMenu() {
+  QMenu& menu = *menuBar()->addMenu(QStringLiteral("&View"));
+  ChartCommands& chart = form_.Chart();
+  const auto hasSamples = [this] { return HasSamples(); };
+  Add(
+      menu, "mnuFullView", QStringLiteral("&Full View"), QKeySequence(Qt::Key_F9), [&chart] { chart.cmdFullView(); },
+      hasSamples);
+  Add(
+      menu, "mnuLastView", QStringLiteral("&Back to the View Before"), {}, [&chart] { chart.RestoreFullView(); },
+      [this] { return window_.views.full.has_value(); });
+  Add(
+      menu, "mnuAutoScroll", QStringLiteral("Auto-S&croll"), QKeySequence(Qt::Key_F11),
+      [&chart] { chart.cmdAutoScrollEnable(); }, {}, [this] { return window_.chart.AutoScroll; });
+  Add(
+      menu, "mnuAutoScale", QStringLiteral("&Auto-Scale"), QKeySequence(Qt::Key_F12),
+      [&chart] { chart.cmdAutoScale(); }, {}, [this] { return window_.chart.AutoScale; });
+  menu.addSeparator();
+  Add(
+      menu, "mnuRememberXY", QStringLiteral("Re&member XY"), {}, [&chart] { chart.mnuRememberXY(); }, hasSamples);
+  Add(
+      menu, "mnuRecallXY", QStringLiteral("Re&call XY"), {}, [&chart] { chart.mnuRecallXY(); },
+      [this] { return window_.view.mnuRecallXY; });
+  Add(menu, "mnuRestoreXYtoDefaults", QStringLiteral("Restore XY to &Defaults"), {},
+      [&chart] { chart.mnuRestoreXYtoDefaults(); });
+  Add(menu, "mnuSetYminToZero", QStringLiteral("Set Y Min to &Zero"), {}, [&chart] { chart.mnuSetYminToZero(); });
+  menu.addSeparator();
+  Add(
+      menu, "mnuSetTimeMarker", QStringLiteral("Set Time Mar&ker at Cursor"), QKeySequence(QStringLiteral("Ctrl+M")),
+      [&chart] { chart.mnuSetTimeMarker(); }, [this] { return window_.chart.CursorChannel >= 0; });
+  Add(
+      menu, "mnuRemoveTimeMarker", QStringLiteral("Remo&ve Time Marker"), {}, [&chart] { chart.mnuRemoveTimeMarker(); },
+      [this] { return window_.chart.TimeMarker.has_value(); });
+  Add(
+      menu, "mnuTimeMilliseconds", QStringLiteral("Time with M&illiseconds"), {},
+      [&chart] { chart.mnuTimeMilliseconds(); }, {}, [this] { return window_.look.DisplayMilliseconds; });
+  Add(
+      menu, "mnuShowLegend", QStringLiteral("&Legend"), {}, [&chart] { chart.mnuShowLegend(); }, {},
+      [this] { return window_.chart.LegendShown; });
+}
+
+void MainWindow::MakeChannelsMenu() {
+  QMenu& menu = *menuBar()->addMenu(QStringLiteral("&Channels"));
+  ChartCommands& chart = form_.Chart();
+  QMenu& visible = *menu.addMenu(QStringLiteral("&Visibility"));
+  visible.menuAction()->setObjectName(QStringLiteral("mnuChannelVisibility"));
+  items_.push_back({visible.menuAction(), [this] { return window_.view.mnuChannelVisibility; }, {}});
+  QMenu& values = *menu.addMenu(QStringLiteral("Show &Value of"));
+  QMenu& averages = *menu.addMenu(QStringLiteral("&Average of"));
+  for (int channel = 0; channel < kChannels; ++channel) {
+    const QString caption = QStringLiteral("CH&%1").arg(channel + 1);
+    const auto exists = [this, channel] { return channel < window_.run.ChannelCount; };
+    const auto runs = [this, exists] { return exists() && window_.run.ChartRunning; };
+    const QByteArray number = QByteArray::number(channel + 1);
+    Add(
+        visible, ("mnuVisCH" + number).constData(), caption, {}, [&chart, channel] { chart.mnuVisCH(channel); }, exists,
+        [this, channel] { return window_.chart.ChannelVisible[channel]; });
+    Add(
+        values, ("mnuCH" + number).constData(), caption, {}, [&chart, channel] { chart.mnuCH(channel); }, runs,
+        [this, channel] { return window_.run.ShownChannel == channel + 1; });
+    Add(
+        averages, ("mnuAvgCH" + number).constData(), caption + QStringLiteral("\tAlt+%1").arg(channel + 1), {},
+        [this, channel] { form_.Average().StartChannelAvg(channel + 1); }, runs);
+  }
+  Add(visible, "mnuShowAllChannels", QStringLiteral("Show &All Channels"), {},
+      [&chart] { chart.mnuShowAllChannels(); });
+}
+
+void MainWindow::MakeOptionsMenu() {
+  QMenu& menu = *menuBar()->addMenu(QStringLiteral("&Options"));
+  QMenu& priority = *menu.addMenu(QStringLiteral("&Priority"));
+  struct Row {
+    const char* name;
+    const char* caption;
+    PriorityClass priorityClass;
+  };
+  for (const Row& row : {Row{"mnuPriorityNormal", "&Normal", PriorityClass::Normal},
+                         Row{"mnuPriorityAboveNormal", "&Above Normal", PriorityClass::AboveNormal},
+                         Row{"mnuPriorityHigh", "&High", PriorityClass::High},
+                         Row{"mnuPriorityRealTime", "&Real Time", PriorityClass::RealTime}}) {
+    Add(priority, row.name, QString::fromLatin1(row.caption), {},
+        [this, row] { form_.mnuPriority(row.priorityClass); });
+  }
+}
+
+void MainWindow::MakeLogsMenu() {
+  QMenu& menu = *menuBar()->addMenu(QStringLiteral("&Logs"));
+  Add(menu, "mnuSessionLog", QStringLiteral("&Session Log"), QKeySequence(QStringLiteral("Ctrl+L")), [this] {
+    log_->show();
+    log_->raise();
+  });
+}
+
+void MainWindow::MakeHelpMenu() {
+  QMenu& menu = *menuBar()->addMenu(QStringLiteral("&Help"));
+  Add(menu, "mnuKeys", QStringLiteral("&Keys"), QKeySequence::HelpContents, [this] { ShowHelp(); });
+  Add(menu, "mnuAbout", QStringLiteral("&About Tarvolt"), {}, [this] {
+    QMessageBox::about(this, QStringLiteral("About Tarvolt"),
+                       QStringLiteral("Tarvolt " TARVOLT_VERSION "\nA strip-chart recorder and data logger for radio "
+                                      "astronomy.\nFree software under the GNU General Public License, version 3 or "
+                                      "later."));
+  });
+}
+
+void MainWindow::ShowHelp() {
+  QMessageBox::information(this, QStringLiteral("Keys"),
+                           QStringLiteral("F8\tstart or stop the chart\n"
+                                          "F9\tfull view\n"
+                                          "F11\tauto-scroll on or off\n"
+                                          "F12\tauto-scale on or off\n"
+                                          "Arrows\tscroll\n"
+                                          "Alt+1 to Alt+8\taverage of a channel\n"
+                                          "Escape\tends a wait; clears the value display\n"
+                                          "Shift+F3\tstatus line on or off\n\n"
+                                          "Wheel\tzooms about the pointer (with Shift the y axis)\n"
+                                          "Drag\tpans\n"
+                                          "Right button or Shift\tdraws a rectangle to zoom to\n"
+                                          "Double click\tfull view"));
+}
+
+}  // namespace tarvolt

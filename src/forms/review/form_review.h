@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QMainWindow>
+
+#include "core/review_window.h"
+#include "forms/chart/chart_status_bar.h"
+#include "forms/chart/chart_tool_bar.h"
+#include "forms/plot/strip_chart_plot.h"
+
+namespace tarvolt {
+
+/// The window of one review chart. A file dropped on it is loaded.
+class FormReview final : public QMainWindow {
+ public:
+  FormReview(Session& session, int number);
+
+  FrmReview& Review() { return review_; }
+  void Refresh();
+
+ protected:
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+
+ private:
+  void MakeMenus();
+
+  FrmReview review_;
+  StripChartPlot* plot_;
+  ChartToolBar* tools_;
+  ChartStatusBar* status_;
+};
+
+}  // namespace tarvolt
