@@ -2,7 +2,7 @@
 
 #include <map>
 
-#include "core/station.h"
+#include "station/station.h"
 
 namespace tarvolt {
 namespace {

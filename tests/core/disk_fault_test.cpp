@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "core/station.h"
+#include "station/station.h"
 
 namespace tarvolt {
 namespace {

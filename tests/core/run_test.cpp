@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "core/station.h"
+#include "station/station.h"
 
 namespace tarvolt {
 namespace {
