@@ -86,6 +86,7 @@ class OneSocket final : public Sockets {
     made = socket.get();
     return socket;
   }
+  std::string LocalAddress() const override { return "127.0.0.1"; }
   FedSocket* made = nullptr;
 };
 

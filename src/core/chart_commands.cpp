@@ -117,8 +117,15 @@ void ChartCommands::cmdAutoScrollEnable() {
 }
 
 void ChartCommands::cmdAutoScale() {
-  chart_.AutoScale = !chart_.AutoScale;
-  if (chart_.AutoScale) FitY(chart_, window_.run.ChannelCount);
+  if (!chart_.AutoScale) return AutoScaleOn();
+  chart_.AutoScale = false;
+  CheckScrollEnabled();
+  ++chart_.RepaintRequests;
+}
+
+void ChartCommands::AutoScaleOn() {
+  chart_.AutoScale = true;
+  FitY(chart_, window_.run.ChannelCount);
   CheckScrollEnabled();
   ++chart_.RepaintRequests;
 }
@@ -128,6 +135,7 @@ void ChartCommands::CheckScrollEnabled() {
       chart_.AutoScroll ? "Auto-Scroll Enabled - Click to Disable" : "Auto-Scroll Disabled - Click to Enable";
   view_.AutoScaleTip =
       chart_.AutoScale ? "Auto-Scale Enabled - Click to Disable" : "Auto-Scale Disabled - Click to Enable";
+  CheckArrowColors();
 }
 
 void ChartCommands::SaveFullViewParams() {
@@ -332,17 +340,18 @@ void ChartCommands::ToggleStatusLine() {
   view_.StatusBarShown = session_.settings.ShowStatusBar;
 }
 
-void ChartCommands::ShowAddress(const std::string& address) {
-  view_.StatusText = "IP = " + address;
+void ChartCommands::ShowAddress() {
+  view_.StatusText = "IP = " + session_.host.sockets.LocalAddress();
 }
 
-void ChartCommands::ShowLastMessage(const std::string& message) {
+void ChartCommands::ShowLastMessage() {
+  const std::string& message = window_.run.LastMessage;
   view_.StatusText = message.empty() ? "No Message Received " : "Last Msg: " + message;
 }
 
 void ChartCommands::UpdateAfterOptionsChange() {
   const Settings& settings = session_.settings;
-  window_.look = LoadChartLook(session_);
+  TakeLook();
   view_.StatusBarShown = settings.ShowStatusBar;
   chart_.AutoScale = settings.AutoScale;
   chart_.XAxisLabel = settings.XALabel;
@@ -362,8 +371,18 @@ void ChartCommands::UpdateAfterOptionsChange() {
   CheckScrollEnabled();
 }
 
+void ChartCommands::TakeLook() {
+  window_.look = LoadChartLook(session_);
+  ++chart_.RepaintRequests;
+}
+
 void ChartCommands::ShowArrows() {
   view_.ArrowsShown = session_.settings.ArrowButtons;
+  CheckArrowColors();
+}
+
+void ChartCommands::CheckArrowColors() {
+  view_.ArrowsActive = !RunOn() || chart_.Mode != ChartMode::Tracking;
 }
 
 }  // namespace tarvolt

@@ -41,6 +41,8 @@ class ChartCommands {
   void cmdAutoScrollEnable();
   /// Toggles AutoScale.
   void cmdAutoScale();
+  /// Puts the y range to the data and keeps it there.
+  void AutoScaleOn();
   void CheckScrollEnabled();
 
   /// All samples and the extremes of the channels; the range before it is kept.
@@ -84,14 +86,25 @@ class ChartCommands {
 
   /// Shift with F3, F4 and F5.
   void ToggleStatusLine();
-  void ShowAddress(const std::string& address);
-  void ShowLastMessage(const std::string& message);
+  void ShowAddress();
+  void ShowLastMessage();
 
   /// Takes the look and the settings of the display over. With a run going nothing of its data or its channels changes.
   void UpdateAfterOptionsChange();
 
+  /// Colours, ticks, fonts and line styles as they are stored now.
+  void TakeLook();
+
   /// Shows or hides the scroll and step buttons by ArrowButtons.
   void ShowArrows();
+  /// The buttons are drawn as active while the chart does not follow its run.
+  void CheckArrowColors();
+
+  /// The window of the view by numbers, and that of the file's information. Both close when their chart goes.
+  void mnuChartView() { view_.ChartViewShown = true; }
+  void CloseChartViews() { view_.ChartViewShown = false; }
+  void mnuDataFileInfo() { view_.InfoShown = true; }
+  void UnloadMyInfoFile() { view_.InfoShown = false; }
 
  private:
   void EndManualScroll();

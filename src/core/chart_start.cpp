@@ -95,6 +95,7 @@ void ChartRun::ResetRunState() {
   run_.chartState = ChartState::Idle;
   run_.TickBusy = false;
   run_.AbortFlag = false;
+  run_.LastMessage.clear();
   run_.MaxingOut = false;
   run_.AvgCount = 0;
   run_.ChannelSum.fill(0);
@@ -176,6 +177,7 @@ void ChartRun::ShowModeStatus() {
 }
 
 void ChartRun::ClearForNewRun() {
+  recorder_.commands.UnloadMyInfoFile();
   window_.notations = Notations{};
   window_.header.source = DataFileHeader().source;
   run_.TimeRefZeroFile = run_.TimeRefZero;
@@ -202,6 +204,7 @@ void ChartRun::DetectZone() {
 }
 
 void ChartRun::DisableCommands() {
+  recorder_.commands.CloseChartViews();
   view_.LoadCommands = false;
   view_.InfoCommands = false;
   view_.ToolCommands = false;

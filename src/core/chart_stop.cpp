@@ -85,6 +85,7 @@ void ChartRun::LogRate() {
 }
 
 void ChartRun::ShowEnded() {
+  recorder_.commands.UnloadMyInfoFile();
   view_.StatusText = "Ended:  " + recorder_.LocalTimeText();
   view_.StartCaption = "&Start Chart";
   view_.StartMenuCaption = "Start New Chart";

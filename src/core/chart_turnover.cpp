@@ -77,8 +77,10 @@ void ChartRun::StartNextLog(bool timerWasOn) {
 
 // The beginning of a further log of the same run.
 void ChartRun::RestartChart() {
+  recorder_.commands.UnloadMyInfoFile();
   run_.DataNeedsSave = false;
   window_.save.SavedAs.clear();
+  recorder_.commands.CloseChartViews();
   run_.LastDcount = 0;
   // A log's stamps rise by themselves: a sidereal day, or the midnight of TimeRefZero, may begin again with it.
   run_.LastStamp = 0;

@@ -139,11 +139,19 @@ void FollowNewest(StripChart& chart) {
 }
 
 std::int32_t FindXaxisMinIndex(const StripChart& chart) {
-  return std::max(std::min(FirstNotBelow(chart, chart.XAxisMin, true), chart.Count() - 1), 0);
+  return FindXaxisMinIndex(chart, chart.XAxisMin);
 }
 
 std::int32_t FindXaxisMaxIndex(const StripChart& chart) {
-  return FirstNotBelow(chart, chart.XAxisMax, false) - 1;
+  return FindXaxisMaxIndex(chart, chart.XAxisMax);
+}
+
+std::int32_t FindXaxisMinIndex(const StripChart& chart, double left) {
+  return std::max(std::min(FirstNotBelow(chart, left, true), chart.Count() - 1), 0);
+}
+
+std::int32_t FindXaxisMaxIndex(const StripChart& chart, double right) {
+  return FirstNotBelow(chart, right, false) - 1;
 }
 
 std::int32_t NearestIndex(const StripChart& chart, double x) {

@@ -52,6 +52,10 @@ void FollowNewest(StripChart& chart);
 std::int32_t FindXaxisMinIndex(const StripChart& chart);
 std::int32_t FindXaxisMaxIndex(const StripChart& chart);
 
+/// The same for edges other than those of the view.
+std::int32_t FindXaxisMinIndex(const StripChart& chart, double left);
+std::int32_t FindXaxisMaxIndex(const StripChart& chart, double right);
+
 /// Index of the sample whose time is nearest to `x`; -1 without samples.
 std::int32_t NearestIndex(const StripChart& chart, double x);
 

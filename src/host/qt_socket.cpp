@@ -3,6 +3,7 @@
 #include <sys/socket.h>
 
 #include <QHostAddress>
+#include <QNetworkInterface>
 #include <QNetworkProxy>
 #include <QTcpSocket>
 #include <array>
@@ -170,6 +171,15 @@ void QtSocket::Disconnect() {
 
 std::unique_ptr<SocketControl> QtSockets::MakeSocket() {
   return std::make_unique<QtSocket>(loop_);
+}
+
+std::string QtSockets::LocalAddress() const {
+  for (const QHostAddress& address : QNetworkInterface::allAddresses()) {
+    if (address.protocol() == QAbstractSocket::IPv4Protocol && !address.isLoopback()) {
+      return address.toString().toStdString();
+    }
+  }
+  return QHostAddress(QHostAddress::LocalHost).toString().toStdString();
 }
 
 }  // namespace tarvolt

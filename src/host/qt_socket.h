@@ -59,6 +59,7 @@ class QtSockets final : public Sockets {
  public:
   explicit QtSockets(EventLoop& loop) : loop_(loop) {}
   std::unique_ptr<SocketControl> MakeSocket() override;
+  std::string LocalAddress() const override;
 
  private:
   EventLoop& loop_;

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 
 #include "config/settings.h"
 #include "timebase/time_base.h"
@@ -66,6 +67,7 @@ struct RunState {
   bool ChartIsUT = false;        ///< the x axis is UT
   bool TimeRefZero = false;      ///< the run's copy: stamps count from the midnight of its start
   bool TimeRefZeroFile = false;  ///< the chart on display has such stamps
+  std::string LastMessage;       ///< what the data source said last, its beginning
   int ShownChannel = 0;          ///< channel of the value display, 1 to 8, 0 for none
 };
 

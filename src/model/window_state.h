@@ -25,6 +25,9 @@ struct WindowState {
   bool mnuRecallXY = false;           ///< there is a remembered range
   bool mnuChannelVisibility = false;  ///< more than one channel is on display
   bool ArrowsShown = false;           ///< the scroll and step buttons
+  bool ArrowsActive = true;           ///< they work on a chart that does not follow its run
+  bool ChartViewShown = false;        ///< FormChartView
+  bool InfoShown = false;             ///< FormFileInfo
   bool StatusBarShown = true;
 
   std::string AutoScrollTip = "Auto-Scroll Disabled - Click to Enable";  ///< cmdAutoScrollEnable

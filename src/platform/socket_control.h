@@ -45,6 +45,9 @@ class Sockets {
  public:
   virtual ~Sockets() = default;
   virtual std::unique_ptr<SocketControl> MakeSocket() = 0;
+
+  /// The address under which the local network knows this machine; that of the loop back to itself without a network.
+  virtual std::string LocalAddress() const = 0;
 };
 
 }  // namespace tarvolt

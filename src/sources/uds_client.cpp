@@ -16,6 +16,8 @@ namespace {
 constexpr double kConnectLimit = 30000;  // milliseconds, of each wait of the opening
 constexpr double kLookInterval = 250;    // milliseconds between two looks for the program's window
 
+constexpr std::size_t kShownMessage = 200;  // bytes kept of a message for a person to see
+
 std::chrono::milliseconds AtLeastOneMillisecond(double milliseconds) {
   return std::chrono::milliseconds(std::max<std::int64_t>(1, std::llround(std::ceil(milliseconds))));
 }
@@ -257,6 +259,7 @@ void UdsClient::State::ActOnPending(const std::shared_ptr<Link>& receiving) {
     const std::size_t end = receiving->pending.find(kUdsEnd, receiving->acted);
     const std::string message = receiving->pending.substr(receiving->acted, end - receiving->acted);
     receiving->acted = end + 1;
+    window.run.LastMessage.assign(message, 0, kShownMessage);
     dispatch.Act(message);
   }
 }

@@ -247,6 +247,20 @@ double Val(std::string_view text) {
   return reader.Peek() == 'H' || reader.Peek() == 'h' ? TakeHexadecimal(reader) : 0;
 }
 
+std::optional<double> ParseNumber(std::string_view text) {
+  std::string number(text);
+  const auto blank = [](char c) { return c == ' ' || c == '\t'; };
+  while (!number.empty() && blank(number.back())) number.pop_back();
+  number.erase(0, std::find_if_not(number.begin(), number.end(), blank) - number.begin());
+  std::replace(number.begin(), number.end(), ',', '.');
+  if (number.starts_with('+') && !number.starts_with("+-")) number.erase(0, 1);
+  double value = 0;
+  const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
+  const bool whole = result.ec == std::errc() && result.ptr == number.data() + number.size();
+  if (!whole || !std::isfinite(value)) return std::nullopt;
+  return value;
+}
+
 std::int32_t ValLong(std::string_view text) {
   return RoundToInt32(Val(text));
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -10,6 +11,10 @@ namespace tarvolt {
 /// is hexadecimal and never negative, reading stops at the first bad character, unreadable text and a number beyond the
 /// range of a double give 0. "." is the decimal point; an exponent is "E" or "D" in either case. Always finite.
 double Val(std::string_view text);
+
+/// The strict reading of a number that a person typed: blanks around it are passed over, "." or "," is the decimal point.
+/// Nothing when the text is anything else than one finite number.
+std::optional<double> ParseNumber(std::string_view text);
 
 /// Val rounded to nearest, ties to even, and held inside the 32-bit range. Not a number gives 0.
 std::int32_t ValLong(std::string_view text);

@@ -71,6 +71,7 @@ class SimNetwork final : public Sockets {
   SimNetwork(SimLoop& loop, std::uint64_t seed);
 
   std::unique_ptr<SocketControl> MakeSocket() override;
+  std::string LocalAddress() const override { return "192.0.2.7"; }
 
   /// Answers connections to the address and port. `onAccept` is given the far end of each one, to keep.
   /// std::logic_error when somebody listens there already.

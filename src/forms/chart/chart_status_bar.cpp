@@ -5,9 +5,9 @@
 namespace tarvolt {
 
 ChartStatusBar::ChartStatusBar(QWidget* parent) : QStatusBar(parent) {
-  left_ = Label("lblLeftStatus", 3);
-  status_ = Label("lblStatus", 6);
-  right_ = Label("lblRightStatus", 2);
+  left_ = Label("lblLeftStatus", 5);
+  status_ = Label("lblStatus", 9);
+  right_ = Label("lblRightStatus", 3);
   right_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
 }
 

@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QToolButton>
 
+#include "forms/plot/chart_colors.h"
 #include "forms/qt_text.h"
 
 namespace tarvolt {
@@ -75,7 +76,19 @@ void ChartToolBar::Refresh() {
   for (QAction* action : arrows_) {
     action->setVisible(window_.view.ArrowsShown);
     action->setEnabled(hasData);
+    SetColor(action, window_.view.ArrowsActive);
   }
+  for (QAction* action : {autoScroll_, autoScale_, cursor_, zoom_}) SetColor(action, action->isChecked());
+}
+
+// Black is the default of both colours and stands for the text colour of the desktop, light or dark.
+void ChartToolBar::SetColor(QAction* action, bool active) {
+  const ChartColors& colors = window_.look.colors;
+  const ChartColor color = active ? colors.ToolbarActiveModeFontColor : colors.ToolbarInactiveModeFontColor;
+  QPalette palette = this->palette();
+  if (color != 0) palette.setColor(QPalette::Active, QPalette::ButtonText, ColorOf(color));
+  QWidget* button = widgetForAction(action);
+  if (button->palette() != palette) button->setPalette(palette);
 }
 
 }  // namespace tarvolt

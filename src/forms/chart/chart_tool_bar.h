@@ -24,6 +24,8 @@ class ChartToolBar final : public QToolBar {
   QAction* Add(const char* name, const QString& caption, const QString& tip, std::function<void()> act);
   QAction* AddStep(const char* name, const QString& caption, const QString& tip, std::function<void()> act);
 
+  void SetColor(QAction* action, bool active);
+
   const ChartWindow& window_;
   ChartCommands& commands_;
   QAction* fullView_;

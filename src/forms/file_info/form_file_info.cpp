@@ -1,5 +1,6 @@
 #include "forms/file_info/form_file_info.h"
 
+#include <QCloseEvent>
 #include <QHeaderView>
 #include <QPlainTextEdit>
 #include <QTabWidget>
@@ -38,7 +39,7 @@ std::string WholeTime(TimeStamp stamp) {
 
 }  // namespace
 
-FormFileInfo::FormFileInfo(const ChartWindow& window, QWidget* parent) : QWidget(parent, Qt::Window) {
+FormFileInfo::FormFileInfo(QWidget* parent) : QWidget(parent, Qt::Window) {
   setObjectName(QStringLiteral("FormFileInfo"));
   setWindowTitle(QStringLiteral("Data File Information"));
   auto* tabs = new QTabWidget(this);
@@ -52,7 +53,6 @@ FormFileInfo::FormFileInfo(const ChartWindow& window, QWidget* parent) : QWidget
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(tabs);
   resize(560, 420);
-  Fill(window);
 }
 
 void FormFileInfo::Fill(const ChartWindow& window) {
@@ -81,6 +81,11 @@ void FormFileInfo::Fill(const ChartWindow& window) {
     AddRow(notations_, {WholeTime(notation.stamp), NumberText(std::int64_t{notation.channel + 1}), notation.text});
   }
   for (QTableWidget* table : {header_, metadata_, notations_}) table->resizeColumnToContents(0);
+}
+
+void FormFileInfo::closeEvent(QCloseEvent* event) {
+  if (closed_) closed_();
+  QWidget::closeEvent(event);
 }
 
 }  // namespace tarvolt

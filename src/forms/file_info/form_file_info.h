@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <functional>
 
 #include "model/chart_window.h"
 
@@ -12,12 +13,19 @@ namespace tarvolt {
 /// What a data file, or the chart on display, tells of itself: header, notes, metadata and notations.
 class FormFileInfo final : public QWidget {
  public:
-  FormFileInfo(const ChartWindow& window, QWidget* parent);
+  explicit FormFileInfo(QWidget* parent);
 
   /// Shows the window's chart as it is now.
   void Fill(const ChartWindow& window);
 
+  /// Called when a person closes it.
+  void OnClosed(std::function<void()> closed) { closed_ = std::move(closed); }
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
  private:
+  std::function<void()> closed_;
   QTableWidget* header_;
   QPlainTextEdit* notes_;
   QTableWidget* metadata_;

@@ -2,28 +2,25 @@
 #include <QMessageBox>
 
 #include "forms/chart/picture_commands.h"
-#include "forms/file_info/form_file_info.h"
 #include "forms/form_main/main_window.h"
 #include "forms/qt_text.h"
 
 namespace tarvolt {
 
+QAction* MainWindow::MakeAction(const char* name, const QString& caption, Command command, Test enabled, Test checked) {
+  auto* action = new QAction(caption, this);
+  action->setObjectName(QString::fromLatin1(name));
+  action->setCheckable(static_cast<bool>(checked));
+  connect(action, &QAction::triggered, this, [this, command = std::move(command)] { RunLater(command); });
+  items_.push_back({action, std::move(enabled), std::move(checked)});
+  return action;
+}
+
 QAction* MainWindow::Add(QMenu& menu, const char* name, const QString& caption, const QKeySequence& key,
                          Command command, Test enabled, Test checked) {
-  QAction* action = menu.addAction(caption);
-  action->setObjectName(QString::fromLatin1(name));
+  QAction* action = MakeAction(name, caption, std::move(command), std::move(enabled), std::move(checked));
   action->setShortcut(key);
-  action->setCheckable(static_cast<bool>(checked));
-  connect(action, &QAction::triggered, this, [this, command = std::move(command)] {
-    QMetaObject::invokeMethod(
-        this,
-        [this, command] {
-          command();
-          Refresh();
-        },
-        Qt::QueuedConnection);
-  });
-  items_.push_back({action, std::move(enabled), std::move(checked)});
+  menu.addAction(action);
   return action;
 }
 
@@ -64,7 +61,7 @@ void MainWindow::MakeFileMenu() {
   AddPictureCommands(menu, *plot_);
   Add(
       menu, "mnuDataFileInfo", QStringLiteral("Data File &Information"), {},
-      [this] { (new FormFileInfo(window_, this))->show(); }, [this] { return window_.view.InfoCommands; });
+      [this] { form_.Chart().mnuDataFileInfo(); }, [this] { return window_.view.InfoCommands; });
   menu.addSeparator();
   Add(menu, "mnuLoadProfile", QStringLiteral("Load Pro&file..."), {}, [this] { form_.mnuLoadProfile(); });
   Add(menu, "mnuSaveProfile", QStringLiteral("Save Profil&e..."), {}, [this] { form_.mnuSaveProfile(); });
@@ -80,10 +77,7 @@ void MainWindow::FillRecent(QMenu& menu, bool saved) {
   for (const std::string& name : saved ? session_.recent.saved : session_.recent.loaded) {
     ++place;
     if (name.empty()) continue;
-    QAction* action = menu.addAction(ToQString(name), this, [this, name] {
-      QMetaObject::invokeMethod(
-          this, [this, name] { Load(name); }, Qt::QueuedConnection);
-    });
+    QAction* action = menu.addAction(ToQString(name), this, [this, name] { RunLater([this, name] { Load(name); }); });
     action->setObjectName(
         (saved ? QStringLiteral("mnuRecentSaved%1") : QStringLiteral("mnuRecentLoaded%1")).arg(place));
   }
@@ -95,11 +89,7 @@ void MainWindow::FillProfiles(QMenu& menu) {
   for (int place = 0; place < static_cast<int>(session_.recent.profiles.size()); ++place) {
     const std::string& name = session_.recent.profiles[place];
     if (name.empty()) continue;
-    menu.addAction(ToQString(name), this,
-                   [this, place] {
-                     QMetaObject::invokeMethod(
-                         this, [this, place] { form_.mnuProfile(place); }, Qt::QueuedConnection);
-                   })
+    menu.addAction(ToQString(name), this, [this, place] { RunLater([this, place] { form_.mnuProfile(place); }); })
         ->setObjectName(QStringLiteral("mnuProfile%1").arg(place + 1));
   }
   if (menu.isEmpty()) menu.addAction(QStringLiteral("(none)"))->setEnabled(false);
@@ -137,6 +127,9 @@ void MainWindow::MakeViewMenu() {
   Add(
       menu, "mnuAutoScale", QStringLiteral("&Auto-Scale"), QKeySequence(Qt::Key_F12),
       [&chart] { chart.cmdAutoScale(); }, {}, [this] { return window_.chart.AutoScale; });
+  Add(
+      menu, "mnuChartView", QStringLiteral("View by &Numbers..."), QKeySequence(QStringLiteral("Ctrl+G")),
+      [&chart] { chart.mnuChartView(); }, hasSamples);
   menu.addSeparator();
   Add(
       menu, "mnuRememberXY", QStringLiteral("Re&member XY"), {}, [&chart] { chart.mnuRememberXY(); }, hasSamples);
@@ -190,7 +183,15 @@ void MainWindow::MakeChannelsMenu() {
 
 void MainWindow::MakeOptionsMenu() {
   QMenu& menu = *menuBar()->addMenu(QStringLiteral("&Options"));
-  QMenu& priority = *menu.addMenu(QStringLiteral("&Priority"));
+  Add(menu, "mnuTickGrid", QStringLiteral("&Ticks and Grid..."), {}, [this] { ShowTickGrid(); });
+  Add(menu, "mnuColors", QStringLiteral("&Colors..."), {}, [this] { ShowColors(); });
+  Add(menu, "mnuFonts", QStringLiteral("&Fonts..."), {}, [this] { ShowFonts(); });
+  menu.addSeparator();
+  MakePriorityMenu(menu);
+}
+
+void MainWindow::MakePriorityMenu(QMenu& options) {
+  QMenu& priority = *options.addMenu(QStringLiteral("&Priority"));
   struct Row {
     const char* name;
     const char* caption;
@@ -233,7 +234,9 @@ void MainWindow::ShowHelp() {
                                           "Arrows\tscroll\n"
                                           "Alt+1 to Alt+8\taverage of a channel\n"
                                           "Escape\tends a wait; clears the value display\n"
-                                          "Shift+F3\tstatus line on or off\n\n"
+                                          "Shift+F3\tstatus line on or off\n"
+                                          "Shift+F4\taddress of this machine\n"
+                                          "Shift+F5\tlast message of the data source\n\n"
                                           "Wheel\tzooms about the pointer (with Shift the y axis)\n"
                                           "Drag\tpans\n"
                                           "Right button or Shift\tdraws a rectangle to zoom to\n"

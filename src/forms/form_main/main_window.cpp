@@ -3,11 +3,16 @@
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QPushButton>
 #include <QScreen>
 #include <QVBoxLayout>
 
+#include "core/chart_look_store.h"
 #include "forms/chart/file_drop.h"
 #include "forms/chart/plot_events.h"
+#include "forms/look/form_colors.h"
+#include "forms/look/form_fonts.h"
+#include "forms/look/form_tick_grid.h"
 #include "forms/qt_text.h"
 #include "text/number.h"
 
@@ -19,13 +24,22 @@ constexpr int kRefreshMilliseconds = 33;
 /// The store keeps sizes in twentieths of a point; a pixel of the usual screen is fifteen of them.
 constexpr int kTwipsAPixel = 15;
 
+/// In which all buttons and the status line find room.
+constexpr int kLeastWidth = 960;
+constexpr int kLeastHeight = 540;
+
 int PixelsOf(const Session& session, const char* key, int least) {
   return std::max(ValLong(session.store.GetSetting(Section::Settings, key)) / kTwipsAPixel, least);
 }
 
 }  // namespace
 
-MainWindow::MainWindow(Session& session, FormMain& form) : session_(session), form_(form), window_(form.Window()) {
+MainWindow::MainWindow(Session& session, FormMain& form)
+    : session_(session),
+      form_(form),
+      window_(form.Window()),
+      side_(
+          session, window_, form.Chart(), [this](const ChartViewEntry& entry) { return ApplyViewToAll(entry); }, this) {
   setObjectName(QStringLiteral("form1"));
   setAcceptDrops(true);
   plot_ = new StripChartPlot(window_, this);
@@ -58,32 +72,43 @@ void MainWindow::MakeToolBar() {
   main_->setObjectName(QStringLiteral("MainToolBar"));
   main_->setMovable(false);
   main_->setToolButtonStyle(Qt::ToolButtonTextOnly);
-  start_ = Add(
-      *new QMenu(this), "cmdStart", QStringLiteral("&Start Chart"), {}, [this] { form_.cmdStart(); },
-      [this] { return window_.view.cmdStart; });
-  main_->addAction(start_);
-  main_->widgetForAction(start_)->setObjectName(QStringLiteral("cmdStart"));
+  start_ = new QPushButton(main_);
+  start_->setObjectName(QStringLiteral("cmdStart"));
+  start_->setFlat(true);
+  start_->setFocusPolicy(Qt::NoFocus);
+  connect(start_, &QPushButton::clicked, this, [this] { RunLater([this] { form_.cmdStart(); }); });
+  main_->addWidget(start_);
   tools_ = new ChartToolBar(window_, form_.Chart(), this);
   addToolBar(tools_);
   tools_->addSeparator();
-  const auto addButton = [this](const char* name, const QString& caption, const QString& tip, Command command,
-                                Test enabled) {
-    QAction* action = Add(*new QMenu(this), name, caption, {}, std::move(command), std::move(enabled));
-    action->setToolTip(tip);
-    tools_->addAction(action);
-    tools_->widgetForAction(action)->setObjectName(QString::fromLatin1(name));
-  };
-  addButton(
+  AddButton(
       "cmdOffset", QStringLiteral("Offset"), QStringLiteral("Offsets of the channels"),
       [this] { form_.Offsets().cmdOffset(); }, [this] { return window_.view.OffsetCommand; });
-  addButton(
+  AddButton(
       "cmdInfo", QStringLiteral("Info"), QStringLiteral("What the chart tells of itself"),
-      [this] { findChild<QAction*>(QStringLiteral("mnuDataFileInfo"))->trigger(); },
-      [this] { return window_.view.InfoCommands; });
-  addButton(
+      [this] { form_.Chart().mnuDataFileInfo(); }, [this] { return window_.view.InfoCommands; });
+  AddButton(
       "cmdSaveView", QStringLiteral("Save View"), QStringLiteral("Save the stretch in view"),
       [this] { form_.cmdSaveView(); }, [this] { return window_.view.SaveCommands && HasSamples(); });
   tools_->addWidget(value_);
+}
+
+void MainWindow::RunLater(Command command) {
+  QMetaObject::invokeMethod(
+      this,
+      [this, command = std::move(command)] {
+        command();
+        Refresh();
+      },
+      Qt::QueuedConnection);
+}
+
+void MainWindow::AddButton(const char* name, const QString& caption, const QString& tip, Command command,
+                           Test enabled) {
+  QAction* action = MakeAction(name, caption, std::move(command), std::move(enabled));
+  action->setToolTip(tip);
+  tools_->addAction(action);
+  tools_->widgetForAction(action)->setObjectName(QString::fromLatin1(name));
 }
 
 void MainWindow::Refresh() {
@@ -91,12 +116,14 @@ void MainWindow::Refresh() {
   const QString title = view.Title.empty() ? QStringLiteral("Tarvolt") : ToQString(view.Title);
   if (windowTitle() != title) setWindowTitle(title);
   start_->setText(ToQString(view.StartCaption));
+  start_->setEnabled(view.cmdStart);
   startMenu_->setText(ToQString(view.StartMenuCaption));
   value_->setText(ToQString(view.ValueLabel));
   RefreshItems();
   tools_->Refresh();
   offsets_->Refresh();
   status_->Refresh(view);
+  side_.Refresh();
   plot_->RefreshWhenAsked();
   for (const QPointer<FormReview>& review : reviews_) {
     if (review && review->isVisible()) review->Refresh();
@@ -116,10 +143,59 @@ void MainWindow::NewReview() {
     QPointer<FormReview>& review = reviews_[place];
     if (review && review->isVisible()) continue;
     delete review;
-    review = new FormReview(session_, place + 1);
+    review = new FormReview(session_, place + 1, [this](const ChartViewEntry& entry) { return ApplyViewToAll(entry); });
     review->show();
     return;
   }
+}
+
+// In words what is wrong with the entry for the first window that cannot show it; windows without enough data are
+// passed over when another one shows it.
+std::string MainWindow::ApplyViewToAll(const ChartViewEntry& entry) {
+  std::string problem;
+  bool shown = false;
+  const auto applyTo = [&](const ChartWindow& window, ChartCommands& commands) {
+    const std::string words = ApplyChartView(entry, window, commands);
+    shown = shown || words.empty();
+    if (problem.empty()) problem = words;
+  };
+  applyTo(window_, form_.Chart());
+  for (const QPointer<FormReview>& review : reviews_) {
+    if (review && review->isVisible()) applyTo(review->Review().Window(), review->Review().Chart());
+  }
+  return shown ? std::string() : problem;
+}
+
+void MainWindow::TakeLookEverywhere() {
+  form_.Chart().TakeLook();
+  for (const QPointer<FormReview>& review : reviews_) {
+    if (review) review->Review().Chart().TakeLook();
+  }
+}
+
+void MainWindow::ShowTickGrid() {
+  FormTickGrid dialog(window_.look.ticks, this);
+  if (dialog.exec() != QDialog::Accepted) return;
+  SaveTickGrid(session_, dialog.GetFromControls());
+  TakeLookEverywhere();
+}
+
+void MainWindow::ShowColors() {
+  FormColors dialog(
+      window_.look.colors,
+      [this](const ChartColors& colors) {
+        SaveColors(session_, colors);
+        TakeLookEverywhere();
+      },
+      this);
+  dialog.exec();
+}
+
+void MainWindow::ShowFonts() {
+  FormFonts dialog(window_.look.fonts, this);
+  if (dialog.exec() != QDialog::Accepted) return;
+  SaveFonts(session_, dialog.Fonts());
+  TakeLookEverywhere();
 }
 
 void MainWindow::Load(const std::string& path) {
@@ -137,47 +213,48 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
 void MainWindow::dropEvent(QDropEvent* event) {
   const std::string file = DroppedDataFile(*event->mimeData());
   event->acceptProposedAction();
-  QMetaObject::invokeMethod(
-      this, [this, file] { Load(file); }, Qt::QueuedConnection);
+  RunLater([this, file] { Load(file); });
 }
 
 // Closing asks the recorder to end; the program's loop then leaves, saves and lets the window go.
 void MainWindow::closeEvent(QCloseEvent* event) {
   StoreGeometry();
   event->ignore();
-  QMetaObject::invokeMethod(
-      this, [this] { form_.RequestEnd(); }, Qt::QueuedConnection);
+  RunLater([this] { form_.RequestEnd(); });
 }
 
 void MainWindow::keyPressEvent(QKeyEvent* event) {
   ChartCommands& chart = form_.Chart();
-  const bool shift = event->modifiers().testFlag(Qt::ShiftModifier);
-  const bool alt = event->modifiers().testFlag(Qt::AltModifier);
-  if (alt && event->key() >= Qt::Key_1 && event->key() <= Qt::Key_8) {
-    return form_.Average().StartChannelAvg(event->key() - Qt::Key_0);
+  const int key = event->key();
+  // A digit of the keypad is the same key as one of the row.
+  if (event->modifiers().testFlag(Qt::AltModifier) && key >= Qt::Key_1 && key <= Qt::Key_8) {
+    form_.Average().StartChannelAvg(key - Qt::Key_0);
+  } else if (key == Qt::Key_Escape) {
+    form_.Escape();
+  } else if (key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down) {
+    ScrollKey(key);
+  } else if (event->modifiers().testFlag(Qt::ShiftModifier) && key == Qt::Key_F3) {
+    chart.ToggleStatusLine();
+  } else if (event->modifiers().testFlag(Qt::ShiftModifier) && key == Qt::Key_F4) {
+    chart.ShowAddress();
+  } else if (event->modifiers().testFlag(Qt::ShiftModifier) && key == Qt::Key_F5) {
+    chart.ShowLastMessage();
+  } else {
+    return QMainWindow::keyPressEvent(event);
   }
-  switch (event->key()) {
-    case Qt::Key_Escape:
-      return form_.Escape();
-    case Qt::Key_Left:
-      return chart.ScrollLeft();
-    case Qt::Key_Right:
-      return chart.ScrollRight();
-    case Qt::Key_Up:
-      return chart.ScrollUp();
-    case Qt::Key_Down:
-      return chart.ScrollDown();
-    case Qt::Key_F3:
-      if (shift) return chart.ToggleStatusLine();
-      break;
-    default:
-      break;
-  }
-  QMainWindow::keyPressEvent(event);
+  Refresh();
+}
+
+void MainWindow::ScrollKey(int key) {
+  ChartCommands& chart = form_.Chart();
+  if (key == Qt::Key_Left) chart.ScrollLeft();
+  if (key == Qt::Key_Right) chart.ScrollRight();
+  if (key == Qt::Key_Up) chart.ScrollUp();
+  if (key == Qt::Key_Down) chart.ScrollDown();
 }
 
 void MainWindow::RestoreGeometry() {
-  resize(PixelsOf(session_, "Width", 600), PixelsOf(session_, "Height", 400));
+  resize(PixelsOf(session_, "Width", kLeastWidth), PixelsOf(session_, "Height", kLeastHeight));
   QPoint corner(PixelsOf(session_, "Left", 0), PixelsOf(session_, "Top", 0));
   const QScreen* screen = QGuiApplication::primaryScreen();
   if (screen != nullptr && !screen->availableGeometry().contains(corner)) corner = QPoint(0, 0);

@@ -8,12 +8,15 @@
 #include <vector>
 
 #include "core/form_main.h"
+#include "forms/chart/chart_side_windows.h"
 #include "forms/chart/chart_status_bar.h"
 #include "forms/chart/chart_tool_bar.h"
 #include "forms/form_main/offset_frame.h"
 #include "forms/logs/form_session_log.h"
 #include "forms/plot/strip_chart_plot.h"
 #include "forms/review/form_review.h"
+
+class QPushButton;
 
 namespace tarvolt {
 
@@ -52,16 +55,27 @@ class MainWindow final : public QMainWindow {
   void MakeViewMenu();
   void MakeChannelsMenu();
   void MakeOptionsMenu();
+  void MakePriorityMenu(QMenu& options);
   void MakeLogsMenu();
   void MakeHelpMenu();
   QAction* Add(QMenu& menu, const char* name, const QString& caption, const QKeySequence& key, Command command,
                Test enabled = {}, Test checked = {});
+  QAction* MakeAction(const char* name, const QString& caption, Command command, Test enabled, Test checked = {});
   void FillRecent(QMenu& menu, bool saved);
   void FillProfiles(QMenu& menu);
 
+  /// Runs a command outside of the click or key that asked for it.
+  void RunLater(Command command);
   void MakeToolBar();
+  void AddButton(const char* name, const QString& caption, const QString& tip, Command command, Test enabled);
   void RefreshItems();
   void NewReview();
+  std::string ApplyViewToAll(const ChartViewEntry& entry);
+  void TakeLookEverywhere();
+  void ShowTickGrid();
+  void ShowColors();
+  void ShowFonts();
+  void ScrollKey(int key);
   void Load(const std::string& path);
   void ShowHelp();
   void RestoreGeometry();
@@ -78,10 +92,11 @@ class MainWindow final : public QMainWindow {
   QLabel* value_;
   OffsetFrame* offsets_;
   FormSessionLog* log_;
-  QAction* start_;
+  QPushButton* start_;
   QAction* startMenu_;
   std::vector<Item> items_;
   std::vector<QPointer<FormReview>> reviews_;
+  ChartSideWindows side_;
   QTimer refresh_;
 };
 

@@ -48,8 +48,8 @@ void ChannelPlottable::draw(QCPPainter* painter) {
   applyDefaultAntialiasingHint(painter);
   painter->setPen(mPen);
   painter->setBrush(Qt::NoBrush);
-  const std::int32_t first = std::max(FindXaxisMinIndex(chart) - 1, 0);
-  const std::int32_t last = std::min(FindXaxisMaxIndex(chart) + 1, chart.Count() - 1);
+  const std::int32_t first = std::max(FindXaxisMinIndex(chart, mKeyAxis->range().lower) - 1, 0);
+  const std::int32_t last = std::min(FindXaxisMaxIndex(chart, mKeyAxis->range().upper) + 1, chart.Count() - 1);
   if (last < first) return;
   const double samples = static_cast<double>(last) - first;
   if (samples <= kPointsAPixel * mKeyAxis->axisRect()->width()) {

@@ -30,8 +30,6 @@ StripChartPlot::StripChartPlot(const ChartWindow& window, QWidget* parent)
   setObjectName(QStringLiteral("iStripChartX1"));
   setMouseTracking(true);
   setNoAntialiasingOnDrag(true);
-  plotLayout()->insertRow(0);
-  plotLayout()->addElement(0, 0, title_);
   plotLayout()->setRowSpacing(0);
   axisRect()->setupFullAxesBox();
   xAxis->setTicker(timeTicker_);
@@ -58,18 +56,18 @@ void StripChartPlot::TakeOver() {
 }
 
 void StripChartPlot::TakeOverRanges() {
-  const StripChart& chart = window_.chart;
-  double xMin = chart.XAxisMin;
-  double xMax = chart.XAxisMax;
+  const ChartRange range = shown_ ? *shown_ : RangeOf(window_.chart);
+  double xMin = range.xMin;
+  double xMax = range.xMax;
   if (!(xMax - xMin > 2 * kLeastHalfWidth)) {
     const double middle = (xMin + xMax) / 2;
     xMin = middle - kLeastHalfWidth;
     xMax = middle + kLeastHalfWidth;
   }
   xAxis->setRange(xMin, xMax);
-  const double largest = std::max(std::abs(chart.YAxisMin), std::abs(chart.YAxisMax));
+  const double largest = std::max(std::abs(range.yMin), std::abs(range.yMax));
   scale_ = largest > kLargestOnAxis ? 1e-150 : 1;
-  yAxis->setRange(chart.YAxisMin * scale_, chart.YAxisMax * scale_);
+  yAxis->setRange(range.yMin * scale_, range.yMax * scale_);
   valueTicker_->scale = scale_;
   overlay_->SetValueScale(scale_);
   for (ChannelPlottable* channel : channels_) channel->SetValueScale(scale_);
@@ -119,11 +117,7 @@ void StripChartPlot::TakeOverAxis(QCPAxis& axis, ChartColor label, ChartColor ma
 
 void StripChartPlot::TakeOverTexts() {
   const StripChart& chart = window_.chart;
-  title_->setText(ToQString(chart.Title));
-  title_->setFont(FontOf(window_.look.fonts.title));
-  title_->setTextColor(ColorOf(window_.look.colors.TitleFontColor));
-  title_->setVisible(!chart.Title.empty());
-  title_->setMaximumSize(QWIDGETSIZE_MAX, chart.Title.empty() ? 0 : QWIDGETSIZE_MAX);
+  TakeOverTitle();
   xAxis->setLabel(ToQString(chart.XAxisLabel));
   yAxis->setLabel(ToQString(chart.YAxisLabel));
   QColor behind = ColorOf(window_.look.colors.GridBackGroundColor);
@@ -144,6 +138,23 @@ void StripChartPlot::TakeOverTexts() {
     any = any || shown;
   }
   legend->setVisible(chart.LegendShown && any);
+}
+
+// An empty title would still take its row.
+void StripChartPlot::TakeOverTitle() {
+  const QString text = ToQString(window_.chart.Title);
+  const bool hasRow = title_->layout() != nullptr;
+  if (text.isEmpty() && hasRow) {
+    plotLayout()->take(title_);
+    plotLayout()->simplify();
+  } else if (!text.isEmpty() && !hasRow) {
+    plotLayout()->insertRow(0);
+    plotLayout()->addElement(0, 0, title_);
+  }
+  title_->setVisible(!text.isEmpty());
+  title_->setText(text);
+  title_->setFont(FontOf(window_.look.fonts.title));
+  title_->setTextColor(ColorOf(window_.look.colors.TitleFontColor));
 }
 
 void StripChartPlot::mousePressEvent(QMouseEvent* event) {

@@ -2,7 +2,9 @@
 
 #include <array>
 #include <functional>
+#include <optional>
 
+#include "display/chart_steps.h"
 #include "forms/plot/axis_tickers.h"
 #include "forms/plot/channel_plottable.h"
 #include "forms/plot/chart_overlay.h"
@@ -30,6 +32,9 @@ class StripChartPlot final : public QCustomPlot {
 
   void SetEvents(PlotEvents events) { events_ = std::move(events); }
 
+  /// Draws another range than the chart's own, for a picture; nothing for the chart's.
+  void ShowRange(std::optional<ChartRange> range) { shown_ = range; }
+
   /// Draws anew, at the screen's next chance, when the chart has asked for it since the last call.
   void RefreshWhenAsked();
 
@@ -48,6 +53,7 @@ class StripChartPlot final : public QCustomPlot {
   void TakeOverLook();
   void TakeOverAxis(QCPAxis& axis, ChartColor label, ChartColor major, ChartColor minor);
   void TakeOverTexts();
+  void TakeOverTitle();
   void ZoomToBand();
   double XOf(double pixel) const { return xAxis->pixelToCoord(pixel); }
   double YOf(double pixel) const { return yAxis->pixelToCoord(pixel) / scale_; }
@@ -64,6 +70,7 @@ class StripChartPlot final : public QCustomPlot {
   QPointF dragged_;
   enum class Drag { None, Pan, Band } drag_ = Drag::None;
   double scale_ = 1;
+  std::optional<ChartRange> shown_;
   std::uint64_t drawnRequests_ = 0;
   bool drawnOnce_ = false;
 };

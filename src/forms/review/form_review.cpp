@@ -6,12 +6,12 @@
 #include "forms/chart/file_drop.h"
 #include "forms/chart/picture_commands.h"
 #include "forms/chart/plot_events.h"
-#include "forms/file_info/form_file_info.h"
 #include "forms/qt_text.h"
 
 namespace tarvolt {
 
-FormReview::FormReview(Session& session, int number) : review_(session, number) {
+FormReview::FormReview(Session& session, int number, FormChartView::Apply applyAll)
+    : review_(session, number), side_(session, review_.Window(), review_.Chart(), std::move(applyAll), this) {
   setObjectName(ToQString(review_.Window().Name));
   setAcceptDrops(true);
   plot_ = new StripChartPlot(review_.Window(), this);
@@ -33,14 +33,14 @@ void FormReview::MakeMenus() {
   file->addAction(QStringLiteral("Save &View..."), this, [this] { review_.cmdSaveView(); })
       ->setObjectName(QStringLiteral("mnuSaveView"));
   AddPictureCommands(*file, *plot_);
-  file->addAction(QStringLiteral("Data File &Information"), this,
-                  [this] { (new FormFileInfo(review_.Window(), this))->show(); })
+  file->addAction(QStringLiteral("Data File &Information"), this, [this] { review_.Chart().mnuDataFileInfo(); })
       ->setObjectName(QStringLiteral("mnuDataFileInfo"));
   file->addSeparator();
   file->addAction(QStringLiteral("Close This Window"), QKeySequence::Close, this, [this] { close(); });
   QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
   view->addAction(QStringLiteral("&Full View"), QKeySequence(Qt::Key_F9), this,
                   [this] { review_.Chart().cmdFullView(); });
+  view->addAction(QStringLiteral("View by &Numbers..."), this, [this] { review_.Chart().mnuChartView(); });
   view->addAction(QStringLiteral("&Remember XY"), this, [this] { review_.Chart().mnuRememberXY(); });
   view->addAction(QStringLiteral("Re&call XY"), this, [this] { review_.Chart().mnuRecallXY(); });
   view->addAction(QStringLiteral("Show &All Channels"), this, [this] { review_.Chart().mnuShowAllChannels(); });
@@ -51,6 +51,7 @@ void FormReview::Refresh() {
   if (windowTitle() != title) setWindowTitle(title);
   tools_->Refresh();
   status_->Refresh(review_.Window().view);
+  side_.Refresh();
   plot_->RefreshWhenAsked();
 }
 

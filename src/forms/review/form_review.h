@@ -3,6 +3,7 @@
 #include <QMainWindow>
 
 #include "core/review_window.h"
+#include "forms/chart/chart_side_windows.h"
 #include "forms/chart/chart_status_bar.h"
 #include "forms/chart/chart_tool_bar.h"
 #include "forms/plot/strip_chart_plot.h"
@@ -12,7 +13,8 @@ namespace tarvolt {
 /// The window of one review chart. A file dropped on it is loaded.
 class FormReview final : public QMainWindow {
  public:
-  FormReview(Session& session, int number);
+  /// `applyAll` shows a view by numbers in all open chart windows.
+  FormReview(Session& session, int number, FormChartView::Apply applyAll);
 
   FrmReview& Review() { return review_; }
   void Refresh();
@@ -28,6 +30,7 @@ class FormReview final : public QMainWindow {
   StripChartPlot* plot_;
   ChartToolBar* tools_;
   ChartStatusBar* status_;
+  ChartSideWindows side_;
 };
 
 }  // namespace tarvolt

@@ -1,0 +1,84 @@
+#include "display/column_reduction.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <map>
+#include <random>
+
+namespace tarvolt {
+namespace {
+
+constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
+
+bool Same(double a, double b) {
+  return a == b || (std::isnan(a) && std::isnan(b));
+}
+
+// Every sample looked at, one after the other.
+std::map<int, PixelColumn> BruteForce(const StripChart& chart, double xMin, double xMax, int width) {
+  std::map<int, PixelColumn> columns;
+  for (std::int32_t i = 0; i < chart.Count(); ++i) {
+    const double time = chart.GetTime(i);
+    if (time < xMin || time > xMax) continue;
+    int x = 0;
+    while (x < width - 1 && time >= xMin + (xMax - xMin) * (static_cast<double>(x + 1) / width)) ++x;
+    const double value = chart.GetValue(0, i);
+    if (columns.find(x) == columns.end()) {
+      columns[x] = {x, value, std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity(), value};
+    }
+    PixelColumn& column = columns[x];
+    column.last = value;
+    if (std::isnan(value)) continue;
+    column.lowest = std::min(column.lowest, value);
+    column.highest = std::max(column.highest, value);
+  }
+  return columns;
+}
+
+TEST(ColumnReduction, ColumnsAgreeWithALookAtEverySample) {
+  std::mt19937 engine(7);
+  for (int round = 0; round < 120; ++round) {
+    StripChart chart;
+    const int samples = static_cast<int>(engine() % 5000);
+    double time = 40000;
+    for (int i = 0; i < samples; ++i) {
+      time += (engine() % 7 == 0 ? 40.0 : engine() % 3) / 86400;  // gaps and equal stamps
+      chart.AddTime(time);
+      const bool hole = engine() % 50 == 0;
+      const bool spike = engine() % 500 == 0;
+      chart.SetValue(0, i, hole ? kNotANumber : spike ? 1e300 : engine() % 1000 / 10.0);
+    }
+    const double span = time - 40000 + 1e-9;
+    const double xMin = 40000 + span * (engine() % 100) / 200;
+    const double xMax = xMin + span * (1 + engine() % 100) / 100;
+    const int width = 1 + static_cast<int>(engine() % 600);
+    const auto expected = BruteForce(chart, xMin, xMax, width);
+    const auto columns = ReduceToColumns(chart, 0, xMin, xMax, width);
+    ASSERT_EQ(columns.size(), expected.size()) << round;
+    for (const PixelColumn& column : columns) {
+      ASSERT_EQ(expected.count(column.x), 1u) << round << " column " << column.x;
+      const PixelColumn& wanted = expected.at(column.x);
+      EXPECT_TRUE(Same(column.first, wanted.first) && Same(column.last, wanted.last)) << round << " " << column.x;
+      if (wanted.lowest > wanted.highest) {
+        EXPECT_GT(column.lowest, column.highest) << "no sample of the column is a number";
+      } else {
+        EXPECT_TRUE(column.lowest == wanted.lowest && column.highest == wanted.highest) << round << " " << column.x;
+      }
+    }
+  }
+}
+
+TEST(ColumnReduction, NothingComesOfNothing) {
+  StripChart chart;
+  EXPECT_TRUE(ReduceToColumns(chart, 0, 0, 1, 100).empty());
+  chart.AddTime(1);
+  EXPECT_TRUE(ReduceToColumns(chart, 0, 1, 1, 100).empty()) << "no width";
+  EXPECT_TRUE(ReduceToColumns(chart, 0, 0, 2, 0).empty()) << "no pixels";
+  EXPECT_TRUE(ReduceToColumns(chart, 3, 0, 2, 10).empty()) << "no such channel";
+  EXPECT_EQ(ReduceToColumns(chart, 0, 0, 1, 10).at(0).x, 9) << "the right edge belongs to the last column";
+}
+
+}  // namespace
+}  // namespace tarvolt

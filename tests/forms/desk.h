@@ -1,0 +1,82 @@
+#pragma once
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QLabel>
+#include <QTimer>
+#include <QToolButton>
+#include <functional>
+
+#include "forms/form_main/main_window.h"
+#include "station/station.h"
+
+namespace tarvolt {
+
+/// A person at the main window of a simulated station.
+class Desk {
+ public:
+  explicit Desk(const std::function<void(Station&)>& prepare = {}) {
+    if (prepare) prepare(station);
+    station.Boot();
+    window = std::make_unique<MainWindow>(station.TheSession(), station.Form());
+    window->resize(1000, 600);
+    window->show();
+    Settle();
+  }
+
+  /// Lets the widgets do what they have posted and shows the state.
+  void Settle() {
+    QApplication::processEvents();
+    window->Refresh();
+    QApplication::processEvents();
+  }
+
+  QAction* Action(const char* name) const {
+    const auto found = window->findChildren<QAction*>(QString::fromLatin1(name));
+    EXPECT_EQ(found.size(), 1) << name;
+    return found.isEmpty() ? nullptr : found.front();
+  }
+
+  /// A menu's command, as its click or its key gives it. Nothing happens while it is disabled.
+  void Choose(const char* name) {
+    Action(name)->trigger();
+    Settle();
+  }
+
+  template <class Widget>
+  Widget* Find(const char* name) const {
+    Widget* widget = window->findChild<Widget*>(QString::fromLatin1(name));
+    EXPECT_NE(widget, nullptr) << name;
+    return widget;
+  }
+
+  void Click(const char* name) {
+    Find<QAbstractButton>(name)->click();
+    Settle();
+  }
+
+  QString LabelText(const char* name) const { return Find<QLabel>(name)->text(); }
+
+  /// Lets the station record so many sets.
+  void Record(int sets) {
+    station.RunForSets(sets);
+    Settle();
+  }
+
+  const StripChart& Chart() { return station.Form().Window().chart; }
+
+  /// Does this with the next modal dialog, which the call that follows opens.
+  static void WithNextDialog(std::function<void(QWidget&)> act, int triesLeft = 100) {
+    QTimer::singleShot(0, qApp, [act = std::move(act), triesLeft] {
+      if (QWidget* dialog = QApplication::activeModalWidget()) return act(*dialog);
+      ASSERT_GT(triesLeft, 0) << "no dialog opened";
+      WithNextDialog(act, triesLeft - 1);
+    });
+  }
+
+  Station station;
+  std::unique_ptr<MainWindow> window;
+};
+
+}  // namespace tarvolt

@@ -1,0 +1,106 @@
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSpinBox>
+
+#include "core/chart_look_store.h"
+#include "forms/desk.h"
+#include "forms/look/color_button.h"
+#include "forms/look/form_colors.h"
+#include "forms/look/form_fonts.h"
+#include "forms/plot/qcp.h"
+
+namespace tarvolt {
+namespace {
+
+void Press(QWidget& dialog, QDialogButtonBox::StandardButton button) {
+  dialog.findChild<QDialogButtonBox*>()->button(button)->click();
+}
+
+TEST(LookDialogs, TicksGoToTheChartAndTheStoreOnOkAlone) {
+  Desk desk;
+  Desk::WithNextDialog([](QWidget& dialog) {
+    dialog.findChild<QSpinBox*>("XAxisTickMajorCount")->setValue(9);
+    Press(dialog, QDialogButtonBox::Cancel);
+  });
+  desk.Choose("mnuTickGrid");
+  EXPECT_EQ(desk.station.Form().Window().look.ticks, TickGrid());
+  Desk::WithNextDialog([](QWidget& dialog) {
+    EXPECT_EQ(dialog.objectName(), "FormTickGrid");
+    dialog.findChild<QSpinBox*>("XAxisTickMajorCount")->setValue(9);
+    dialog.findChild<QComboBox*>("GridLineStyle")->setCurrentIndex(2);
+    Press(dialog, QDialogButtonBox::Ok);
+  });
+  desk.Choose("mnuTickGrid");
+  EXPECT_EQ(desk.station.Form().Window().look.ticks.XAxisTickMajorCount, 9);
+  EXPECT_EQ(GetTickGrid(desk.station.TheSession()).GridLineStyle, 2);
+  EXPECT_EQ(desk.Find<QCustomPlot>("iStripChartX1")->xAxis->grid()->pen().style(), Qt::DotLine);
+}
+
+TEST(LookDialogs, ColorsAreSavedAndRestored) {
+  Desk desk;
+  Desk::WithNextDialog([](QWidget& dialog) {
+    auto& colors = dynamic_cast<FormColors&>(dialog);
+    ChartColors changed = colors.GetColorsFromLabels();
+    EXPECT_EQ(changed, ChartColors());
+    changed.PenColor[3] = 0x123456;
+    changed.GridBackGroundColor = 0x202020;
+    colors.LoadIntoLabels(changed);
+    dialog.findChild<QPushButton*>("CmdSave")->click();
+    dialog.findChild<QPushButton*>("CmdRestore")->click();
+    EXPECT_EQ(colors.GetColorsFromLabels(), ChartColors());
+    Press(dialog, QDialogButtonBox::Close);
+  });
+  desk.Choose("mnuColors");
+  EXPECT_EQ(desk.station.Form().Window().look.colors.PenColor[3], 0x123456) << "restored, but not saved";
+  EXPECT_EQ(GetStripChartColors(desk.station.TheSession()).GridBackGroundColor, 0x202020);
+}
+
+TEST(LookDialogs, AViewByNumbersSaysWhatIsWrongAndClosesWithItsChart) {
+  Desk desk;
+  desk.Click("cmdStart");
+  desk.Record(100);
+  desk.Choose("mnuChartView");
+  auto* view = desk.Find<QWidget>("FormChartView");
+  EXPECT_TRUE(view->isVisible());
+  EXPECT_EQ(view->windowTitle(), "Chart View for Main Window Chart ");
+  view->findChild<QRadioButton*>("OptWidth")->setChecked(true);
+  EXPECT_FALSE(view->findChild<QComboBox*>("TxtTo")->isEnabled());
+  view->findChild<QLineEdit*>("TxtWidth")->setText("none");
+  view->findChild<QPushButton*>("cmdApply")->click();
+  EXPECT_EQ(view->findChild<QLabel*>("lblProblem")->text(), "The width must be a number of seconds above 0.");
+  view->findChild<QComboBox*>("TxtFrom")->setEditText("12:00:02");
+  view->findChild<QLineEdit*>("TxtWidth")->setText("4");
+  view->findChild<QPushButton*>("cmdApplyAll")->click();
+  EXPECT_EQ(view->findChild<QLabel*>("lblProblem")->text(), "");
+  EXPECT_NEAR((desk.Chart().XAxisMax - desk.Chart().XAxisMin) * 86400, 4, 1e-3);
+  view->findChild<QCheckBox*>("ChkAutoY")->setChecked(true);
+  view->findChild<QCheckBox*>("ChkSpecifyY")->setChecked(true);
+  EXPECT_FALSE(view->findChild<QCheckBox*>("ChkAutoY")->isChecked()) << "by hand or by the data";
+  desk.Choose("mnuSave");
+  EXPECT_FALSE(view->isVisible()) << "a new log began";
+}
+
+TEST(LookDialogs, InformationOfTheChartIsShownUntilItGoes) {
+  Desk desk;
+  desk.Click("cmdStart");
+  desk.Record(20);
+  desk.Click("cmdStart");
+  desk.Choose("mnuDataFileInfo");
+  auto* info = desk.Find<QWidget>("FormFileInfo");
+  EXPECT_TRUE(info->isVisible());
+  info->close();
+  desk.Settle();
+  desk.Click("cmdInfo");
+  EXPECT_TRUE(info->isVisible());
+  desk.Click("cmdStart");
+  EXPECT_FALSE(info->isVisible());
+}
+
+}  // namespace
+}  // namespace tarvolt
