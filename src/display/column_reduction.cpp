@@ -49,8 +49,8 @@ std::vector<PixelColumn> ReduceToColumns(const StripChart& chart, int channel, d
     const std::int32_t end = isLast ? FirstAfter(samples, begin, xMax) : FirstAtOrAfter(samples, begin, edge);
     if (end > begin) {
       const MinMax range = samples.Range(channel, begin, end - 1);
-      columns.push_back(
-          {x, samples.Value(channel, begin), range.lowest, range.highest, samples.Value(channel, end - 1)});
+      columns.push_back({x, samples.Value(channel, begin), range.lowest, range.highest, samples.Value(channel, end - 1),
+                         samples.Time(begin), samples.Time(end - 1)});
     }
     begin = end;
   }

@@ -26,10 +26,13 @@ std::map<int, PixelColumn> BruteForce(const StripChart& chart, double xMin, doub
     while (x < width - 1 && time >= xMin + (xMax - xMin) * (static_cast<double>(x + 1) / width)) ++x;
     const double value = chart.GetValue(0, i);
     if (columns.find(x) == columns.end()) {
-      columns[x] = {x, value, std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity(), value};
+      columns[x] = {
+          x,    value, std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity(), value,
+          time, time};
     }
     PixelColumn& column = columns[x];
     column.last = value;
+    column.lastTime = time;
     if (std::isnan(value)) continue;
     column.lowest = std::min(column.lowest, value);
     column.highest = std::max(column.highest, value);
@@ -60,6 +63,7 @@ TEST(ColumnReduction, ColumnsAgreeWithALookAtEverySample) {
     for (const PixelColumn& column : columns) {
       ASSERT_EQ(expected.count(column.x), 1u) << round << " column " << column.x;
       const PixelColumn& wanted = expected.at(column.x);
+      EXPECT_TRUE(column.firstTime == wanted.firstTime && column.lastTime == wanted.lastTime) << round;
       EXPECT_TRUE(Same(column.first, wanted.first) && Same(column.last, wanted.last)) << round << " " << column.x;
       if (wanted.lowest > wanted.highest) {
         EXPECT_GT(column.lowest, column.highest) << "no sample of the column is a number";

@@ -80,7 +80,8 @@ void ChannelPlottable::DrawPoints(QCPPainter* painter, std::int32_t first, std::
   drawLine();
 }
 
-// A column goes first, lowest, highest, last, so that columns join and no spike is lost.
+// Each column is a line from its lowest to its highest value, so that no spike is lost; the last sample of one is
+// joined with the first of the next where they stand, as a drawing of every sample would have it.
 void ChannelPlottable::DrawColumns(QCPPainter* painter) const {
   const StripChart& chart = window_.chart;
   const QRect area = mKeyAxis->axisRect()->rect();
@@ -90,7 +91,9 @@ void ChannelPlottable::DrawColumns(QCPPainter* painter) const {
   for (const PixelColumn& column :
        ReduceToColumns(chart, channel_, mKeyAxis->range().lower, mKeyAxis->range().upper, area.width())) {
     const double x = area.left() + column.x;
-    if (joins && !std::isnan(column.first)) lines.append(QLineF(end, QPointF(x, YPixel(column.first))));
+    if (joins && !std::isnan(column.first)) {
+      lines.append(QLineF(end, QPointF(mKeyAxis->coordToPixel(column.firstTime), YPixel(column.first))));
+    }
     if (column.lowest <= column.highest) {
       const double low = YPixel(column.lowest);
       const double high = YPixel(column.highest);
@@ -98,7 +101,7 @@ void ChannelPlottable::DrawColumns(QCPPainter* painter) const {
       lines.append(QLineF(x, low, x, low == high ? high - 0.5 : high));
     }
     joins = !std::isnan(column.last);
-    if (joins) end = QPointF(x, YPixel(column.last));
+    if (joins) end = QPointF(mKeyAxis->coordToPixel(column.lastTime), YPixel(column.last));
   }
   painter->drawLines(lines);
 }
