@@ -69,6 +69,7 @@ bool ChartRun::RunTheStart(const std::string& profile) {
   ShowStarted();
   run_.ChartRunning = true;
   run_.chartState = ChartState::Armed;
+  recorder_.images.RunStarted();
   return true;
 }
 

@@ -38,6 +38,7 @@ void ChartRun::StopTimers() {
   recorder_.LoTime1->SetEnabled(false);
   run_.TickBusy = false;
   recorder_.average.Clear();
+  recorder_.images.RunStopped();
   recorder_.TimerKeepAlive->SetInterval(kKeepAliveIdle);
   if (window_.chart.AutoScale) window_.chart.ScaleYToData();
   ++window_.chart.RepaintRequests;

@@ -63,6 +63,9 @@ class FormMain final : public RunControl {
   ChannelOffsets& Offsets() { return recorder_.offsets; }
   ChannelAverage& Average() { return recorder_.average; }
 
+  /// The saver of pictures, which a program with a window gives something to draw with.
+  ImageSaver& Images() { return recorder_.images; }
+
   // Commands of menus and buttons (form_main_commands.cpp). Those with a question or a file dialog yield.
 
   /// The one button: starts a chart, or stops the one that runs.

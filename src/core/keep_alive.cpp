@@ -29,6 +29,7 @@ void KeepAlive::Fire() {
   if (run.ChartRunning && !tracking && !hasTool && statusIsFree) {
     window_.view.StatusText = "Press Plot Button to Re-enable";
   }
+  recorder_.images.SaveWhenDue();
   run.LastDcount = run.Dcount;
   chartRun_.RetrySaves();
 }

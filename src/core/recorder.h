@@ -5,6 +5,7 @@
 #include "core/channel_average.h"
 #include "core/channel_offsets.h"
 #include "core/chart_commands.h"
+#include "core/image_saver.h"
 #include "files/backup.h"
 #include "files/pending_saves.h"
 #include "model/chart_window.h"
@@ -31,6 +32,7 @@ struct Recorder {
   ChartCommands commands;
   ChannelOffsets offsets;
   ChannelAverage average;
+  ImageSaver images;
   bool saveFailed = false;         ///< the disk refused the last save: its samples wait in the store and in the backup
   std::unique_ptr<Timer> LoTime1;  ///< paces the samples with TimerType 0
   std::unique_ptr<Timer> TimerKeepAlive;  ///< rate display and watchdogs

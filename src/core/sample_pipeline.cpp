@@ -119,6 +119,7 @@ void SamplePipeline::KeepMiniChartSmall() {
   if (!session_.settings.MiniServer || window_.chart.Count() == 0) return;
   if (run_.CurrentStamp - window_.chart.GetTime(0) < width) return;
   if (session_.settings.DiskBackUp && !recorder_.backup.IsComplete()) return;
+  if (session_.settings.SaveFTPImage) recorder_.images.Save();
   window_.chart.ClearData();
   recorder_.backup.StoreWasCleared();
   window_.chart.XAxisMin = run_.CurrentStamp;

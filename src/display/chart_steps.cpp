@@ -115,18 +115,32 @@ void ScrollDown(StripChart& chart) {
   MoveY(chart, -(chart.YAxisMax - chart.YAxisMin) * kScrollPart);
 }
 
-void FitX(StripChart& chart) {
-  if (chart.Count() == 0) return;
-  SetRange(chart, {chart.GetTime(0), chart.GetTime(chart.Count() - 1), chart.YAxisMin, chart.YAxisMax});
-}
-
-void FitY(StripChart& chart, int channels) {
+ChartRange FullRange(const StripChart& chart, int channels) {
+  ChartRange range = RangeOf(chart);
+  if (chart.Count() == 0) return range;
+  range.xMin = chart.GetTime(0);
+  range.xMax = chart.GetTime(chart.Count() - 1);
   MinMax all;
   for (int channel = 0; channel < std::min(channels, chart.ChannelCount()); ++channel) {
     const MinMax extremes = chart.Samples().Extremes(channel);
     if (!extremes.IsEmpty()) all.Widen(extremes);
   }
-  if (!all.IsEmpty()) SetRange(chart, {chart.XAxisMin, chart.XAxisMax, all.lowest, all.highest});
+  if (all.IsEmpty()) return range;
+  range.yMin = all.lowest;
+  range.yMax = all.highest;
+  return range;
+}
+
+void FitX(StripChart& chart) {
+  if (chart.Count() == 0) return;
+  const ChartRange all = FullRange(chart, 0);
+  SetRange(chart, {all.xMin, all.xMax, chart.YAxisMin, chart.YAxisMax});
+}
+
+void FitY(StripChart& chart, int channels) {
+  if (chart.Count() == 0) return;
+  const ChartRange all = FullRange(chart, channels);
+  SetRange(chart, {chart.XAxisMin, chart.XAxisMax, all.yMin, all.yMax});
 }
 
 void FollowNewest(StripChart& chart) {

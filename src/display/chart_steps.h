@@ -36,6 +36,9 @@ void ScrollRight(StripChart& chart);
 void ScrollUp(StripChart& chart);
 void ScrollDown(StripChart& chart);
 
+/// The range of all samples and of the extremes of the channels below `channels`; an axis without data keeps its range.
+ChartRange FullRange(const StripChart& chart, int channels);
+
 /// The x range to all samples; with one sample or samples of one time it has no width, which a drawing survives. Does
 /// nothing without samples.
 void FitX(StripChart& chart);

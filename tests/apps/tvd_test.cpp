@@ -117,5 +117,33 @@ TEST_F(Tvd, ComplainsInOneLine) {
   EXPECT_EQ(Run("--version").status, 0);
 }
 
+TEST_F(Tvd, PlotDrawsAPictureWithoutADisplay) {
+  RawFile raw;
+  raw.Front(40180.5, 40180.75, 2, "");
+  for (int i = 0; i < 500; ++i) raw.Add(40180.5 + i / 2000.0).Add(std::sin(i * 0.1)).Add(1.0 * i);
+  const std::string file = Write("a.tvd", raw);
+  const auto picture = [this](const char* name) { return (folder_ / name).string(); };
+  EXPECT_EQ(Run("plot " + file + " --size 640x300 -o " + picture("a.png")).status, 0);
+  std::ifstream png(picture("a.png"), std::ios::binary);
+  std::array<unsigned char, 24> head{};
+  png.read(reinterpret_cast<char*>(head.data()), head.size());
+  EXPECT_EQ(head[18] * 256 + head[19], 640);
+  EXPECT_EQ(head[22] * 256 + head[23], 300);
+  EXPECT_EQ(Run("plot " + file + " --from 13:00:00 --to 15:00:00 --channels 2 -o " + picture("a.svg")).status, 0);
+  EXPECT_GT(std::filesystem::file_size(picture("a.svg")), 1000u);
+  EXPECT_EQ(Run("plot " + file + " -o " + picture("a.pdf")).status, 0);
+  for (const char* wrong :
+       {"--size 5", "--size 0x10", "--channels 3", "--channels 2-1", "--from noon", "--from 15:00:00 --to 13:00:00"}) {
+    const Result result = Run("plot " + file + " " + wrong + " -o " + picture("b.png"));
+    EXPECT_EQ(result.status, 2) << wrong;
+    EXPECT_FALSE(result.output.empty()) << wrong;
+    EXPECT_FALSE(std::filesystem::exists(picture("b.png"))) << wrong;
+  }
+  EXPECT_EQ(Run("plot " + file + " -o " + picture("a.gif")).status, 1);
+  const Result missing = Run("plot " + picture("none.tvd"));
+  EXPECT_EQ(missing.status, 1);
+  EXPECT_NE(missing.output.find("Cannot Find the file: "), std::string::npos) << missing.output;
+}
+
 }  // namespace
 }  // namespace tarvolt

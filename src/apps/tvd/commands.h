@@ -21,4 +21,20 @@ struct DumpRange {
 /// readers add to a file of doubles without stamps is not printed.
 bool PrintSamples(DataFileReader& reader, const std::string& name, const DumpRange& range, bool csv);
 
+/// A picture of a data file.
+struct PlotOptions {
+  std::string file;
+  std::string output;    ///< ends in .png, .svg or .pdf; empty for the file's own name with .png, in the current folder
+  std::string from;      ///< a time or a date with a time; empty for the first sample
+  std::string to;        ///< the same for the last sample
+  std::string channels;  ///< "1,3,5-7"; empty for all
+  int width = 1200;      ///< pixels
+  int height = 600;
+};
+
+enum class PlotResult { Drawn, Failed, WrongUsage };
+
+/// Draws it without a display. What is wrong is told on standard error.
+PlotResult PlotFile(const PlotOptions& options, int argc, char** argv);
+
 }  // namespace tarvolt

@@ -1,6 +1,7 @@
 // Tarvolt's data files from a shell: what a file says about itself, and its samples as text.
 
 #include <CLI/CLI.hpp>
+#include <regex>
 #include <string>
 
 #include "commands.h"
@@ -17,6 +18,8 @@ constexpr int kWrongUsage = 2;
 
 struct Options {
   std::string file;
+  PlotOptions plot;
+  std::string size;
   bool json = false;
   bool csv = false;
   DumpRange range;
@@ -36,6 +39,44 @@ CLI::App* AddDump(CLI::App& app, Options& options) {
   dump->add_option("--to", options.range.to, "Index of the last sample to print")->check(CLI::NonNegativeNumber);
   dump->add_flag("--csv", options.csv, "Separated by commas instead of tabs");
   return dump;
+}
+
+CLI::App* AddPlot(CLI::App& app, Options& options) {
+  CLI::App* plot = app.add_subcommand("plot", "A picture of a data file; needs no display");
+  plot->add_option("FILE", options.plot.file, "Data file")->required();
+  plot->add_option("-o,--output", options.plot.output,
+                   "Picture, by its ending .png, .svg or .pdf; else FILE's name with .png");
+  plot->add_option("--from", options.plot.from, "Left edge: \"YYYY-MM-DD hh:nn:ss\", or hh:nn:ss of the first day");
+  plot->add_option("--to", options.plot.to, "Right edge, likewise");
+  plot->add_option("--channels", options.plot.channels, "Channels to draw, such as 1,3 or 2-4");
+  plot->add_option("--size", options.size, "Width and height in pixels, such as 1200x600");
+  return plot;
+}
+
+// "1200x600"; false for anything else.
+bool ReadSize(const std::string& text, PlotOptions& plot) {
+  static const std::regex kSize("([0-9]{1,5})x([0-9]{1,5})");
+  std::smatch parts;
+  if (!std::regex_match(text, parts, kSize)) return false;
+  plot.width = std::stoi(parts[1]);
+  plot.height = std::stoi(parts[2]);
+  return plot.width > 0 && plot.height > 0;
+}
+
+int RunPlot(Options& options, int argc, char** argv) {
+  if (!options.size.empty() && !ReadSize(options.size, options.plot)) {
+    Complain("--size needs WIDTHxHEIGHT in pixels, such as 1200x600");
+    return kWrongUsage;
+  }
+  switch (PlotFile(options.plot, argc, argv)) {
+    case PlotResult::Drawn:
+      return kSuccess;
+    case PlotResult::Failed:
+      return kFailed;
+    case PlotResult::WrongUsage:
+      return kWrongUsage;
+  }
+  return kFailed;
 }
 
 // Tells in one line what is wrong with the file; false then.
@@ -76,11 +117,13 @@ int Main(int argc, char** argv) {
   Options options;
   AddInfo(app, options);
   const CLI::App* dump = AddDump(app, options);
+  const CLI::App* plot = AddPlot(app, options);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? kSuccess : kWrongUsage;
   }
+  if (plot->parsed()) return RunPlot(options, argc, argv);
   if (options.range.to && *options.range.to < options.range.from.value_or(0)) {
     Complain("--to lies before --from");
     return kWrongUsage;

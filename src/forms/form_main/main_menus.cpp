@@ -30,6 +30,7 @@ void MainWindow::MakeMenus() {
   MakeViewMenu();
   MakeChannelsMenu();
   MakeOptionsMenu();
+  MakeToolsMenu();
   MakeLogsMenu();
   MakeHelpMenu();
 }
@@ -204,6 +205,14 @@ void MainWindow::MakePriorityMenu(QMenu& options) {
     Add(priority, row.name, QString::fromLatin1(row.caption), {},
         [this, row] { form_.mnuPriority(row.priorityClass); });
   }
+}
+
+void MainWindow::MakeToolsMenu() {
+  QMenu& menu = *menuBar()->addMenu(QStringLiteral("&Tools"));
+  menu.menuAction()->setObjectName(QStringLiteral("MnuTools"));
+  Add(
+      menu, "mnuSaveFTPImage", QStringLiteral("Save &Images Regularly"), {},
+      [this] { form_.Images().mnuSaveFTPImage(); }, {}, [this] { return form_.Images().IsOn(); });
 }
 
 void MainWindow::MakeLogsMenu() {

@@ -13,6 +13,7 @@
 #include "forms/look/form_colors.h"
 #include "forms/look/form_fonts.h"
 #include "forms/look/form_tick_grid.h"
+#include "forms/plot/chart_picture.h"
 #include "forms/qt_text.h"
 #include "text/number.h"
 
@@ -61,6 +62,10 @@ MainWindow::MainWindow(Session& session, FormMain& form)
   log_ = new FormSessionLog(session_);
   log_->setParent(this, Qt::Window);
   MakeMenus();
+  form_.Images().SetDraw([this](const std::filesystem::path& file, bool fullView, std::string& problem) {
+    const auto all = FullRange(window_.chart, window_.run.ChannelCount);
+    return DrawChartFile(window_, fullView ? std::optional(all) : std::nullopt, ToQString(file.string()), problem);
+  });
   RestoreGeometry();
   connect(&refresh_, &QTimer::timeout, this, [this] { Refresh(); });
   refresh_.start(kRefreshMilliseconds);

@@ -56,6 +56,7 @@ class MainWindow final : public QMainWindow {
   void MakeChannelsMenu();
   void MakeOptionsMenu();
   void MakePriorityMenu(QMenu& options);
+  void MakeToolsMenu();
   void MakeLogsMenu();
   void MakeHelpMenu();
   QAction* Add(QMenu& menu, const char* name, const QString& caption, const QKeySequence& key, Command command,

@@ -26,10 +26,11 @@ double TimeTicker::getTickStep(const QCPRange& range) {
   span_ = range.size();
   setTickOrigin(std::floor(range.lower));
   const double wanted = range.size() * kDay / std::max(tickCount(), 1);
-  for (const double step : kTimeSteps) {
-    if (step >= wanted) return step / kDay;
-  }
-  return getMantissa(wanted / kDay) >= 0 ? std::ceil(wanted / kDay) : 1;
+  if (wanted > std::end(kTimeSteps)[-1]) return std::ceil(wanted / kDay);
+  const auto farness = [wanted](double step) { return std::abs(std::log(step / wanted)); };
+  const double* nearest = std::min_element(std::begin(kTimeSteps), std::end(kTimeSteps),
+                                           [&](double a, double b) { return farness(a) < farness(b); });
+  return *nearest / kDay;
 }
 
 int TimeTicker::getSubTickCount(double) {

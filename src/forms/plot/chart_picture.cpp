@@ -6,11 +6,14 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QSvgGenerator>
+#include <filesystem>
 
 namespace tarvolt {
 namespace {
 
 constexpr int kLargest = 20000;
+constexpr int kPictureWidth = 1200;
+constexpr int kPictureHeight = 600;
 
 bool SaveSvg(StripChartPlot& plot, const QString& file, int width, int height) {
   QSvgGenerator generator;
@@ -47,6 +50,22 @@ bool SaveChartPicture(StripChartPlot& plot, const QString& file, int width, int 
   }
   if (!written) problem = "the file cannot be written";
   return written;
+}
+
+bool DrawChartFile(const ChartWindow& window, const std::optional<ChartRange>& range, const QString& file,
+                   std::string& problem) {
+  StripChartPlot plot(window);
+  plot.ShowRange(range);
+  // What reads the picture meanwhile finds the old one or the new one.
+  const QString part = file + QStringLiteral(".part.") + QFileInfo(file).suffix();
+  if (!SaveChartPicture(plot, part, kPictureWidth, kPictureHeight, problem)) {
+    QFile::remove(part);
+    return false;
+  }
+  std::error_code error;
+  std::filesystem::rename(part.toStdString(), file.toStdString(), error);
+  if (error) problem = error.message();
+  return !error;
 }
 
 void CopyChartPicture(StripChartPlot& plot) {

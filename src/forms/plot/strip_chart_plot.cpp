@@ -56,7 +56,11 @@ void StripChartPlot::TakeOver() {
 }
 
 void StripChartPlot::TakeOverRanges() {
-  const ChartRange range = shown_ ? *shown_ : RangeOf(window_.chart);
+  ChartRange range = shown_ ? *shown_ : RangeOf(window_.chart);
+  if (range.yMin == range.yMax) {
+    range.yMin -= 0.1;
+    range.yMax += 0.1;
+  }
   double xMin = range.xMin;
   double xMax = range.xMax;
   if (!(xMax - xMin > 2 * kLeastHalfWidth)) {
