@@ -8,6 +8,7 @@
 
 #include "forms/chart/file_drop.h"
 #include "forms/chart/plot_events.h"
+#include "forms/plot/chart_picture.h"
 #include "forms/qt_text.h"
 #include "text/number.h"
 
@@ -51,6 +52,15 @@ MainWindow::MainWindow(Session& session, FormMain& form) : session_(session), fo
   connect(&refresh_, &QTimer::timeout, this, [this] { Refresh(); });
   refresh_.start(kRefreshMilliseconds);
   Refresh();
+  form_.OLog().OnOpen([this] { OpenObserverLog(); });
+  if (session_.settings.LoadLogOnStartUp) form_.OLog().Open();
+}
+
+MainWindow::~MainWindow() {
+  form_.OLog().OnOpen({});
+  if (!olog_) return;
+  if (form_.OLog().IsOpen()) olog_->SaveUnasked();
+  delete olog_;
 }
 
 void MainWindow::MakeToolBar() {
@@ -122,6 +132,27 @@ void MainWindow::NewReview() {
   }
 }
 
+// The box of a log that was closed may still wait for its deletion.
+void MainWindow::OpenObserverLog() {
+  if (!olog_ || !form_.OLog().IsOpen()) {
+    olog_ = new FormObserverLog(session_, form_, DesktopOLogHooks([this] { CopyChartPicture(*plot_); }));
+    olog_->show();
+    return;
+  }
+  olog_->setWindowState(olog_->windowState() & ~Qt::WindowMinimized);
+  olog_->show();
+  olog_->raise();
+  olog_->activateWindow();
+}
+
+// The log stays open to the last entry of the run, unless its text is not wanted.
+bool MainWindow::ObserverLogMayEnd() {
+  if (!olog_ || !form_.OLog().IsOpen() || !session_.settings.ShowMsgBox) return true;
+  if (!olog_->MayClose()) return false;
+  if (olog_ && olog_->HasUnsaved()) olog_->KillMe();
+  return true;
+}
+
 void MainWindow::Load(const std::string& path) {
   if (window_.Mode != SessionMode::StandAlone) {
     session_.Tell("Tarvolt", "Must be in Stand Alone Mode or using review window to load file.");
@@ -146,7 +177,11 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   StoreGeometry();
   event->ignore();
   QMetaObject::invokeMethod(
-      this, [this] { form_.RequestEnd(); }, Qt::QueuedConnection);
+      this,
+      [this] {
+        if (ObserverLogMayEnd()) form_.RequestEnd();
+      },
+      Qt::QueuedConnection);
 }
 
 void MainWindow::keyPressEvent(QKeyEvent* event) {
