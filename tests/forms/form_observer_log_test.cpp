@@ -106,9 +106,11 @@ TEST_F(FormObserverLogTest, AnEntryLandsAtTheCaretAndMovesItToTheEnd) {
 }
 
 TEST_F(FormObserverLogTest, AnEntryDoesNotReplaceWhatIsSelected) {
-  Type("typed\n");
+  Menu("mnuBold");
+  box->insertPlainText(QStringLiteral("typed\n"));
   box->selectAll();
   station.Form().OLog().AddEntry("entry", true);
+  EXPECT_LT(box->document()->find(QStringLiteral("entry")).charFormat().fontWeight(), QFont::Bold);
   EXPECT_EQ(Text(), std::string(kOpened) + "typed\n<12:00:00  UT>\nentry");
 }
 

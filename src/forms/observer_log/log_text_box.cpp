@@ -32,11 +32,13 @@ QString LogTextBox::Tail() const {
   return tail.right(2);
 }
 
-// Pasting replaces what is selected: an entry that comes by itself must cost nothing that was written.
+// Pasting replaces what is selected and takes on its looks: an entry that comes by itself must cost nothing that was
+// written, and is plain.
 void LogTextBox::PasteText(const QString& text) {
   QTextCursor caret = textCursor();
   caret.setPosition(caret.position());
   setTextCursor(caret);
+  setCurrentCharFormat(QTextCharFormat());
   QClipboard& clipboard = *QGuiApplication::clipboard();
   clipboard.clear();
   clipboard.setText(text);
