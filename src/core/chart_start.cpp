@@ -3,6 +3,7 @@
 #include "automation/next_restart.h"
 #include "config/profile.h"
 #include "core/chart_run.h"
+#include "core/observer_entries.h"
 #include "core/run_metadata.h"
 #include "files/header_info.h"
 #include "files/naming.h"
@@ -271,6 +272,7 @@ void ChartRun::LogChartStarted() {
   window_.chart.AutoScroll = true;
   recorder_.commands.CheckScrollEnabled();
   run_.UpdateCount = 0;
+  EnterChartStarted(recorder_);
 }
 
 // A sidereal run counts its sidereal clock from a moment in UT, so its offset is that of UT whatever the base of

@@ -3,6 +3,7 @@
 
 #include "core/average_rate.h"
 #include "core/chart_run.h"
+#include "core/observer_entries.h"
 #include "files/backup_source.h"
 #include "files/saving.h"
 #include "text/number.h"
@@ -29,6 +30,7 @@ void ChartRun::StopChart() {
   window_.chart.Mode = ChartMode::Browsing;
   recorder_.commands.CheckScrollEnabled();
   recorder_.commands.ShowArrows();
+  EnterChartStopped(recorder_);
   run_.Stopping = false;
 }
 

@@ -17,6 +17,7 @@ FormMain::FormMain(Session& session)
   recorder_.TimerKeepAlive = loop.MakeTimer([this] { keepAlive_.Fire(); });
   recorder_.TimerKeepAlive->SetInterval(kKeepAliveIdle);
   recorder_.TimerKeepAlive->SetEnabled(true);
+  recorder_.images.OnSaved([this](const std::string& name) { NoteImageSaved(name); });
 }
 
 FormMain::~FormMain() = default;

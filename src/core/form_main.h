@@ -66,6 +66,15 @@ class FormMain final : public RunControl {
   /// The saver of pictures, which a program with a window gives something to draw with.
   ImageSaver& Images() { return recorder_.images; }
 
+  /// The window's observer log, for the box that holds it.
+  ObserverLog& OLog() { return recorder_.window.olog; }
+
+  /// An image file of the chart was written.
+  void NoteImageSaved(const std::filesystem::path& file);
+
+  /// Shows a text in the status line for as long as such messages stand.
+  void ShowStatus(const std::string& text);
+
   // Commands of menus and buttons (form_main_commands.cpp). Those with a question or a file dialog yield.
 
   /// The one button: starts a chart, or stops the one that runs.

@@ -3,6 +3,7 @@
 #include "config/profile.h"
 #include "core/form_main.h"
 #include "core/load_command.h"
+#include "core/observer_entries.h"
 #include "core/priority.h"
 #include "files/saving.h"
 
@@ -90,6 +91,15 @@ void FormMain::UpdateAfterOptionsChange() {
   const RunState& run = recorder_.window.run;
   if (!run.ChartRunning && !run.Starting) chartRun_.TakeTimeBase();
   recorder_.commands.UpdateAfterOptionsChange();
+}
+
+void FormMain::NoteImageSaved(const std::filesystem::path& file) {
+  EnterImageSaved(session_, recorder_.window, file);
+}
+
+void FormMain::ShowStatus(const std::string& text) {
+  recorder_.window.view.StatusText = text;
+  recorder_.window.view.StatusHold = 0;
 }
 
 }  // namespace tarvolt

@@ -11,6 +11,7 @@
 #include "display/strip_chart.h"
 #include "logs/metadata.h"
 #include "logs/notations.h"
+#include "logs/observer_log.h"
 #include "model/data_file_header.h"
 #include "model/run_state.h"
 #include "model/window_state.h"
@@ -63,6 +64,7 @@ struct ChartWindow {
   std::string notes;  ///< free-text notes of the chart on display
   Metadata metadata;
   Notations notations;
+  ObserverLog olog;
   std::array<std::string, 9> channelLabels;  ///< labels of the chart on display
   SaveState save;
   WindowState view;

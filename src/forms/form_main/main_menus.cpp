@@ -59,7 +59,7 @@ void MainWindow::MakeFileMenu() {
   Add(
       menu, "mnuSaveView", QStringLiteral("Save &View..."), {}, [this] { form_.cmdSaveView(); },
       [this] { return window_.view.SaveCommands && HasSamples(); });
-  AddPictureCommands(menu, *plot_);
+  AddPictureCommands(menu, *plot_, [this](const std::string& file) { form_.NoteImageSaved(file); });
   Add(
       menu, "mnuDataFileInfo", QStringLiteral("Data File &Information"), {},
       [this] { form_.Chart().mnuDataFileInfo(); }, [this] { return window_.view.InfoCommands; });
@@ -221,6 +221,8 @@ void MainWindow::MakeLogsMenu() {
     log_->show();
     log_->raise();
   });
+  Add(menu, "mnuObserverLog", QStringLiteral("&Observer Log"), QKeySequence(QStringLiteral("Ctrl+B")),
+      [this] { form_.OLog().Open(); });
 }
 
 void MainWindow::MakeHelpMenu() {

@@ -70,6 +70,15 @@ MainWindow::MainWindow(Session& session, FormMain& form)
   connect(&refresh_, &QTimer::timeout, this, [this] { Refresh(); });
   refresh_.start(kRefreshMilliseconds);
   Refresh();
+  form_.OLog().OnOpen([this] { OpenObserverLog(); });
+  if (session_.settings.LoadLogOnStartUp) form_.OLog().Open();
+}
+
+MainWindow::~MainWindow() {
+  form_.OLog().OnOpen({});
+  if (!olog_) return;
+  if (form_.OLog().IsOpen()) olog_->SaveUnasked();
+  delete olog_;
 }
 
 void MainWindow::MakeToolBar() {
@@ -203,6 +212,27 @@ void MainWindow::ShowFonts() {
   TakeLookEverywhere();
 }
 
+// The box of a log that was closed may still wait for its deletion.
+void MainWindow::OpenObserverLog() {
+  if (!olog_ || !form_.OLog().IsOpen()) {
+    olog_ = new FormObserverLog(session_, form_, DesktopOLogHooks([this] { CopyChartPicture(*plot_); }));
+    olog_->show();
+    return;
+  }
+  olog_->setWindowState(olog_->windowState() & ~Qt::WindowMinimized);
+  olog_->show();
+  olog_->raise();
+  olog_->activateWindow();
+}
+
+// The log stays open to the last entry of the run, unless its text is not wanted.
+bool MainWindow::ObserverLogMayEnd() {
+  if (!olog_ || !form_.OLog().IsOpen() || !session_.settings.ShowMsgBox) return true;
+  if (!olog_->MayClose()) return false;
+  if (olog_ && olog_->HasUnsaved()) olog_->KillMe();
+  return true;
+}
+
 void MainWindow::Load(const std::string& path) {
   if (window_.Mode != SessionMode::StandAlone) {
     session_.Tell("Tarvolt", "Must be in Stand Alone Mode or using review window to load file.");
@@ -225,7 +255,9 @@ void MainWindow::dropEvent(QDropEvent* event) {
 void MainWindow::closeEvent(QCloseEvent* event) {
   StoreGeometry();
   event->ignore();
-  RunLater([this] { form_.RequestEnd(); });
+  RunLater([this] {
+    if (ObserverLogMayEnd()) form_.RequestEnd();
+  });
 }
 
 void MainWindow::keyPressEvent(QKeyEvent* event) {

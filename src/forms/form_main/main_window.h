@@ -13,6 +13,7 @@
 #include "forms/chart/chart_tool_bar.h"
 #include "forms/form_main/offset_frame.h"
 #include "forms/logs/form_session_log.h"
+#include "forms/observer_log/form_observer_log.h"
 #include "forms/plot/strip_chart_plot.h"
 #include "forms/review/form_review.h"
 
@@ -26,6 +27,9 @@ class MainWindow final : public QMainWindow {
  public:
   /// Both outlive it.
   MainWindow(Session& session, FormMain& form);
+
+  /// What is unsaved in the observer log is saved without a question.
+  ~MainWindow() override;
 
   /// Copies the state to the widgets; draws when the chart has asked for it.
   void Refresh();
@@ -77,6 +81,8 @@ class MainWindow final : public QMainWindow {
   void ShowColors();
   void ShowFonts();
   void ScrollKey(int key);
+  void OpenObserverLog();
+  bool ObserverLogMayEnd();
   void Load(const std::string& path);
   void ShowHelp();
   void RestoreGeometry();
@@ -94,6 +100,7 @@ class MainWindow final : public QMainWindow {
   OffsetFrame* offsets_;
   FormSessionLog* log_;
   QPushButton* start_;
+  QPointer<FormObserverLog> olog_;
   QAction* startMenu_;
   std::vector<Item> items_;
   std::vector<QPointer<FormReview>> reviews_;
