@@ -45,8 +45,18 @@ SourcesInUse FindSourcesInUse(const Settings& settings);
 /// the rows before the first 0 are looked at.
 std::string RefuseAtStart(const Settings& settings, bool soundAvailable);
 
-/// Words that refuse the options for their channel table, empty when they are fine.
-std::string RefuseInOptions(const Settings& settings, bool soundAvailable);
+/// What stands against a row, 0 to 7, of the channel table; no text when nothing does.
+struct RowRefusal {
+  int row = 0;
+  std::string text;
+};
+
+/// Words against a single-ended LabJack U12 input whose pair is set to differential; empty for any other row. The
+/// fourth pair is never looked at (meant).
+std::string LJU12Conflict(const Settings& settings, int row);
+
+/// What the options are refused for in their channel table.
+RowRefusal RefuseInOptions(const Settings& settings, bool soundAvailable);
 
 /// The estimate of a full store's file: "(approx file size in bytes = ... )".
 std::string ConvertCountSize(const Settings& settings);

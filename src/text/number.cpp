@@ -247,6 +247,18 @@ double Val(std::string_view text) {
   return reader.Peek() == 'H' || reader.Peek() == 'h' ? TakeHexadecimal(reader) : 0;
 }
 
+bool HoldsNumber(std::string_view text) {
+  Reader reader(text);
+  if (reader.Peek() == '&') {
+    reader.Take();
+    const char letter = reader.Take();
+    return (letter == 'H' || letter == 'h') && HexDigit(reader.Peek()) >= 0;
+  }
+  if (reader.Peek() == '-' || reader.Peek() == '+') reader.Take();
+  if (reader.Peek() == '.') reader.Take();
+  return IsDigit(reader.Peek());
+}
+
 std::int32_t ValLong(std::string_view text) {
   return RoundToInt32(Val(text));
 }

@@ -11,6 +11,9 @@ namespace tarvolt {
 /// range of a double give 0. "." is the decimal point; an exponent is "E" or "D" in either case. Always finite.
 double Val(std::string_view text);
 
+/// True when Val finds a number to read: at least one digit stands where it looks for one.
+bool HoldsNumber(std::string_view text);
+
 /// Val rounded to nearest, ties to even, and held inside the 32-bit range. Not a number gives 0.
 std::int32_t ValLong(std::string_view text);
 
