@@ -94,8 +94,8 @@ class FormMain final : public RunControl {
   /// Real Time is asked about first.
   void mnuPriority(PriorityClass priority);
 
-  /// After the options dialog or a profile: what may change at once changes. A run, and a chart that may still be saved,
-  /// keep the base of their time.
+  /// After the options dialog or a profile: what may change at once changes. A run, and a chart that may still be
+  /// saved, keep the base of their time.
   void UpdateAfterOptionsChange();
 
   // The options dialog (options_command.cpp).

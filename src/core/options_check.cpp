@@ -122,10 +122,9 @@ Problem CheckPorts(const Settings& draft) {
   if (!IsPort(draft.LocalServerPort)) return Refusal(words, "LocalServerPort");
   const bool fits = draft.LocalClientPort >= 1 && draft.LocalClientPort <= kHighestClientPort;
   if (!fits && !draft.AutoSelectClientPort) {
-    return Refusal(
-        "Please input a Client Port value between 1 and 32000. \nAvoid numbers near your Server Port: '" +
-            NumberText(std::int64_t{draft.LocalServerPort}),
-        "LocalClientPort");
+    return Refusal("Please input a Client Port value between 1 and 32000. \nAvoid numbers near your Server Port: '" +
+                       NumberText(std::int64_t{draft.LocalServerPort}),
+                   "LocalClientPort");
   }
   if (!IsPort(draft.UDSport)) return Refusal(words, "UDSport");
   if (!IsBlank(draft.TVudsPort) && !IsPort(ValLong(draft.TVudsPort))) return Refusal(words, "TVudsPort");
@@ -136,6 +135,7 @@ Problem CheckPorts(const Settings& draft) {
 
 std::string OptionText(const Settings& settings, std::string_view key) {
   if (key == "MaxDuration") return NumberText(settings.MaxDuration * kHoursPerDay);
+  if (key == "SaveIF") return NumberText(std::int64_t{(settings.SaveIF > 0) - (settings.SaveIF < 0)});
   if (key == "UserLat") return settings.UserLat <= kUnsetPosition ? kUnknown : FormatLatitude(settings.UserLat);
   if (key == "UserLng") {
     std::string text = LongitudeForDisplay(settings.UserLng, settings.DisplayWest);

@@ -26,9 +26,9 @@ struct SoundFacts {
   std::string format;  ///< description of the format in use
 };
 
-/// The text that the dialog has for a setting: as it is stored, but for MaxDuration, which is entered in hours, and the
-/// position, in degrees, minutes and seconds and the sense of DisplayWest; "unknown" for none. Empty for an unknown
-/// key.
+/// The text that the dialog has for a setting: as it is stored, but for MaxDuration, which is entered in hours, SaveIF,
+/// of which only the sign counts, and the position, in degrees, minutes and seconds and the sense of DisplayWest,
+/// "unknown" for none. Empty for an unknown key.
 std::string OptionText(const Settings& settings, std::string_view key);
 
 /// Lays texts over `draft` by the lenient readings, "," being a decimal point as well. Gives the first one, in their

@@ -33,10 +33,10 @@ std::optional<OptionsProblem> ReadyDataDirectory(Session& session, const Setting
   if (folder.empty() || session.host.files.FolderExists(folder)) return {};
   const auto refusal = [](const std::string& text) { return OptionsProblem{"Tarvolt", text, "DataDirectory"}; };
   if (!folder.is_absolute()) return refusal("The Data Directory must be given with its whole path.");
-  const Question question{"Tarvolt",
-                          "Your specified Data Directory:\n" + draft.DataDirectory +
-                              "\nis not found.\nDo you want it to be created?",
-                          Buttons::YesNo, Answer::Yes};
+  const Question question{
+      "Tarvolt",
+      "Your specified Data Directory:\n" + draft.DataDirectory + "\nis not found.\nDo you want it to be created?",
+      Buttons::YesNo, Answer::Yes};
   if (session.settings.ShowMsgBox && session.host.dialogs.Ask(question) != Answer::Yes) {
     return refusal("The Data Directory " + draft.DataDirectory + " is not found.");
   }

@@ -53,8 +53,8 @@ void FormMain::StoreProgramIdentity() {
   session_.store.EndBatch();
 }
 
-// The settings of an earlier set-up in default.tvp, else the defaults, are what a person begins with, and what a station
-// without one keeps.
+// The settings of an earlier set-up in default.tvp, else the defaults, are what a person begins with, and what a
+// station without one keeps.
 void FormMain::SettleFirstUse() {
   if (session_.store.GetSetting(Section::Settings, "FirstUse") != "True") return;
   const std::string home = session_.home.string();

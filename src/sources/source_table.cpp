@@ -72,6 +72,15 @@ std::string SourceName(DataSourceId source) {
   return std::string(family->name) + " CH" + ChannelNumber(source - family->first);
 }
 
+std::vector<std::string> FirstListRows() {
+  std::vector<std::string> rows(kCrossCorrelationIndex + 1);
+  rows[0] = "none";
+  for (DataSourceId source = 1; source < kSingleSources; ++source) rows[source] = SourceName(source);
+  for (const Family& family : kFamilies) rows[family.listIndex] = family.name;
+  rows[kCrossCorrelationIndex] = "Cross Correlation";
+  return rows;
+}
+
 int SrcToIndex(DataSourceId source) {
   if (source == kCrossCorrelation) return kCrossCorrelationIndex;
   if (source >= 0 && source < kSingleSources) return source;
@@ -128,6 +137,11 @@ std::string LJU12Conflict(const Settings& settings, int row) {
   if (input % 2 == 0 || pair >= kPairsLookedAt || settings.LJU12se[pair] != 1) return {};
   return "You cannot use LabJack U12 channel " + ChannelNumber(input) + " when channel " + ChannelNumber(input - 1) +
          " is set to differential mode.";
+}
+
+bool HasChannels(int firstIndex) {
+  return std::any_of(std::begin(kFamilies), std::end(kFamilies),
+                     [&](const Family& family) { return family.listIndex == firstIndex; });
 }
 
 RowRefusal RefuseInOptions(const Settings& settings, bool soundAvailable) {

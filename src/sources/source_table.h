@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "config/settings.h"
 
@@ -20,11 +21,17 @@ bool IsUds(DataSourceId source);
 /// Name of a source; empty for numbers that are not used.
 std::string SourceName(DataSourceId source);
 
+/// The rows of the first list of the options, in their order.
+std::vector<std::string> FirstListRows();
+
 /// Index in the first list of the options, 0 for numbers that are not used.
 int SrcToIndex(DataSourceId source);
 
 /// Source of the two list indices of a row; 0 when the first list has no such row.
 DataSourceId IndexToSrc(int firstIndex, int secondIndex);
+
+/// True for a row of the first list whose channel is chosen in the second.
+bool HasChannels(int firstIndex);
 
 /// Index in the second list: the last digit, 0 below 4 and for 9.
 int SrcToADCCH(DataSourceId source);

@@ -4,6 +4,7 @@
 #include "forms/chart/picture_commands.h"
 #include "forms/file_info/form_file_info.h"
 #include "forms/form_main/main_window.h"
+#include "forms/options/form_options.h"
 #include "forms/qt_text.h"
 
 namespace tarvolt {
@@ -190,6 +191,8 @@ void MainWindow::MakeChannelsMenu() {
 
 void MainWindow::MakeOptionsMenu() {
   QMenu& menu = *menuBar()->addMenu(QStringLiteral("&Options"));
+  Add(menu, "mnuOptions", QStringLiteral("&Options..."), QKeySequence::Preferences,
+      [this] { (new FormOptions(session_, form_, this))->open(); });
   QMenu& priority = *menu.addMenu(QStringLiteral("&Priority"));
   struct Row {
     const char* name;
