@@ -8,7 +8,8 @@
 namespace tarvolt {
 
 /// Sees to it that the data folder of `draft` is there; an empty one is the folder under home and needs nothing. A
-/// missing folder is made, with ShowMsgBox after asking. Gives why it cannot be used. Yields in the question.
+/// missing folder is made: the station's own at once, another with ShowMsgBox after asking. Gives why it cannot be
+/// used. Yields in the question.
 std::optional<OptionsProblem> ReadyDataDirectory(Session& session, const Settings& draft);
 
 }  // namespace tarvolt

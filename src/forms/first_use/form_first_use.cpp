@@ -2,7 +2,6 @@
 
 #include <QDialogButtonBox>
 #include <QLabel>
-#include <QScrollArea>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -39,15 +38,13 @@ FormFirstUse::FormFirstUse(Session& session, Settings& settings, std::function<b
                                           "it. All of this can be changed later under Options."),
                            this);
   words->setWordWrap(true);
-  auto* area = new QScrollArea(this);
-  area->setWidgetResizable(true);
-  area->setFrameShape(QFrame::NoFrame);
-  area->setWidget(page);
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(words);
-  layout->addWidget(area, 1);
+  layout->addWidget(Scrolling(page, this), 1);
   layout->addWidget(buttons);
   fields_.Show(settings);
+  if (auto* name = qobject_cast<QLineEdit*>(fields_.WidgetOf("LocalName"))) name->selectAll();
+  FitToPages(*this);
   connect(&endTimer_, &QTimer::timeout, this, [this, endAsked = std::move(endAsked)] {
     if (endAsked()) reject();
   });

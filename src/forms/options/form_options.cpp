@@ -1,8 +1,6 @@
 #include "forms/options/form_options.h"
 
 #include <QDialogButtonBox>
-#include <QScrollArea>
-#include <QScrollBar>
 #include <QVBoxLayout>
 
 #include "forms/options/identity_page.h"
@@ -34,6 +32,7 @@ FormOptions::FormOptions(Session& session, FormMain& form, QWidget* parent)
   ShowSettings();
   const int page = ValLong(session_.store.GetSetting(Section::Settings, "OptionsTabII"));
   tabs_->setCurrentIndex(page >= 0 && page < tabs_->count() ? page : 0);
+  FitToPages(*this);
 }
 
 void FormOptions::AddPages() {
@@ -51,14 +50,8 @@ void FormOptions::AddPages() {
   AddPage(MakeMessagesPage(fields_, this), QStringLiteral("Messages"));
 }
 
-// On a small screen a page scrolls.
 void FormOptions::AddPage(QWidget* page, const QString& title) {
-  auto* area = new QScrollArea(this);
-  area->setWidgetResizable(true);
-  area->setFrameShape(QFrame::NoFrame);
-  area->setWidget(page);
-  area->setMinimumWidth(page->minimumSizeHint().width() + area->verticalScrollBar()->sizeHint().width());
-  tabs_->addTab(area, title);
+  tabs_->addTab(Scrolling(page, this), title);
 }
 
 void FormOptions::AddButtons() {

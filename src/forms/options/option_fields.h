@@ -19,6 +19,8 @@ class OptionFields {
  public:
   /// `changed` is called after a person has changed a field.
   explicit OptionFields(std::function<void()> changed);
+  OptionFields(const OptionFields&) = delete;
+  OptionFields& operator=(const OptionFields&) = delete;
 
   void Add(const std::string& key, QLineEdit& line);
   void Add(const std::string& key, QCheckBox& box);

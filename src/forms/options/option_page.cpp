@@ -2,6 +2,11 @@
 
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QScreen>
+#include <QScrollBar>
+#include <QTabBar>
+#include <QTabWidget>
+#include <algorithm>
 
 #include "config/settings_table.h"
 
@@ -11,6 +16,34 @@ namespace {
 constexpr int kNumberWidth = 110;
 
 }  // namespace
+
+QScrollArea* Scrolling(QWidget* page, QWidget* parent) {
+  auto* area = new QScrollArea(parent);
+  area->setWidgetResizable(true);
+  area->setFrameShape(QFrame::NoFrame);
+  area->setWidget(page);
+  return area;
+}
+
+void FitToPages(QWidget& dialog) {
+  constexpr int kWindowFrame = 60;
+  constexpr int kBesidePages = 50;
+  QSize page;
+  int area = 0;
+  for (const QScrollArea* pages : dialog.findChildren<QScrollArea*>()) {
+    const int bar = pages->verticalScrollBar()->sizeHint().width();
+    page = page.expandedTo(
+        {pages->widget()->minimumSizeHint().width() + bar + kBesidePages, pages->widget()->sizeHint().height()});
+    area = std::max(area, pages->sizeHint().height());
+  }
+  if (const auto* tabs = dialog.findChild<QTabWidget*>()) {
+    page.setWidth(std::max(page.width(), tabs->tabBar()->sizeHint().width() + kBesidePages));
+  }
+  const QSize hint = dialog.sizeHint();
+  const QSize wanted(std::max(hint.width(), page.width()), hint.height() + page.height() - area);
+  const QSize room = dialog.screen()->availableGeometry().size() - QSize(0, kWindowFrame);
+  dialog.resize(wanted.boundedTo(room));
+}
 
 OptionPage::OptionPage(OptionFields& fields, QWidget* parent)
     : QWidget(parent), fields_(fields), layout_(new QVBoxLayout(this)) {}

@@ -3,6 +3,7 @@
 #include <QFormLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QVBoxLayout>
 #include <QWidget>
 #include <utility>
@@ -11,6 +12,12 @@
 #include "forms/options/option_fields.h"
 
 namespace tarvolt {
+
+/// An area around a page, which scrolls where the screen is too small for it.
+QScrollArea* Scrolling(QWidget* page, QWidget* parent);
+
+/// Makes a dialog large enough for its pages and their tabs where the screen has the room.
+void FitToPages(QWidget& dialog);
 
 /// One page of a dialog of settings: groups of captioned fields, one below the other.
 class OptionPage final : public QWidget {

@@ -65,7 +65,7 @@ void AddMoving(OptionPage& page) {
 void AddImages(OptionPage& page) {
   page.Group(QStringLiteral("Images of the chart"));
   page.Check("SaveFTPImage", QStringLiteral("Save images of the chart"));
-  page.Line("SaveFTPImagePeriod", QStringLiteral("One every"));
+  page.Line("SaveFTPImagePeriod", QStringLiteral("Period of the images"));
   page.Check("AutoStartFTP", QStringLiteral("Begin when a chart starts"));
 }
 

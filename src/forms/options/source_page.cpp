@@ -60,7 +60,7 @@ void SourcePage::AddHeadings() {
 void SourcePage::AddRow(int row) {
   grid_->addWidget(new QLabel(QString::number(row + 1), this), row + 1, kChannel);
   AddSource(row);
-  AddLine(row, kLabel, KeyOf("Channel", row, "Label"), 0);
+  AddLine(row, kLabel, KeyOf("Channel", row, "Label"), 0)->setMinimumWidth(90);
   rows_[row].detection =
       AddList(row, kDetection, "Detection",
               {{QStringLiteral("Peak"), "1"}, {QStringLiteral("Average"), "2"}, {QStringLiteral("Power"), "3"}});
