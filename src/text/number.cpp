@@ -247,18 +247,6 @@ double Val(std::string_view text) {
   return reader.Peek() == 'H' || reader.Peek() == 'h' ? TakeHexadecimal(reader) : 0;
 }
 
-bool HoldsNumber(std::string_view text) {
-  Reader reader(text);
-  if (reader.Peek() == '&') {
-    reader.Take();
-    const char letter = reader.Take();
-    return (letter == 'H' || letter == 'h') && HexDigit(reader.Peek()) >= 0;
-  }
-  if (reader.Peek() == '-' || reader.Peek() == '+') reader.Take();
-  if (reader.Peek() == '.') reader.Take();
-  return IsDigit(reader.Peek());
-}
-
 std::int32_t ValLong(std::string_view text) {
   return RoundToInt32(Val(text));
 }
@@ -297,6 +285,18 @@ std::int16_t RoundToInt16(double value) {
 
 std::int32_t RoundToInt32(double value) {
   return RoundTo<std::int32_t>(value);
+}
+
+bool HoldsNumber(std::string_view text) {
+  Reader reader(text);
+  if (reader.Peek() == '&') {
+    reader.Take();
+    const char letter = reader.Take();
+    return (letter == 'H' || letter == 'h') && HexDigit(reader.Peek()) >= 0;
+  }
+  if (reader.Peek() == '-' || reader.Peek() == '+') reader.Take();
+  if (reader.Peek() == '.') reader.Take();
+  return IsDigit(reader.Peek());
 }
 
 std::string FormatNumber(double value, std::string_view pictureText) {

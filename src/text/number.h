@@ -11,9 +11,6 @@ namespace tarvolt {
 /// range of a double give 0. "." is the decimal point; an exponent is "E" or "D" in either case. Always finite.
 double Val(std::string_view text);
 
-/// True when Val finds a number to read: at least one digit stands where it looks for one.
-bool HoldsNumber(std::string_view text);
-
 /// Val rounded to nearest, ties to even, and held inside the 32-bit range. Not a number gives 0.
 std::int32_t ValLong(std::string_view text);
 
@@ -32,6 +29,9 @@ std::int16_t RoundToInt16(double value);
 
 /// Nearest whole number, ties to even, held inside int32. Not a number gives 0.
 std::int32_t RoundToInt32(double value);
+
+/// True when Val finds a number to read: at least one digit stands where it looks for one.
+bool HoldsNumber(std::string_view text);
 
 /// Formats a number by a picture of "0" (a digit always), "#" (a digit when there is one), "." and "," (thousands):
 /// "##0.0##", "###.##", "###,###,###,###", "00". Rounded half away from zero in the last place of the decimal text, as
