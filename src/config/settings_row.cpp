@@ -62,6 +62,21 @@ const T& At(const std::array<T, size>& values, int index) {
   return values.at(static_cast<std::size_t>(index));
 }
 
+template <class T>
+constexpr SettingKind KindOf(T Settings::*) {
+  if constexpr (std::is_same_v<T, bool>) return SettingKind::Flag;
+  return std::is_arithmetic_v<T> ? SettingKind::Number : SettingKind::Text;
+}
+
+template <class T, std::size_t size>
+constexpr SettingKind KindOf(std::array<T, size> Settings::*) {
+  return KindOf(static_cast<T Settings::*>(nullptr));
+}
+
+constexpr SettingKind KindOf(std::monostate) {
+  return SettingKind::Text;
+}
+
 std::string WithNumber(std::string_view name, int number) {
   return ReplaceAll(name, "#", NumberText(std::int64_t{number}));
 }
@@ -93,6 +108,10 @@ int SettingRow::IndexOf(std::string_view name) const {
     if (EqualNoCase(name, Key(index))) return index;
   }
   return -1;
+}
+
+SettingKind SettingRow::Kind() const {
+  return std::visit([](auto pointer) { return KindOf(pointer); }, member);
 }
 
 void SettingRow::Set(Settings& settings, int index, std::string_view text) const {

@@ -10,6 +10,7 @@
 
 #include "config/settings.h"
 #include "config/settings_store.h"
+#include "config/settings_table.h"
 
 namespace tarvolt {
 
@@ -78,6 +79,9 @@ struct SettingRow {
     row.cast = true;
     return row;
   }
+
+  /// What the member's values are; Text for a row without one.
+  SettingKind Kind() const;
 
   bool HasMember() const { return !std::holds_alternative<std::monostate>(member); }
   bool IsIndexed() const { return key.find('#') != std::string_view::npos; }

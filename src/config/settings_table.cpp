@@ -106,6 +106,12 @@ bool IsSettingKey(std::string_view key) {
   return FindMember(key).has_value();
 }
 
+std::optional<SettingKind> KindOfSetting(std::string_view key) {
+  const auto found = FindMember(key);
+  if (!found) return std::nullopt;
+  return found->row.Kind();
+}
+
 std::string NearestSettingKey(std::string_view key) {
   constexpr std::size_t kLongestKey = 64;
   const std::string wanted = Upper(key.substr(0, kLongestKey));

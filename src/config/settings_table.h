@@ -33,6 +33,12 @@ std::string DefaultText(Section section, std::string_view key);
 /// True when `key` (case not looked at) is a setting that can be overridden for a run.
 bool IsSettingKey(std::string_view key);
 
+/// What the values of a setting are.
+enum class SettingKind { Flag, Number, Text };
+
+/// The kind of a setting; nothing when the key is unknown or has no member.
+std::optional<SettingKind> KindOfSetting(std::string_view key);
+
 /// The known key whose spelling is nearest to `key`, for the error about an unknown one.
 std::string NearestSettingKey(std::string_view key);
 

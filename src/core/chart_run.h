@@ -36,6 +36,12 @@ class ChartRun {
   /// Takes the base of log time from the settings and the clock, as at the start of a log.
   void TakeTimeBase();
 
+  /// Takes only what turns the clock into log time, and leaves the chart on display its own base.
+  void TakeClockOffset();
+
+  /// Works out the moment of the next planned restart.
+  void PlanNextRestart();
+
  private:
   // The start, step by step (chart_start.cpp).
   bool RunTheStart(const std::string& profile);
@@ -56,8 +62,8 @@ class ChartRun {
   void AddTimingMetadata();
   bool EnableStopControls();
   void LogChartStarted();
+  void TakeKeepingOfLog();
   void SetTimeOrigin(bool rebaseAxis);
-  void PlanNextRestart();
   void TakeNotesAndHeader();
   bool ConnectSources();
   void FollowChannelCount();

@@ -220,6 +220,7 @@ void ChartRun::ZeroCounters() {
   window_.header.start = 0;
   window_.header.end = 0;
   TakeTimeBase();
+  TakeKeepingOfLog();
   run_.EffectiveAvg = 1;
   window_.chart.SetCapacity(session_.settings.MaxArrayCount);
   run_.ChartStopped = false;
@@ -277,17 +278,28 @@ void ChartRun::LogChartStarted() {
 
 // A sidereal run counts its sidereal clock from a moment in UT, so its offset is that of UT whatever the base of
 // other runs is.
+void ChartRun::TakeClockOffset() {
+  const Settings& settings = session_.settings;
+  run_.time.tz = settings.TZ;
+  run_.time.utOffset = settings.LogUsingUT || settings.LogLMST ? -settings.TZ / 24 : 0;
+  session_.log.SetUTOffset(run_.time.utOffset);
+}
+
 void ChartRun::TakeTimeBase() {
   const Settings& settings = session_.settings;
   TimeBase& time = run_.time;
-  time.tz = settings.TZ;
+  TakeClockOffset();
   time.logLMST = settings.LogLMST;
-  time.utOffset = settings.LogUsingUT || settings.LogLMST ? -settings.TZ / 24 : 0;
   time.firstStamp = CalcTimeNotSidereal(session_.host.clock, time);
   time.startLMST = settings.LogLMST ? CalcLMST(time.firstStamp, settings.UserLng) : 0;
   run_.ChartIsLMST = settings.LogLMST;
   run_.ChartIsUT = settings.LogUsingUT;
-  session_.log.SetUTOffset(time.utOffset);
+}
+
+// How a log is kept is settled when it begins: samples are only let go of where the log has them elsewhere.
+void ChartRun::TakeKeepingOfLog() {
+  run_.MiniServer = session_.settings.MiniServer;
+  run_.DiskBackUp = session_.settings.DiskBackUp;
 }
 
 // A source that stamps its sets may be ahead of the clock: a log is not over before it has begun. `rebaseAxis`: with

@@ -74,8 +74,7 @@ bool ChartRun::HasData() const {
 
 void ChartRun::MarkDataForSaving() {
   if (!HasData()) return;
-  if (!session_.settings.MiniServer || session_.settings.DiskBackUp) run_.DataNeedsSave = true;
-  run_.ChartIsUT = session_.settings.LogUsingUT;
+  if (!run_.MiniServer || run_.DiskBackUp) run_.DataNeedsSave = true;
 }
 
 void ChartRun::LogRate() {

@@ -87,6 +87,7 @@ void ChartRun::RestartChart() {
   run_.StepBack = 0;
   LogChartStarted();
   SetTimeOrigin(false);
+  TakeKeepingOfLog();
   PlanNextRestart();
   if (session_.settings.MetaDataActive) {
     BuildMetadata();

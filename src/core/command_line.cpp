@@ -48,6 +48,15 @@ bool ParseCmd(std::string& rest, SlashCommand& command) {
   return true;
 }
 
+bool StartsAlone(std::string_view text) {
+  std::string rest(text);
+  SlashCommand command;
+  while (ParseCmd(rest, command)) {
+    if (command.word == "SC" || command.word == "R" || command.word == "NM") return true;
+  }
+  return false;
+}
+
 bool IsDataFileName(std::string_view text) {
   if (text.size() < 4 || Upper(text.substr(text.size() - 4)) != ".TVD") return false;
   return Upper(text.substr(0, 3)) != "/L ";

@@ -17,6 +17,10 @@ struct SlashCommand {
 /// in any case and loses its quotes.
 bool ParseCmd(std::string& rest, SlashCommand& command);
 
+/// True when the slash commands of `text` start a chart (SC), run a schedule (R) or keep messages off (NM): then nobody
+/// needs to be there.
+bool StartsAlone(std::string_view text);
+
 /// True for a command line text that is itself the name of a data file.
 bool IsDataFileName(std::string_view text);
 

@@ -132,8 +132,7 @@ bool FormMain::LoadProfile(const std::string& path) {
   std::string problem;
   if (LoadProfileFile(session_.host.files, path, session_.overrides, session_.home.string(), session_.settings,
                       problem)) {
-    if (!recorder_.window.run.ChartRunning && !recorder_.window.run.Starting) chartRun_.TakeTimeBase();
-    recorder_.commands.UpdateAfterOptionsChange();
+    UpdateAfterOptionsChange();
     AddProfileFile(session_.recent, path);
     session_.Add2SLog("Loaded Profile " + std::filesystem::path(path).filename().string());
     return true;

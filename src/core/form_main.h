@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -7,6 +8,7 @@
 #include "core/chart_run.h"
 #include "core/command_line.h"
 #include "core/keep_alive.h"
+#include "core/options_check.h"
 #include "core/recorder.h"
 #include "core/sample_pipeline.h"
 
@@ -20,9 +22,18 @@ class FormMain final : public RunControl {
   explicit FormMain(Session& session);
   ~FormMain() override;
 
+  /// A person who completes the settings of a station at its first use: changes them in place, false when that was
+  /// cancelled. May yield.
+  using FirstUse = std::function<bool(Settings&)>;
+
+  /// Says that somebody is there for a first use. Without one, or with ShowMsgBox off, it settles itself. To be called
+  /// before Form_Load.
+  void OnFirstUse(FirstUse person) { firstUse_ = std::move(person); }
+
   /// Everything between the making of the window and its readiness: settings, recovery, priority and the command line.
-  /// Never stops for a bad setting. May yield.
-  void Form_Load(const std::string& commandLine);
+  /// Never stops for a bad setting. False only when a person has cancelled the first use: the program is then to end
+  /// without Form_Unload. May yield.
+  bool Form_Load(const std::string& commandLine);
 
   /// Stops a run, saves, and leaves the marks of a clean end. May yield.
   void Form_Unload();
@@ -95,8 +106,16 @@ class FormMain final : public RunControl {
   /// Real Time is asked about first.
   void mnuPriority(PriorityClass priority);
 
-  /// After the options dialog or a profile: what may change at once changes.
+  /// After the options dialog or a profile: what may change at once changes. A run, and a chart that may still be
+  /// saved, keep the base of their time.
   void UpdateAfterOptionsChange();
+
+  // The options dialog (options_command.cpp).
+
+  /// Lays the texts of the dialog over the settings, checks them, puts them in force and stores them. What an override
+  /// of this run hides stays as it is stored. Gives what they are refused for; then nothing has changed. `notes`, when
+  /// given, becomes the observer's notes. Yields while it asks about a data folder that is not there.
+  std::optional<OptionsProblem> ConfirmOptions(const OptionTexts& texts, const std::optional<std::string>& notes);
 
  private:
   // Steps of the loading (start_up.cpp).
@@ -106,6 +125,7 @@ class FormMain final : public RunControl {
   void CheckZone();
   void ApplyPriority();
   void CheckIdentity();
+  bool ShowLocalName();
   void ReadNotes();
   void NameSessionLog();
   void AlertAboutBackups();
@@ -114,12 +134,15 @@ class FormMain final : public RunControl {
   void WriteLoadError(const std::string& text);
 
   bool RunCommand(const SlashCommand& command);
+  void ApplyOptions(const Settings& draft);
 
   Session& session_;
   Recorder recorder_;
   ChartRun chartRun_;
   SamplePipeline pipeline_;
   KeepAlive keepAlive_;
+  FirstUse firstUse_;
+  bool firstUseCancelled_ = false;
 };
 
 }  // namespace tarvolt

@@ -88,8 +88,10 @@ void FormMain::mnuPriority(PriorityClass priority) {
 }
 
 void FormMain::UpdateAfterOptionsChange() {
-  const RunState& run = recorder_.window.run;
-  if (!run.ChartRunning && !run.Starting) chartRun_.TakeTimeBase();
+  const ChartWindow& window = recorder_.window;
+  if (!window.run.ChartRunning && !window.run.Starting && !window.run.Stopping) {
+    window.chart.Count() == 0 ? chartRun_.TakeTimeBase() : chartRun_.TakeClockOffset();
+  }
   recorder_.commands.UpdateAfterOptionsChange();
 }
 

@@ -116,9 +116,9 @@ bool SamplePipeline::HandleClockStep(TimeStamp stamp) {
 // With MiniServer the samples are kept in the backup alone: a full chart width is cleared away.
 void SamplePipeline::KeepMiniChartSmall() {
   const double width = session_.settings.ChartWidth / 86400;
-  if (!session_.settings.MiniServer || window_.chart.Count() == 0) return;
+  if (!run_.MiniServer || window_.chart.Count() == 0) return;
   if (run_.CurrentStamp - window_.chart.GetTime(0) < width) return;
-  if (session_.settings.DiskBackUp && !recorder_.backup.IsComplete()) return;
+  if (run_.DiskBackUp && !recorder_.backup.IsComplete()) return;
   if (session_.settings.SaveFTPImage) recorder_.images.Save();
   window_.chart.ClearData();
   recorder_.backup.StoreWasCleared();
@@ -146,7 +146,7 @@ void SamplePipeline::RepaintWhenDue() {
 void SamplePipeline::FinalizeDataInput() {
   ShowChannelValue();
   ResetExtremes();
-  if (session_.settings.DiskBackUp) recorder_.backup.LocalBackUp();
+  if (run_.DiskBackUp) recorder_.backup.LocalBackUp();
   recorder_.average.TakeSample();
   ++run_.Dcount;
   ++run_.TotalSamples;

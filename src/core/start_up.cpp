@@ -19,15 +19,17 @@ constexpr std::size_t kNotesLimit = 1 << 20;
 
 }  // namespace
 
-void FormMain::Form_Load(const std::string& commandLine) {
+bool FormMain::Form_Load(const std::string& commandLine) {
   session_.store.Load();
   for (const auto step :
        {&FormMain::StoreProgramIdentity, &FormMain::SettleFirstUse, &FormMain::LoadSettings, &FormMain::CheckZone,
         &FormMain::ApplyPriority, &FormMain::NameSessionLog, &FormMain::CheckIdentity, &FormMain::ReadNotes,
         &FormMain::AlertAboutBackups, &FormMain::ReadRecentLists}) {
     RunStep(step);
+    if (firstUseCancelled_) return false;
   }
   ProcessCmd(commandLine);
+  return true;
 }
 
 // A step that fails costs that step alone: the backups are looked after whatever became of the settings.
@@ -51,7 +53,8 @@ void FormMain::StoreProgramIdentity() {
   session_.store.EndBatch();
 }
 
-// A station without a person starts with what it finds: an earlier set-up in default.tvp, else the defaults.
+// The settings of an earlier set-up in default.tvp, else the defaults, are what a person begins with, and what a
+// station without one keeps.
 void FormMain::SettleFirstUse() {
   if (session_.store.GetSetting(Section::Settings, "FirstUse") != "True") return;
   const std::string home = session_.home.string();
@@ -63,12 +66,17 @@ void FormMain::SettleFirstUse() {
       !LoadProfileFile(session_.host.files, profile, {}, home, settings, problem)) {
     session_.Add2SLog("Could not load the profile " + profile.string() + ": " + problem);
   }
-  std::error_code error;
-  const std::filesystem::path data = session_.home / "Data";
-  if (settings.DataDirectory.empty()) {
-    session_.host.files.MakeFolders(data, error);
-    settings.DataDirectory = data.string();
+  const std::string ownFolder = (session_.home / "Data").string();
+  if (settings.DataDirectory.empty()) settings.DataDirectory = ownFolder;
+  Settings ofThisRun = settings;
+  ApplyOverrides(session_.overrides, home, ofThisRun);
+  if (firstUse_ && ofThisRun.ShowMsgBox && !firstUse_(settings)) {
+    firstUseCancelled_ = true;
+    session_.Add2SLog("Intial Settings Not Completed");
+    return;
   }
+  std::error_code error;
+  if (settings.DataDirectory == ownFolder) session_.host.files.MakeFolders(ownFolder, error);
   session_.store.BeginBatch();
   SaveRegistrySettings(session_.store, {}, home, settings);
   session_.store.SaveSetting(Section::Settings, "FirstUse", "False");
@@ -106,14 +114,21 @@ void FormMain::ApplyPriority() {
   }
 }
 
+// False when there is no name to show.
+bool FormMain::ShowLocalName() {
+  const std::string& name = session_.settings.LocalName;
+  const bool known = !name.empty() && name != "unknown";
+  recorder_.window.view.Title = known ? name : "unknown user";
+  return known;
+}
+
 void FormMain::CheckIdentity() {
   const Settings& settings = session_.settings;
-  const bool unknownName = settings.LocalName.empty() || settings.LocalName == "unknown";
-  recorder_.window.view.Title = unknownName ? "unknown user" : settings.LocalName;
-  if (unknownName) {
+  const bool knownName = ShowLocalName();
+  if (!knownName) {
     session_.Add2SLog("Please be sure to supply a Local Name and other info in Options / Identity");
   }
-  if (!unknownName && settings.Author != "unknown" && settings.QTH != "unknown") return;
+  if (knownName && settings.Author != "unknown" && settings.QTH != "unknown") return;
   session_.Tell("Identity Not Completely Specified", "Please update settings under Options / Identity");
 }
 

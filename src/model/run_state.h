@@ -39,6 +39,8 @@ struct RunState {
   std::array<std::int16_t, kChannels> Dsrc{};
   std::int32_t vAvg = 1;
   bool UDSpush = false;
+  bool MiniServer = false;  ///< of the log under way, as the next
+  bool DiskBackUp = false;
 
   int ChannelCount = 1;
   std::int32_t Dcount = 0;        ///< index that the next sample gets

@@ -72,6 +72,15 @@ std::string SourceName(DataSourceId source) {
   return std::string(family->name) + " CH" + ChannelNumber(source - family->first);
 }
 
+std::vector<std::string> FirstListRows() {
+  std::vector<std::string> rows(kCrossCorrelationIndex + 1);
+  rows[0] = "none";
+  for (DataSourceId source = 1; source < kSingleSources; ++source) rows[source] = SourceName(source);
+  for (const Family& family : kFamilies) rows[family.listIndex] = family.name;
+  rows[kCrossCorrelationIndex] = "Cross Correlation";
+  return rows;
+}
+
 int SrcToIndex(DataSourceId source) {
   if (source == kCrossCorrelation) return kCrossCorrelationIndex;
   if (source >= 0 && source < kSingleSources) return source;
@@ -119,18 +128,41 @@ std::string RefuseAtStart(const Settings& settings, bool soundAvailable) {
   return "You must select a data source for channel one.\n\nGo to Options / Data Source and select a source.";
 }
 
-std::string RefuseInOptions(const Settings& settings, bool soundAvailable) {
+std::string LJU12Conflict(const Settings& settings, int row) {
+  constexpr int kPairsLookedAt = 3;  // the fourth is left out, and that is meant
+  const DataSourceId source = settings.Dsrc[row];
+  if (!IsOf(source, 60)) return {};
+  const int input = source - 60;
+  const int pair = input / 2;
+  if (input % 2 == 0 || pair >= kPairsLookedAt || settings.LJU12se[pair] != 1) return {};
+  return "You cannot use LabJack U12 channel " + ChannelNumber(input) + " when channel " + ChannelNumber(input - 1) +
+         " is set to differential mode.";
+}
+
+bool HasChannels(int firstIndex) {
+  return std::any_of(std::begin(kFamilies), std::end(kFamilies),
+                     [&](const Family& family) { return family.listIndex == firstIndex; });
+}
+
+RowRefusal RefuseInOptions(const Settings& settings, bool soundAvailable) {
+  int lastMax = 0;
   for (int row = 0; row < ActiveChannels(settings); ++row) {
-    if (IsSound(settings.Dsrc[row]) && !soundAvailable) {
-      return "You have selected a sound channel as a data source and no sound card is available. Please select a "
-             "different data source for channel " +
-             ChannelNumber(row) + ".";
+    const DataSourceId source = settings.Dsrc[row];
+    if (IsSound(source) && !soundAvailable) {
+      return {row,
+              "You have selected a sound channel as a data source and no sound card is available. Please select a "
+              "different data source for channel " +
+                  ChannelNumber(row) + "."};
     }
+    const std::string conflict = LJU12Conflict(settings, row);
+    if (!conflict.empty()) return {row, conflict};
+    if (source == kMax187 || IsOf(source, 10)) lastMax = row;
   }
   const SourcesInUse inUse = FindSourcesInUse(settings);
   if (!inUse.MAX186InUse || !inUse.MAX187InUse) return {};
-  return "You have both MAX186 and MAX187 ADCs selected for use.\n\nThis will not work.  Please edit your data source "
-         "selections.";
+  return {lastMax,
+          "You have both MAX186 and MAX187 ADCs selected for use.\n\nThis will not work.  Please edit your data source "
+          "selections."};
 }
 
 std::string ConvertCountSize(const Settings& settings) {

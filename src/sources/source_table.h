@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "config/settings.h"
 
@@ -20,11 +21,17 @@ bool IsUds(DataSourceId source);
 /// Name of a source; empty for numbers that are not used.
 std::string SourceName(DataSourceId source);
 
+/// The rows of the first list of the options, in their order.
+std::vector<std::string> FirstListRows();
+
 /// Index in the first list of the options, 0 for numbers that are not used.
 int SrcToIndex(DataSourceId source);
 
 /// Source of the two list indices of a row; 0 when the first list has no such row.
 DataSourceId IndexToSrc(int firstIndex, int secondIndex);
+
+/// True for a row of the first list whose channel is chosen in the second.
+bool HasChannels(int firstIndex);
 
 /// Index in the second list: the last digit, 0 below 4 and for 9.
 int SrcToADCCH(DataSourceId source);
@@ -45,8 +52,18 @@ SourcesInUse FindSourcesInUse(const Settings& settings);
 /// the rows before the first 0 are looked at.
 std::string RefuseAtStart(const Settings& settings, bool soundAvailable);
 
-/// Words that refuse the options for their channel table, empty when they are fine.
-std::string RefuseInOptions(const Settings& settings, bool soundAvailable);
+/// What stands against a row, 0 to 7, of the channel table; no text when nothing does.
+struct RowRefusal {
+  int row = 0;
+  std::string text;
+};
+
+/// Words against a single-ended LabJack U12 input whose pair is set to differential; empty for any other row. The
+/// fourth pair is never looked at (meant).
+std::string LJU12Conflict(const Settings& settings, int row);
+
+/// What the options are refused for in their channel table.
+RowRefusal RefuseInOptions(const Settings& settings, bool soundAvailable);
 
 /// The estimate of a full store's file: "(approx file size in bytes = ... )".
 std::string ConvertCountSize(const Settings& settings);

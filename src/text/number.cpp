@@ -301,6 +301,18 @@ std::int32_t RoundToInt32(double value) {
   return RoundTo<std::int32_t>(value);
 }
 
+bool HoldsNumber(std::string_view text) {
+  Reader reader(text);
+  if (reader.Peek() == '&') {
+    reader.Take();
+    const char letter = reader.Take();
+    return (letter == 'H' || letter == 'h') && HexDigit(reader.Peek()) >= 0;
+  }
+  if (reader.Peek() == '-' || reader.Peek() == '+') reader.Take();
+  if (reader.Peek() == '.') reader.Take();
+  return IsDigit(reader.Peek());
+}
+
 std::string FormatNumber(double value, std::string_view pictureText) {
   const Picture picture = TakeApart(pictureText);
   if (picture.whole.empty() && picture.fraction.empty()) return std::string(picture.before);

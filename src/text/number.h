@@ -35,6 +35,9 @@ std::int16_t RoundToInt16(double value);
 /// Nearest whole number, ties to even, held inside int32. Not a number gives 0.
 std::int32_t RoundToInt32(double value);
 
+/// True when Val finds a number to read: at least one digit stands where it looks for one.
+bool HoldsNumber(std::string_view text);
+
 /// Formats a number by a picture of "0" (a digit always), "#" (a digit when there is one), "." and "," (thousands):
 /// "##0.0##", "###.##", "###,###,###,###", "00". Rounded half away from zero in the last place of the decimal text, as
 /// printed tables are. A "." of the picture always stands: 2 by "###.##" is "2.". Text before and behind the

@@ -78,13 +78,29 @@ TEST(SourceTable, AStartIsRefusedWithoutASourceOrWithoutTheSoundCardItNeeds) {
 }
 
 TEST(SourceTable, TheOptionsRefuseWhatCannotWork) {
-  EXPECT_EQ(RefuseInOptions(RowsOf({20, 2}), false),
+  const RowRefusal sound = RefuseInOptions(RowsOf({20, 2}), false);
+  EXPECT_EQ(sound.row, 1);
+  EXPECT_EQ(sound.text,
             "You have selected a sound channel as a data source and no sound card is available. Please select a "
             "different data source for channel 2.");
-  EXPECT_EQ(RefuseInOptions(RowsOf({3, 20, 12}), true),
+  const RowRefusal both = RefuseInOptions(RowsOf({3, 20, 12}), true);
+  EXPECT_EQ(both.row, 2);
+  EXPECT_EQ(both.text,
             "You have both MAX186 and MAX187 ADCs selected for use.\n\nThis will not work.  Please edit your data "
             "source selections.");
-  EXPECT_EQ(RefuseInOptions(RowsOf({3, 0, 12, 1}), false), "");
+  EXPECT_EQ(RefuseInOptions(RowsOf({3, 0, 12, 1}), false).text, "");
+}
+
+TEST(SourceTable, ADifferentialPairTakesBothItsInputs) {
+  Settings settings = RowsOf({20, 63, 0, 61});
+  settings.LJU12se = {1, 1, 0, 1};
+  EXPECT_EQ(RefuseInOptions(settings, false).row, 1);
+  EXPECT_EQ(RefuseInOptions(settings, false).text,
+            "You cannot use LabJack U12 channel 4 when channel 3 is set to differential mode.");
+  for (const DataSourceId fine : {62, 65, 67}) {
+    settings.Dsrc[1] = fine;
+    EXPECT_EQ(RefuseInOptions(settings, false).text, "") << fine << "; the fourth pair is meant to go through";
+  }
 }
 
 TEST(SourceTable, EstimatesFollowTheFileLayoutAndTheRate) {

@@ -1,5 +1,7 @@
 #include "apps/tarvolt/desktop_station.h"
 
+#include "core/command_line.h"
+#include "forms/first_use/form_first_use.h"
 #include "text/number.h"
 
 namespace tarvolt {
@@ -19,7 +21,12 @@ DesktopStation::DesktopStation(const Host& host, DesktopDialogs& dialogs, const 
 }
 
 int DesktopStation::Run() {
-  form_.Form_Load("");
+  if (!IsUnattended()) {
+    form_.OnFirstUse([this](Settings& settings) {
+      return RunFirstUse(session_, settings, [this] { return form_.EndRequested(); });
+    });
+  }
+  if (!form_.Form_Load("")) return kFailed;
   window_ = std::make_unique<MainWindow>(session_, form_);
   dialogs_.SetParent(window_.get());
   window_->show();
@@ -30,6 +37,11 @@ int DesktopStation::Run() {
   if (form_.HasUnsavedSamples()) result = kFailed;
   window_.reset();
   return result;
+}
+
+// A command line that starts a chart, or keeps messages off, must not wait for a person.
+bool DesktopStation::IsUnattended() const {
+  return options_.start || StartsAlone(options_.slashCommands);
 }
 
 // A station that was given a profile or a file must not go on with something else.

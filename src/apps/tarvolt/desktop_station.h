@@ -23,6 +23,7 @@ class DesktopStation {
   void RequestEnd() { form_.RequestEnd(); }
 
  private:
+  bool IsUnattended() const;
   int Load();
   void StartAsAsked();
 

@@ -3,6 +3,7 @@
 
 #include "forms/chart/picture_commands.h"
 #include "forms/form_main/main_window.h"
+#include "forms/options/form_options.h"
 #include "forms/qt_text.h"
 
 namespace tarvolt {
@@ -184,6 +185,8 @@ void MainWindow::MakeChannelsMenu() {
 
 void MainWindow::MakeOptionsMenu() {
   QMenu& menu = *menuBar()->addMenu(QStringLiteral("&Options"));
+  Add(menu, "mnuOptions", QStringLiteral("&Options..."), QKeySequence::Preferences,
+      [this] { (new FormOptions(session_, form_, this))->open(); });
   Add(menu, "mnuTickGrid", QStringLiteral("&Ticks and Grid..."), {}, [this] { ShowTickGrid(); });
   Add(menu, "mnuColors", QStringLiteral("&Colors..."), {}, [this] { ShowColors(); });
   Add(menu, "mnuFonts", QStringLiteral("&Fonts..."), {}, [this] { ShowFonts(); });

@@ -1,0 +1,91 @@
+#include "core/options_command.h"
+
+#include "config/text_file.h"
+#include "core/form_main.h"
+
+namespace tarvolt {
+namespace {
+
+// No sound input is part of the recorder yet.
+constexpr bool kSoundAvailable = false;
+
+std::optional<OptionsProblem> SaveNotes(Session& session, const std::string& notes) {
+  if (notes == session.notes) return {};
+  std::string problem;
+  if (!ReplaceTextFile(session.host.files, session.settings.NotesFileName, notes, problem)) {
+    return OptionsProblem{"Tarvolt", "The notes could not be stored: " + problem, "NotesFileName"};
+  }
+  session.notes = notes;
+  return {};
+}
+
+void LogHiddenChanges(Session& session, const Settings& draft) {
+  for (const auto& [key, text] : session.overrides) {
+    if (SettingText(draft, key) == SettingText(session.settings, key)) continue;
+    session.Add2SLog(key + " was set for this run alone: its change lasts for this run and is not stored.");
+  }
+}
+
+}  // namespace
+
+std::optional<OptionsProblem> ReadyDataDirectory(Session& session, const Settings& draft) {
+  const std::filesystem::path folder = draft.DataDirectory;
+  if (folder.empty() || session.host.files.FolderExists(folder)) return {};
+  const auto refusal = [](const std::string& text) { return OptionsProblem{"Tarvolt", text, "DataDirectory"}; };
+  if (!folder.is_absolute()) return refusal("The Data Directory must be given with its whole path.");
+  const Question question{
+      "Tarvolt",
+      "Your specified Data Directory:\n" + draft.DataDirectory + "\nis not found.\nDo you want it to be created?",
+      Buttons::YesNo, Answer::Yes};
+  const bool isOwn = folder == session.home / "Data";
+  if (!isOwn && session.settings.ShowMsgBox && session.host.dialogs.Ask(question) != Answer::Yes) {
+    return refusal("The Data Directory " + draft.DataDirectory + " is not found.");
+  }
+  std::error_code error;
+  session.host.files.MakeFolders(folder, error);
+  if (!error) return {};
+  return refusal("The Data Directory " + draft.DataDirectory + " cannot be created: " + error.message());
+}
+
+// The settings are laid over those in force now: the run, a profile or a command may have changed others since the
+// dialog was opened.
+std::optional<OptionsProblem> FormMain::ConfirmOptions(const OptionTexts& texts,
+                                                       const std::optional<std::string>& notes) {
+  const SoundFacts sound{kSoundAvailable, ""};
+  Settings draft;
+  const auto take = [&]() -> std::optional<OptionsProblem> {
+    draft = session_.settings;
+    if (auto problem = ReadOptionTexts(texts, draft)) return problem;
+    LiftOptions(draft);
+    return CheckOptions(draft, sound);
+  };
+  if (auto problem = take()) return problem;
+  if (auto problem = ReadyDataDirectory(session_, draft)) return problem;
+  if (auto problem = take()) return problem;  // time may have passed in a question
+  if (notes) {
+    if (auto problem = SaveNotes(session_, *notes)) return problem;
+  }
+  for (const OptionsProblem& warning : OptionWarnings(session_.settings, draft, sound)) {
+    session_.Add2SLog(warning.text);
+    session_.Tell(warning.title, warning.text);
+  }
+  ApplyOptions(draft);
+  return {};
+}
+
+void FormMain::ApplyOptions(const Settings& draft) {
+  const RunState& run = recorder_.window.run;
+  const Settings& now = session_.settings;
+  const bool restartMoves = draft.UseRestartTime != now.UseRestartTime || draft.RestartTime != now.RestartTime;
+  const bool nameChanges = draft.LocalName != now.LocalName;
+  LogHiddenChanges(session_, draft);
+  session_.settings = draft;
+  SaveRegistrySettings(session_.store, session_.overrides, session_.home.string(), session_.settings);
+  UpdateAfterOptionsChange();
+  if (restartMoves && run.ChartRunning) chartRun_.PlanNextRestart();
+  if (nameChanges && !run.ChartRunning && recorder_.window.chart.Count() == 0) ShowLocalName();
+  NameSessionLog();
+  session_.Add2SLog("Options changed.");
+}
+
+}  // namespace tarvolt

@@ -1,0 +1,86 @@
+#include "forms/options/option_fields.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "forms/qt_text.h"
+
+namespace tarvolt {
+
+OptionFields::OptionFields(std::function<void()> changed) : changed_(std::move(changed)) {}
+
+void OptionFields::Touched() {
+  if (!showing_ && changed_) changed_();
+}
+
+void OptionFields::Add(const std::string& key, QWidget& widget, std::function<std::string()> read,
+                       std::function<void(const std::string&)> write) {
+  fields_.push_back({key, &widget, std::move(read), std::move(write), {}});
+}
+
+void OptionFields::Add(const std::string& key, QLineEdit& line) {
+  line.setObjectName(QStringLiteral("Txt") + ToQString(key));
+  QObject::connect(&line, &QLineEdit::textChanged, &line, [this] { Touched(); });
+  Add(
+      key, line, [&line] { return FromQString(line.text()); },
+      [&line](const std::string& text) {
+        line.setText(ToQString(text));
+        line.setCursorPosition(0);
+      });
+}
+
+void OptionFields::Add(const std::string& key, QCheckBox& box) {
+  box.setObjectName(QStringLiteral("Chk") + ToQString(key));
+  QObject::connect(&box, &QCheckBox::toggled, &box, [this] { Touched(); });
+  Add(
+      key, box, [&box] { return box.isChecked() ? "True" : "False"; },
+      [&box](const std::string& text) { box.setChecked(text == "True"); });
+}
+
+void OptionFields::Add(const std::string& key, QComboBox& list) {
+  list.setObjectName(QStringLiteral("Cbo") + ToQString(key));
+  QObject::connect(&list, &QComboBox::currentIndexChanged, &list, [this] { Touched(); });
+  Add(
+      key, list, [&list] { return FromQString(list.currentData().toString()); },
+      [&list](const std::string& text) { list.setCurrentIndex(std::max(list.findData(ToQString(text)), 0)); });
+}
+
+void OptionFields::Show(const Settings& settings) {
+  showing_ = true;
+  shown_ = settings;
+  for (Field& field : fields_) {
+    field.shown = OptionText(settings, field.key);
+    field.write(field.shown);
+  }
+  showing_ = false;
+}
+
+void OptionFields::ShowInstead(std::string_view key, const std::string& text) {
+  for (Field& field : fields_) {
+    if (field.key != key || field.read() != field.shown) continue;
+    field.shown = text;
+    field.write(text);
+  }
+}
+
+OptionTexts OptionFields::Changed() const {
+  OptionTexts texts;
+  for (const Field& field : fields_) {
+    std::string text = field.read();
+    if (text != field.shown) texts.emplace_back(field.key, std::move(text));
+  }
+  return texts;
+}
+
+Settings OptionFields::Draft() const {
+  Settings draft = shown_;
+  for (const auto& text : Changed()) ReadOptionTexts({text}, draft);  // one that cannot be read is left out
+  return draft;
+}
+
+QWidget* OptionFields::WidgetOf(std::string_view key) const {
+  const auto found = std::find_if(fields_.begin(), fields_.end(), [&](const Field& field) { return field.key == key; });
+  return found == fields_.end() ? nullptr : found->widget;
+}
+
+}  // namespace tarvolt

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+
+#include "forms/options/option_page.h"
+
+namespace tarvolt {
+
+/// The pages of what the station does with its files, its neighbours and its person. `fields` outlives them.
+OptionPage* MakeFilesPage(OptionFields& fields, QWidget* parent);
+OptionPage* MakeBackupPage(OptionFields& fields, QWidget* parent);
+OptionPage* MakeNetworkPage(OptionFields& fields, QWidget* parent);
+OptionPage* MakeSoundPage(OptionFields& fields, QWidget* parent);
+OptionPage* MakeUdsPage(OptionFields& fields, QWidget* parent);
+OptionPage* MakeMessagesPage(OptionFields& fields, QWidget* parent);
+
+/// What the line of the sound card says while there is none.
+inline constexpr const char* kNoSoundCard = "None Available";
+
+}  // namespace tarvolt

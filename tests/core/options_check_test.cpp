@@ -1,0 +1,281 @@
+#include "core/options_check.h"
+
+#include <gtest/gtest.h>
+
+#include "config/settings_table.h"
+#include "station/station.h"
+
+namespace tarvolt {
+namespace {
+
+constexpr SoundFacts kNoSound{};
+
+// Settings that a station without a sound card has when they are in order.
+Settings Fine() {
+  Settings settings;
+  settings.Dsrc = {20, 21};
+  return settings;
+}
+
+struct Refused {
+  const char* key;
+  const char* value;
+  const char* words;
+};
+
+void ExpectRefused(const Refused& row) {
+  Settings settings = Fine();
+  ASSERT_FALSE(ReadOptionTexts({{row.key, row.value}}, settings)) << row.key;
+  const auto problem = CheckOptions(settings, kNoSound);
+  ASSERT_TRUE(problem) << row.key << " " << row.value;
+  EXPECT_EQ(problem->text, row.words);
+  EXPECT_EQ(problem->key, row.key);
+}
+
+TEST(OptionsCheck, RefusesWhatIsOutsideItsLimitsAndNamesTheField) {
+  ASSERT_FALSE(CheckOptions(Fine(), kNoSound));
+  for (const Refused& row :
+       {Refused{"SampleRate", "9.99", "Sample Rate must be 10 milliseconds or greater."},
+        Refused{"MaxArrayCount", "9", "Max Samples must be at least 10"},
+        Refused{"MaxDuration", "0.0166", "Max duration must be set to at least one minute."},
+        Refused{"PwrMultiL", "0", "Cannot set the Power Detection Factor to zero."},
+        Refused{"PwrMultiR", "0", "Cannot set the Power Detection Factor to zero."},
+        Refused{"SCTadjust", "0.5", "Sound Card Timing Correction factor must be greater than 0.5 and less than 1.5."},
+        Refused{"SCTadjust", "1.5", "Sound Card Timing Correction factor must be greater than 0.5 and less than 1.5."},
+        Refused{"LocalServerPort", "65536", "A port is a number from 1 to 65535."},
+        Refused{"UDSport", "0", "A port is a number from 1 to 65535."},
+        Refused{"TVudsPort", "-1", "A port is a number from 1 to 65535."},
+        Refused{"Dsrc1", "2",
+                "You have selected a sound channel as a data source and no sound card is available. Please select a "
+                "different data source for channel 2."}}) {
+    ExpectRefused(row);
+  }
+}
+
+TEST(OptionsCheck, TakesTheLimitsThemselves) {
+  Settings settings = Fine();
+  const OptionTexts limits = {{"SampleRate", "10"},  {"MaxArrayCount", "10"}, {"MaxDuration", "0.0166666667"},
+                              {"SCTadjust", "1,49"}, {"TVudsPort", " "},      {"LocalClientPort", "0"}};
+  ASSERT_FALSE(ReadOptionTexts(limits, settings));
+  EXPECT_FALSE(CheckOptions(settings, kNoSound));
+  EXPECT_EQ(settings.SCTadjust, 1.49) << "a comma is a decimal point as well";
+}
+
+TEST(OptionsCheck, FieldsThatAnotherSwitchesOnAreCheckedOnlyThen) {
+  Settings settings = Fine();
+  settings.RestartTime = "25:00:00";
+  settings.LocalClientPort = 32001;
+  settings.LocalServerPort = 6300;
+  EXPECT_FALSE(CheckOptions(settings, kNoSound));
+  settings.AutoSelectClientPort = false;
+  EXPECT_EQ(CheckOptions(settings, kNoSound)->text,
+            "Please input a Client Port value between 1 and 32000. \nAvoid numbers near your Server Port: '6300");
+  settings.UseRestartTime = true;
+  EXPECT_EQ(CheckOptions(settings, kNoSound)->key, "RestartTime") << "its page comes first";
+}
+
+TEST(OptionsCheck, RefusesTextThatIsNoNumber) {
+  for (const char* text : {"fast", "-", ".", "&Hx", ""}) {
+    Settings settings = Fine();
+    const auto problem = ReadOptionTexts({{"LocalName", "Here"}, {"vAvg", text}}, settings);
+    ASSERT_TRUE(problem) << text;
+    EXPECT_EQ(problem->key, "vAvg");
+    EXPECT_EQ(settings.LocalName, "Here");
+    EXPECT_EQ(settings.vAvg, 1);
+  }
+  Settings settings = Fine();
+  EXPECT_FALSE(ReadOptionTexts({{"vAvg", " 4 reads"}, {"Pbuffer", "&H40"}, {"SaveIFVal", "-.5"}}, settings));
+  EXPECT_EQ(settings.vAvg, 4);
+  EXPECT_EQ(settings.Pbuffer, 64);
+  EXPECT_EQ(settings.SaveIFVal, -0.5);
+}
+
+TEST(OptionsCheck, LiftsWhatIsTooLow) {
+  Settings settings = Fine();
+  settings.vAvg = settings.ClientAvg = settings.ClientUpdateRate = 0;
+  settings.ChartUpdateRate = -3;
+  settings.ChartWidth = 0.2;
+  settings.ConnectionTimeOut = 19;
+  settings.AvgSamplingPeriod = 0;
+  LiftOptions(settings);
+  EXPECT_EQ(settings.vAvg + settings.ClientAvg + settings.ClientUpdateRate + settings.ChartUpdateRate, 4);
+  EXPECT_EQ(settings.ChartWidth, 1);
+  EXPECT_EQ(settings.ConnectionTimeOut, 20);
+  EXPECT_EQ(settings.AvgSamplingPeriod, 1);
+  settings.ConnectionTimeOut = 21;
+  LiftOptions(settings);
+  EXPECT_EQ(settings.ConnectionTimeOut, 21);
+}
+
+TEST(OptionsCheck, PositionsAreEnteredInTheSenseThatIsChosenWithThem) {
+  Settings settings = Fine();
+  EXPECT_EQ(ReadOptionTexts({{"UserLat", "90:00:01"}}, settings)->title, "Latitide Error.");
+  EXPECT_EQ(ReadOptionTexts({{"UserLat", "north"}}, settings)->text, "There is an error in your Latitude format.");
+  EXPECT_EQ(ReadOptionTexts({{"UserLng", "361:00"}}, settings)->title, "Longitude Error.");
+  EXPECT_EQ(ReadOptionTexts({{"UserLng", "10 E"}}, settings)->text, "There is an error in your Longitude format.");
+
+  ASSERT_FALSE(ReadOptionTexts({{"UserLat", "-0:30:00"}, {"UserLng", "10:30"}, {"DisplayWest", "False"}}, settings));
+  EXPECT_EQ(settings.UserLat, -0.5);
+  EXPECT_EQ(settings.UserLng, 349.5) << "east, though the sense stands behind it";
+  EXPECT_EQ(OptionText(settings, "UserLng"), "10:30:00.0");
+  settings.DisplayWest = true;
+  EXPECT_EQ(OptionText(settings, "UserLng"), "349:30:00.0");
+
+  ASSERT_FALSE(ReadOptionTexts({{"UserLat", ""}, {"UserLng", "unknown"}}, settings));
+  EXPECT_EQ(settings.UserLat, -999);
+  EXPECT_EQ(OptionText(settings, "UserLng"), "unknown");
+}
+
+TEST(OptionsCheck, DurationIsEnteredInHours) {
+  Settings settings = Fine();
+  EXPECT_EQ(OptionText(settings, "MaxDuration"), "24");
+  ASSERT_FALSE(ReadOptionTexts({{"MaxDuration", "1.5"}}, settings));
+  EXPECT_EQ(settings.MaxDuration, 0.0625);
+}
+
+TEST(OptionsCheck, WarnsOnceOfFilesWithoutStampsAndOfMonoFormats) {
+  const Settings before = Fine();
+  Settings draft = before;
+  draft.NoTimeStamps = true;
+  ASSERT_EQ(OptionWarnings(before, draft, kNoSound).size(), 1u);
+  EXPECT_TRUE(OptionWarnings(draft, draft, kNoSound).empty());
+
+  draft = before;
+  draft.Dsrc = {1, 2};
+  const SoundFacts mono{true, "11025 Hz 16 Bit Mono"};
+  ASSERT_FALSE(CheckOptions(draft, mono)) << "it is a warning only";
+  ASSERT_EQ(OptionWarnings(before, draft, mono).size(), 1u);
+  EXPECT_EQ(OptionWarnings(before, draft, mono)[0].text,
+            "Warning: You have selected right and left channel audio data sources but have selected a mono Sound "
+            "format.");
+  draft.Dsrc = {1, 0, 2};
+  EXPECT_TRUE(OptionWarnings(before, draft, mono).empty());
+}
+
+// The command that puts options in force, on a whole recorder.
+class OptionsCommand : public testing::Test {
+ protected:
+  std::string Stored(const char* key) { return station_.TheSession().store.GetSetting(Section::Settings, key); }
+
+  Station station_;
+};
+
+TEST_F(OptionsCommand, WhatIsRefusedChangesNothingAndWhatIsAcceptedIsStored) {
+  station_.Boot();
+  EXPECT_TRUE(station_.Form().ConfirmOptions({{"LocalName", "Here"}, {"MaxArrayCount", "9"}}, {}));
+  EXPECT_EQ(Stored("LocalName"), "unknown");
+  EXPECT_EQ(station_.TheSession().settings.LocalName, "unknown");
+
+  EXPECT_FALSE(station_.Form().ConfirmOptions({{"LocalName", "Here"}, {"vAvg", "0"}, {"Dsrc1", "0"}}, "clear sky"));
+  EXPECT_EQ(Stored("LocalName"), "Here");
+  EXPECT_EQ(Stored("vAvg"), "1");
+  EXPECT_EQ(station_.View().Title, "Here");
+  EXPECT_EQ(station_.Form().Window().run.ChannelCount, 1);
+  EXPECT_EQ(Stored("Dsrc1"), "0") << "a setting of this run alone stays as it is stored";
+  station_.ShutDown();
+  station_.Boot();
+  EXPECT_EQ(station_.TheSession().notes, "clear sky");
+  EXPECT_EQ(station_.TheSession().settings.Dsrc[1], 21);
+}
+
+TEST_F(OptionsCommand, AMissingDataFolderIsCreatedWhenThePersonWantsIt) {
+  station_.Boot();
+  const OptionTexts elsewhere = {{"DataDirectory", "/elsewhere/data"}};
+  station_.host.dialogs.AnswerNext(Answer::No);
+  EXPECT_EQ(station_.Form().ConfirmOptions(elsewhere, {})->key, "DataDirectory");
+  EXPECT_FALSE(station_.host.disk.FolderExists("/elsewhere/data"));
+  station_.host.dialogs.AnswerNext(Answer::Yes);
+  EXPECT_FALSE(station_.Form().ConfirmOptions(elsewhere, {}));
+  EXPECT_TRUE(station_.host.disk.FolderExists("/elsewhere/data"));
+  EXPECT_TRUE(station_.Form().ConfirmOptions({{"DataDirectory", "data"}}, {})) << "a folder of nowhere";
+
+  station_.Set("ShowMsgBox", false);
+  const int questions = station_.host.dialogs.Questions();
+  EXPECT_FALSE(station_.Form().ConfirmOptions({{"DataDirectory", "/third"}}, {}));
+  EXPECT_TRUE(station_.host.disk.FolderExists("/third"));
+  EXPECT_EQ(station_.host.dialogs.Questions(), questions) << "nothing waits for a person";
+}
+
+// Every option that shapes a recording is turned while one is under way.
+TEST_F(OptionsCommand, ARunKeepsWhatItWasStartedWith) {
+  station_.Set("MiniServer", true).StartChart();
+  station_.RunForSets(50);
+  EXPECT_FALSE(station_.Form().ConfirmOptions({{"Dsrc0", "27"},
+                                               {"Dsrc1", "0"},
+                                               {"vAvg", "10"},
+                                               {"SampleRate", "5000"},
+                                               {"UDSpush", "False"},
+                                               {"DiskBackUp", "False"},
+                                               {"LogUsingUT", "False"},
+                                               {"NoTimeStamps", "True"},
+                                               {"ChartWidth", "1"},
+                                               {"YALabel", "Jansky"}},
+                                              {}));
+  EXPECT_EQ(station_.Form().Window().chart.YAxisLabel, "Jansky") << "what is only looked at changes at once";
+  station_.RunForSets(300);
+  station_.StopChart();
+  ASSERT_EQ(station_.FilesSaved().size(), 1u);
+  const std::string file = station_.FilesSaved().front();
+  EXPECT_EQ(station_.FirstChannelIn(file), Ramp(300)) << "a small chart goes on being backed up";
+  EXPECT_NE(file.find("UT"), std::string::npos) << file;
+}
+
+TEST_F(OptionsCommand, AChartThatIsNotSavedYetKeepsItsTimeBase) {
+  station_.Set("TimeRefZero", true).Set("AutoSaveStandAlone", false).StartChart();
+  station_.RunForSets(50);
+  station_.StopChart();
+  ASSERT_TRUE(station_.FilesSaved().empty());
+  const TimeStamp first = station_.Run().time.firstStamp;
+  station_.RunFor(std::chrono::hours(1));
+  EXPECT_FALSE(station_.Form().ConfirmOptions({{"LogUsingUT", "False"}, {"LogLMST", "True"}}, {}));
+  EXPECT_EQ(station_.Run().time.firstStamp, first);
+  EXPECT_TRUE(station_.Run().ChartIsUT);
+  EXPECT_FALSE(station_.Run().ChartIsLMST);
+}
+
+TEST_F(OptionsCommand, ARestartPlannedDuringARunTakesItsNewTime) {
+  station_.StartChart();
+  station_.RunForSets(10);
+  EXPECT_FALSE(station_.Form().ConfirmOptions({{"UseRestartTime", "True"}, {"RestartTime", "12:00:30"}}, {}));
+  station_.RunFor(std::chrono::seconds(31));
+  EXPECT_EQ(station_.FilesSaved().size(), 1u);
+  EXPECT_TRUE(station_.Running());
+}
+
+// The settings of a first use come from a person when there is one.
+TEST(FirstUse, IsSettledByThePersonOrEndsTheProgram) {
+  SimHost host(1);
+  int asked = 0;
+  const auto load = [&](bool accepts, const char* showMsgBox) {
+    Session session(host.Record(), "/station");
+    session.overrides = {{"ShowMsgBox", showMsgBox}};
+    FormMain form(session);
+    form.OnFirstUse([&](Settings& settings) {
+      ++asked;
+      EXPECT_EQ(settings.DataDirectory, "/station/Data");
+      EXPECT_EQ(settings.QTH, "Hill");
+      settings.LocalName = "Asked";
+      return accepts;
+    });
+    const bool ready = form.Form_Load("");
+    if (ready) form.Form_Unload();
+    return std::pair(ready, session.settings.LocalName);
+  };
+  std::error_code error;
+  host.disk.MakeFolders("/station", error);
+  host.disk.Open("/station/default.tvp", OpenMode::Create, error)->Write("QTH = Hill;\r\n", error);
+
+  EXPECT_FALSE(load(false, "True").first);
+  EXPECT_FALSE(host.disk.FolderExists("/station/Data")) << "nothing is made for a cancelled first use";
+  EXPECT_EQ(load(true, "True"), std::pair(true, std::string("Asked")));
+  EXPECT_TRUE(host.disk.FolderExists("/station/Data"));
+  EXPECT_EQ(load(false, "True"), std::pair(true, std::string("Asked"))) << "only once";
+  EXPECT_EQ(asked, 2);
+
+  host.disk.Remove("/station/settings.ini", error);
+  EXPECT_EQ(load(false, "False"), std::pair(true, std::string("unknown"))) << "nothing waits for a person";
+  EXPECT_EQ(asked, 2);
+}
+
+}  // namespace
+}  // namespace tarvolt

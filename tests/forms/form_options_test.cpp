@@ -1,0 +1,200 @@
+#include "forms/options/form_options.h"
+
+#include <gtest/gtest.h>
+
+#include <QPointer>
+#include <QPushButton>
+
+#include "forms/first_use/form_first_use.h"
+#include "station/station.h"
+
+namespace tarvolt {
+namespace {
+
+// The dialog over a whole recorder, driven as a person would.
+class FormOptionsTest : public testing::Test {
+ protected:
+  FormOptionsTest() {
+    station_.Boot();
+    Open();
+  }
+  ~FormOptionsTest() override { delete dialog_; }
+
+  void Open() {
+    delete dialog_;
+    dialog_ = new FormOptions(station_.TheSession(), station_.Form(), nullptr);
+    dialog_->show();
+  }
+
+  template <class Widget>
+  Widget& Find(const char* name) {
+    auto* widget = dialog_->findChild<Widget*>(QString::fromLatin1(name));
+    EXPECT_NE(widget, nullptr) << name;
+    return *widget;
+  }
+  void Type(const char* name, const char* text) { Find<QLineEdit>(name).setText(QString::fromLatin1(text)); }
+  void Tick(const char* name, bool on) { Find<QCheckBox>(name).setChecked(on); }
+  void Choose(const char* name, int row) { Find<QComboBox>(name).setCurrentIndex(row); }
+  void Click(const char* name) { Find<QPushButton>(name).click(); }
+  QString Text(const char* name) { return Find<QLineEdit>(name).text(); }
+  QString Page() {
+    auto& tabs = Find<QTabWidget>("TabOptions");
+    return tabs.tabText(tabs.currentIndex());
+  }
+  std::string Stored(const char* key) { return station_.TheSession().store.GetSetting(Section::Settings, key); }
+  const Settings& InForce() { return station_.TheSession().settings; }
+
+  Station station_;
+  QPointer<FormOptions> dialog_;
+};
+
+TEST_F(FormOptionsTest, ARefusalShowsItsWordsItsPageAndItsFieldAndTheDialogStays) {
+  struct Case {
+    const char* field;
+    const char* text;
+    const char* page;
+    const char* words;
+  };
+  for (const Case& wrong : {Case{"TxtUserLat", "91:00", "Identity", "There is an error in your Latitude format."},
+                            Case{"TxtMaxArrayCount", "9", "Timing", "Max Samples must be at least 10"},
+                            Case{"TxtClickInc", "much", "Chart", "\"much\" is not a number."},
+                            Case{"TxtPwrMultiR", "0", "Sound", "Cannot set the Power Detection Factor to zero."}}) {
+    Open();
+    Type("TxtLocalName", "Elsewhere");
+    Type(wrong.field, wrong.text);
+    Find<QTabWidget>("TabOptions").setCurrentIndex(5);
+    Click("cmdOK");
+    EXPECT_TRUE(dialog_->isVisible());
+    EXPECT_EQ(Page().toStdString(), wrong.page);
+    EXPECT_EQ(dialog_->focusWidget(), &Find<QLineEdit>(wrong.field));
+    EXPECT_EQ(Find<QLabel>("LblProblem").text().toStdString(), wrong.words);
+    EXPECT_TRUE(Find<QLabel>("LblProblem").isVisibleTo(dialog_));
+    EXPECT_EQ(station_.host.dialogs.Boxes().back().text, wrong.words);
+    EXPECT_EQ(InForce().LocalName, "unknown");
+  }
+}
+
+TEST_F(FormOptionsTest, AnAcceptedDialogStoresWhatWasChangedAndNothingElse) {
+  station_.TheSession().settings.UserLat = -0.123456789;  // the field shows less of it
+  station_.TheSession().settings.Detection[5] = 7;        // and cannot show this at all
+  Open();
+  Type("TxtLocalName", "D\xFCren");
+  Type("TxtMaxDuration", "12");
+  Tick("ChkAutoScale", false);
+  Choose("CboSaveIF", 2);
+  Choose("CboUDSpush", 1);
+  Find<QPlainTextEdit>("TxtNotes").setPlainText(QStringLiteral("two\nlines"));
+  Find<QTabWidget>("TabOptions").setCurrentIndex(3);
+  station_.TheSession().settings.TZ = 2;  // by the clock, while the dialog was open
+  Click("cmdOK");
+  EXPECT_FALSE(dialog_->isVisible());
+  EXPECT_EQ(Stored("LocalName"), "D\xFCren");
+  EXPECT_EQ(Stored("MaxDuration"), "0.5");
+  EXPECT_EQ(Stored("AutoScale"), "False");
+  EXPECT_EQ(Stored("SaveIF"), "-1");
+  EXPECT_EQ(InForce().UserLat, -0.123456789);
+  EXPECT_EQ(InForce().TZ, 2);
+  EXPECT_EQ(InForce().Detection[5], 1) << "what is shown is what is stored";
+  EXPECT_EQ(station_.TheSession().notes, "two\nlines");
+  EXPECT_EQ(Stored("OptionsTabII"), "3");
+  Open();
+  EXPECT_EQ(Page(), QStringLiteral("Chart"));
+  EXPECT_EQ(Text("TxtMaxDuration"), QStringLiteral("12"));
+}
+
+TEST_F(FormOptionsTest, CancelKeepsEverything) {
+  Type("TxtLocalName", "Elsewhere");
+  Click("cmdCancel");
+  EXPECT_FALSE(dialog_->isVisible());
+  EXPECT_EQ(InForce().LocalName, "unknown");
+}
+
+TEST_F(FormOptionsTest, ApplyDuringARunChangesWhatIsSeenAndKeepsTheRun) {
+  station_.StartChart();
+  station_.RunForSets(20);
+  Type("TxtXALabel", "Time");
+  Type("TxtvAvg", "0");
+  Choose("CboDsrc1", 0);
+  Click("cmdApply");
+  EXPECT_TRUE(dialog_->isVisible());
+  EXPECT_EQ(Text("TxtvAvg"), QStringLiteral("1")) << "shown as it was lifted";
+  EXPECT_EQ(station_.Form().Window().chart.XAxisLabel, "Time");
+  EXPECT_EQ(InForce().Dsrc[1], 0);
+  station_.RunForSets(40);
+  station_.StopChart();
+  ASSERT_EQ(station_.FilesSaved().size(), 1u);
+  const std::vector<Sample> samples = station_.SamplesIn(station_.FilesSaved().front());
+  ASSERT_EQ(samples.size(), 40u);
+  EXPECT_EQ(samples.back().values, (std::vector<double>{39, -39})) << "the run has both its channels";
+}
+
+TEST_F(FormOptionsTest, RowsCountUpToTheFirstNoneAndTheEstimatesFollow) {
+  EXPECT_TRUE(Find<QComboBox>("CboDsrc2").isEnabled());
+  EXPECT_FALSE(Find<QComboBox>("CboDsrc3").isEnabled()) << "behind the first none";
+  Choose("CboDsrc2", 8);
+  EXPECT_TRUE(Find<QComboBox>("CboDsrc3").isEnabled());
+  EXPECT_TRUE(Find<QComboBox>("CboDsrcCH2").isEnabled());
+  EXPECT_FALSE(Find<QComboBox>("CboDetection2").isEnabled());
+  EXPECT_TRUE(Find<QComboBox>("CboDsrc2").toolTip().startsWith(QStringLiteral("Equation Not Defined")));
+  EXPECT_TRUE(Find<QLabel>("LblFileSize").text().contains(QStringLiteral("32,000,000")));
+  Tick("ChkSaveAsIntegers", true);
+  EXPECT_TRUE(Find<QLabel>("LblFileSize").text().contains(QStringLiteral("14,000,000")));
+  Type("TxtClickInc", "much");  // what cannot be read does not hide the rest
+  Type("TxtSampleRate", "20");
+  Type("TxtvAvg", "100");
+  EXPECT_EQ(Find<QLabel>("LblRate").text(), QStringLiteral("2  Seconds per Sample."));
+  Choose("CboDsrc0", 0);
+  EXPECT_FALSE(Find<QComboBox>("CboDsrc1").isEnabled());
+}
+
+TEST_F(FormOptionsTest, TheLongitudeFollowsItsSenseUnlessItWasTyped) {
+  station_.TheSession().settings.UserLng = 10.25;
+  Open();
+  Tick("ChkDisplayWest", false);
+  EXPECT_EQ(Text("TxtUserLng"), QStringLiteral("349:45:00.0"));
+  EXPECT_EQ(Find<QLabel>("LblUserLng").text(), QStringLiteral("E"));
+  Type("TxtUserLng", "20");
+  Click("cmdApply");
+  EXPECT_EQ(InForce().UserLng, 340);
+  Tick("ChkDisplayWest", true);
+  EXPECT_EQ(Text("TxtUserLng"), QStringLiteral("340:00:00.0"));
+  Click("cmdOK");
+  EXPECT_EQ(InForce().UserLng, 340);
+}
+
+TEST_F(FormOptionsTest, TickingTheDetectionFillsTheZone) {
+  station_.TheSession().settings.DetectTZ = false;
+  station_.TheSession().settings.TZ = -7;
+  Open();
+  EXPECT_TRUE(Find<QLineEdit>("TxtTZ").isEnabled());
+  Tick("ChkDetectTZ", true);
+  EXPECT_EQ(Text("TxtTZ"), QStringLiteral("0"));
+  EXPECT_FALSE(Find<QLineEdit>("TxtTZ").isEnabled());
+}
+
+TEST(FormFirstUseTest, TakesTheStationAndEndsWithTheProgram) {
+  SimHost host(1);
+  Session session(host.Record(), "/station");
+  Settings settings;
+  settings.DataDirectory = "/station/Data";
+  FormFirstUse dialog(session, settings, [] { return false; });
+  dialog.findChild<QLineEdit*>(QStringLiteral("TxtUserLng"))->setText(QStringLiteral("400:00"));
+  dialog.findChild<QLineEdit*>(QStringLiteral("TxtAuthor"))->setText(QStringLiteral("Grote"));
+  auto* ok = dialog.findChild<QPushButton*>(QStringLiteral("cmdOK"));
+  ok->click();
+  EXPECT_TRUE(host.dialogs.HasShown("Longitude Error."));
+  EXPECT_EQ(settings.Author, "unknown");
+  dialog.findChild<QLineEdit*>(QStringLiteral("TxtUserLng"))->setText(QStringLiteral("83:40"));
+  ok->click();
+  EXPECT_EQ(dialog.result(), QDialog::Accepted);
+  EXPECT_EQ(settings.Author, "Grote");
+  EXPECT_TRUE(host.disk.FolderExists("/station/Data"));
+  EXPECT_FALSE(host.dialogs.HasShown("is not found")) << "its own folder is made without a question";
+
+  bool asked = false;
+  EXPECT_FALSE(RunFirstUse(session, settings, [&] { return asked = true; })) << "a signal ends it like a cancel";
+  EXPECT_TRUE(asked);
+}
+
+}  // namespace
+}  // namespace tarvolt
