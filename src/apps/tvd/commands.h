@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "files/data_file_reader.h"
 
@@ -20,5 +21,18 @@ struct DumpRange {
 /// Prints a heading and one line a sample: index, stamp, date, values; true when all of it went out. The sample that
 /// readers add to a file of doubles without stamps is not printed.
 bool PrintSamples(DataFileReader& reader, const std::string& name, const DumpRange& range, bool csv);
+
+/// An equation to evaluate, as the shell gave it.
+struct EvalRequest {
+  std::string expression;
+  std::vector<std::string> variables;  ///< each NAME=VALUE, checked by VariableFault
+  bool degrees = false;
+};
+
+/// What is wrong with a NAME=VALUE; empty when it is fine.
+std::string VariableFault(const std::string& variable);
+
+/// Prints the value with every digit; true when it has one and it went out. Tells what is wrong with the equation.
+bool PrintValue(const EvalRequest& request);
 
 }  // namespace tarvolt
