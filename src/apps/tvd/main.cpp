@@ -44,7 +44,6 @@ CLI::App* AddEval(CLI::App& app, Options& options) {
   eval->add_option("EXPR", options.eval.expression, "Equation; behind -- when it begins with a minus")->required();
   eval->add_option("--var", options.eval.variables, "A variable, as often as there are variables")
       ->type_name("NAME=VALUE")
-      ->expected(1)
       ->allow_extra_args(false)
       ->check(VariableFault);
   eval->add_flag("--degrees", options.eval.degrees, "Angles in degrees instead of radians");
