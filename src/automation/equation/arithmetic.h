@@ -31,7 +31,8 @@ inline double WholeQuotient(double a, double b) {
   const std::int64_t dividend = ToLong(a);
   const std::int64_t divisor = ToLong(b);
   if (divisor == 0) Raise(EquationFault::DivisionByZero);
-  return ToLong(static_cast<double>(dividend / divisor));
+  const std::int64_t quotient = dividend / divisor;
+  return ToLong(static_cast<double>(quotient));
 }
 
 /// Both rounded to 32 bits, then what remains of a, with the sign of a.
