@@ -25,8 +25,8 @@ struct Formula {
 
 constexpr std::array kFormulas = {
     Formula{"Sine", "sin(x)*2+y"},
-    Formula{"Horner", "((((((1.5*x+2)*x-3)*x+4)*x-5)*x+6)*x-7)*y"},
-    Formula{"Powers", "2*x^4-3*x^3+4*x^2-5*x+6-x^3*y"},
+    Formula{"Horner", "(((((1.5*x+2)*x-3)*x+4)*x-5)*x+6)*x-7"},
+    Formula{"Powers", "2*x^4-3*x^3+4*x^2-5*x+6*y"},
     Formula{"Min", "min(x,y)"},
 };
 

@@ -72,7 +72,8 @@ std::string Sensible(Dice& dice, int depth) {
     if (form < 3) {
       text += dice.Of(kOperands);
     } else if (form == 3) {
-      text += "(" + Sensible(dice, depth - 1) + ")";
+      const std::string second = dice.Upto(4) == 0 ? "," + Sensible(dice, depth - 1) : "";
+      text += "(" + Sensible(dice, depth - 1) + second + ")";
     } else if (form == 4) {
       text += dice.Of(kFunctionNames) + std::string("(") + Sensible(dice, depth - 1) + ")";
     } else {

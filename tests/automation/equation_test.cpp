@@ -3,32 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdlib>
-#include <new>
 #include <set>
 #include <string>
 
-namespace {
-
-std::size_t allocations = 0;
-
-}  // namespace
-
-// NOLINTNEXTLINE(misc-new-delete-overloads)
-void* operator new(std::size_t size) {
-  ++allocations;
-  void* const memory = std::malloc(size > 0 ? size : 1);
-  if (memory == nullptr) throw std::bad_alloc();
-  return memory;
-}
-
-void operator delete(void* memory) noexcept {
-  std::free(memory);
-}
-
-void operator delete(void* memory, std::size_t) noexcept {
-  std::free(memory);
-}
+#include "allocation_counter.h"
 
 namespace tarvolt {
 namespace {
@@ -283,14 +261,14 @@ TEST(Equation, EvaluationAllocatesNothing) {
   equation.Var("x", 1);
   equation.Var("y", 1);
   equation.Solve();
-  const std::size_t before = allocations;
+  const std::size_t before = AllocationCount();
   double sum = 0;
   for (int i = 0; i < 100; ++i) {
     equation.Var("x", i);
     equation.Var("Y", -i);
     sum += equation.Solution();
   }
-  EXPECT_EQ(allocations, before);
+  EXPECT_EQ(AllocationCount(), before);
   EXPECT_TRUE(std::isfinite(sum));
 }
 
