@@ -18,7 +18,9 @@ TEST(Ansi, LowerTakesBackWhatUpperDid) {
   EXPECT_EQ(Lower("\xD7\xDF\xDD"), "\xD7\xDF\xFD") << "the times sign is no letter";
   for (int byte = 0; byte < 256; ++byte) {
     const std::string text(1, static_cast<char>(byte));
-    if (Upper(text) != text) EXPECT_EQ(Lower(Upper(text)), text) << byte;
+    if (Upper(text) != text) {
+      EXPECT_EQ(Lower(Upper(text)), text) << byte;
+    }
   }
 }
 
