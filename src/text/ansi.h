@@ -10,6 +10,10 @@ namespace tarvolt {
 /// Upper case, with the letters of the upper half of the code page.
 std::string Upper(std::string_view text);
 
+/// Lower case, with the letters of the upper half of the code page.
+std::string Lower(std::string_view text);
+char LowerByte(char c);
+
 /// Without leading and trailing blanks (the blank alone, not tabs or line ends).
 std::string Trim(std::string_view text);
 

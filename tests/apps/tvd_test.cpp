@@ -91,6 +91,17 @@ TEST_F(Tvd, TellsWhatAFileSaysOfItself) {
   }
 }
 
+TEST_F(Tvd, EvaluatesEquations) {
+  EXPECT_EQ(Run("eval '2x + Y mod 3' --var X=1.25 --var y=7").output, "3.5\n");
+  EXPECT_EQ(Run("eval --degrees 'sin(90)'").output, "1\n");
+  EXPECT_EQ(Run("eval -- -x --var x=1").status, 2) << "behind -- there are no options";
+  EXPECT_EQ(Run("eval --var x=-1e3 -- -x").output, "1000\n");
+  EXPECT_EQ(Run("eval 1/3").output, "0.3333333333333333\n");
+  for (const char* variable : {"x", "=1", "x=", "x=1e400", "x=1,5", "x=nan"}) {
+    EXPECT_EQ(Run(std::string("eval 1 --var ") + variable).status, 2) << variable;
+  }
+}
+
 TEST_F(Tvd, ComplainsInOneLine) {
   struct Case {
     std::string arguments;
@@ -104,6 +115,8 @@ TEST_F(Tvd, ComplainsInOneLine) {
       {"info " + Write("bad.tvd", RawFile().Front(1, 2, 10, "")), 1, "1 to 9 channels"},
       {"dump " + Write("empty.tvd", RawFile().Front(1, 2, 1, "")), 1, "holds 0 samples"},
       {"dump --from 3 " + Write("three.tvd", Samples()), 1, "none from 3 on"},
+      {"eval '1+'", 1, "Invalid Equation (error 1103)"},
+      {"eval 'foo(1)'", 1, "Undefined Function: foo() (error 1101)"},
       {"dump --from 2 --to 1 " + Write("three.tvd", Samples()), 2, "--to lies before --from"},
   };
   for (const Case& c : cases) {

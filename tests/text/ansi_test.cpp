@@ -13,6 +13,17 @@ TEST(Ansi, UpperKnowsTheUpperHalfOfTheCodePage) {
   EXPECT_FALSE(EqualNoCase("ab", "abc"));
 }
 
+TEST(Ansi, LowerTakesBackWhatUpperDid) {
+  EXPECT_EQ(Lower("AbZ[@_"), "abz[@_");
+  EXPECT_EQ(Lower("\xD7\xDF\xDD"), "\xD7\xDF\xFD") << "the times sign is no letter";
+  for (int byte = 0; byte < 256; ++byte) {
+    const std::string text(1, static_cast<char>(byte));
+    if (Upper(text) != text) {
+      EXPECT_EQ(Lower(Upper(text)), text) << byte;
+    }
+  }
+}
+
 TEST(Ansi, TrimTakesBlanksAlone) {
   EXPECT_EQ(Trim("  a b  "), "a b");
   EXPECT_EQ(Trim("\ta\r\n"), "\ta\r\n");

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "files/data_file_reader.h"
 
@@ -36,5 +37,18 @@ enum class PlotResult { Drawn, Failed, WrongUsage };
 
 /// Draws it without a display. What is wrong is told on standard error.
 PlotResult PlotFile(const PlotOptions& options, int argc, char** argv);
+
+/// An equation to evaluate, as the shell gave it.
+struct EvalRequest {
+  std::string expression;
+  std::vector<std::string> variables;  ///< each NAME=VALUE, checked by VariableFault
+  bool degrees = false;
+};
+
+/// What is wrong with a NAME=VALUE; empty when it is fine.
+std::string VariableFault(const std::string& variable);
+
+/// Prints the value with every digit; true when it has one and it went out. Tells what is wrong with the equation.
+bool PrintValue(const EvalRequest& request);
 
 }  // namespace tarvolt

@@ -1,4 +1,4 @@
-// Tarvolt's data files from a shell: what a file says about itself, and its samples as text.
+// Tarvolt's data files from a shell: what a file says about itself, and its samples as text. And its equations.
 
 #include <CLI/CLI.hpp>
 #include <regex>
@@ -23,6 +23,7 @@ struct Options {
   bool json = false;
   bool csv = false;
   DumpRange range;
+  EvalRequest eval;
 };
 
 CLI::App* AddInfo(CLI::App& app, Options& options) {
@@ -79,6 +80,18 @@ int RunPlot(Options& options, int argc, char** argv) {
   return kFailed;
 }
 
+CLI::App* AddEval(CLI::App& app, Options& options) {
+  CLI::App* eval = app.add_subcommand("eval", "Value of an equation, as channels have them");
+  eval->add_option("EXPR", options.eval.expression, "Equation; behind -- when it begins with a minus")->required();
+  eval->add_option("--var", options.eval.variables, "A variable, as often as there are variables")
+      ->type_name("NAME=VALUE")
+      ->allow_extra_args(false)
+      ->check(VariableFault);
+  eval->add_flag("--degrees", options.eval.degrees, "Angles in degrees instead of radians");
+  eval->footer("The numbers of an equation have a point: tvd eval 'sin(x)*2 + y mod 3' --var x=0.5 --var y=7");
+  return eval;
+}
+
 // Tells in one line what is wrong with the file; false then.
 bool OpenDataFile(DataFileReader& reader, const std::string& name) {
   switch (reader.Open(name)) {
@@ -111,13 +124,14 @@ bool Run(const Options& options, bool dump) {
 }
 
 int Main(int argc, char** argv) {
-  CLI::App app("Tarvolt's data files from a shell", "tvd");
+  CLI::App app("Tarvolt's data files and equations from a shell", "tvd");
   app.set_version_flag("--version", std::string("tvd ") + TARVOLT_VERSION);
   app.require_subcommand(1);
   Options options;
   AddInfo(app, options);
   const CLI::App* dump = AddDump(app, options);
   const CLI::App* plot = AddPlot(app, options);
+  const CLI::App* eval = AddEval(app, options);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
@@ -128,6 +142,7 @@ int Main(int argc, char** argv) {
     Complain("--to lies before --from");
     return kWrongUsage;
   }
+  if (eval->parsed()) return PrintValue(options.eval) ? kSuccess : kFailed;
   return Run(options, dump->parsed()) ? kSuccess : kFailed;
 }
 

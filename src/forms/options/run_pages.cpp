@@ -65,7 +65,10 @@ void AddMoving(OptionPage& page) {
 void AddImages(OptionPage& page) {
   page.Group(QStringLiteral("Images of the chart"));
   page.Check("SaveFTPImage", QStringLiteral("Save images of the chart"));
-  page.Line("SaveFTPImagePeriod", QStringLiteral("Period of the images"));
+  page.Line("SaveFTPImagePeriod", QStringLiteral("Period of the images"), QStringLiteral("minutes"));
+  page.List(
+      "SaveFTPFullView", QStringLiteral("Images of"),
+      {{QStringLiteral("the view"), "0"}, {QStringLiteral("all of the chart"), "1"}, {QStringLiteral("both"), "2"}});
   page.Check("AutoStartFTP", QStringLiteral("Begin when a chart starts"));
 }
 
