@@ -37,22 +37,32 @@ std::int32_t FirstAfter(const SampleColumns& samples, std::int32_t low, double x
 
 }  // namespace
 
-std::vector<PixelColumn> ReduceToColumns(const StripChart& chart, int channel, double xMin, double xMax, int width) {
-  std::vector<PixelColumn> columns;
-  if (channel < 0 || channel >= chart.ChannelCount() || width < 1 || !(xMin < xMax)) return columns;
+ColumnEdges FindColumnEdges(const StripChart& chart, double xMin, double xMax, int width) {
+  ColumnEdges edges;
+  if (width < 1 || !(xMin < xMax)) return edges;
   const SampleColumns& samples = chart.Samples();
-  columns.reserve(static_cast<std::size_t>(width));
-  std::int32_t begin = FirstAtOrAfter(samples, 0, xMin);
-  for (int x = 0; x < width && begin < samples.Count(); ++x) {
-    const bool isLast = x == width - 1;
-    const double edge = xMin + (xMax - xMin) * (static_cast<double>(x + 1) / width);
-    const std::int32_t end = isLast ? FirstAfter(samples, begin, xMax) : FirstAtOrAfter(samples, begin, edge);
-    if (end > begin) {
-      const MinMax range = samples.Range(channel, begin, end - 1);
-      columns.push_back({x, samples.Value(channel, begin), range.lowest, range.highest, samples.Value(channel, end - 1),
-                         samples.Time(begin), samples.Time(end - 1)});
-    }
-    begin = end;
+  edges.begins.reserve(static_cast<std::size_t>(width) + 1);
+  edges.begins.push_back(FirstAtOrAfter(samples, 0, xMin));
+  for (int x = 1; x < width; ++x) {
+    const double edge = xMin + (xMax - xMin) * (static_cast<double>(x) / width);
+    edges.begins.push_back(FirstAtOrAfter(samples, edges.begins.back(), edge));
+  }
+  edges.begins.push_back(FirstAfter(samples, edges.begins.back(), xMax));
+  return edges;
+}
+
+std::vector<PixelColumn> ReduceToColumns(const StripChart& chart, int channel, const ColumnEdges& edges) {
+  std::vector<PixelColumn> columns;
+  if (channel < 0 || channel >= chart.ChannelCount() || edges.begins.empty()) return columns;
+  const SampleColumns& samples = chart.Samples();
+  columns.reserve(edges.begins.size());
+  for (std::size_t x = 0; x + 1 < edges.begins.size(); ++x) {
+    const std::int32_t begin = edges.begins[x];
+    const std::int32_t last = edges.begins[x + 1] - 1;
+    if (last < begin) continue;
+    const MinMax range = samples.Range(channel, begin, last);
+    columns.push_back({static_cast<int>(x), samples.Value(channel, begin), range.lowest, range.highest,
+                       samples.Value(channel, last), samples.Time(begin), samples.Time(last)});
   }
   return columns;
 }

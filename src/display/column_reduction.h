@@ -18,9 +18,16 @@ struct PixelColumn {
   TimeStamp lastTime = 0;   ///< of that last sample
 };
 
-/// The columns of pixels from 0 to `width` - 1 over the times xMin to xMax that hold samples of a channel, from left to
-/// right. A sample on the right edge belongs to the last column. Steps grow with `width` and the logarithm of the
-/// samples. Empty for a range of no width.
-std::vector<PixelColumn> ReduceToColumns(const StripChart& chart, int channel, double xMin, double xMax, int width);
+/// Which samples lie in the columns of pixels from 0 to `width` - 1 over the times xMin to xMax: column x holds those
+/// from begins[x] up to, but not including, begins[x + 1]. A sample on the right edge belongs to the last column. The
+/// same for all channels of a chart. Steps grow with `width` and the logarithm of the samples.
+struct ColumnEdges {
+  std::vector<std::int32_t> begins;  ///< one more than there are columns; empty for a range of no width
+};
+ColumnEdges FindColumnEdges(const StripChart& chart, double xMin, double xMax, int width);
+
+/// The columns that hold samples of a channel, from left to right. Steps grow with their number. The edges must be
+/// those of the chart as it is now.
+std::vector<PixelColumn> ReduceToColumns(const StripChart& chart, int channel, const ColumnEdges& edges);
 
 }  // namespace tarvolt

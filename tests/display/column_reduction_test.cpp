@@ -58,7 +58,7 @@ TEST(ColumnReduction, ColumnsAgreeWithALookAtEverySample) {
     const double xMax = xMin + span * (1 + engine() % 100) / 100;
     const int width = 1 + static_cast<int>(engine() % 600);
     const auto expected = BruteForce(chart, xMin, xMax, width);
-    const auto columns = ReduceToColumns(chart, 0, xMin, xMax, width);
+    const auto columns = ReduceToColumns(chart, 0, FindColumnEdges(chart, xMin, xMax, width));
     ASSERT_EQ(columns.size(), expected.size()) << round;
     for (const PixelColumn& column : columns) {
       ASSERT_EQ(expected.count(column.x), 1u) << round << " column " << column.x;
@@ -76,12 +76,13 @@ TEST(ColumnReduction, ColumnsAgreeWithALookAtEverySample) {
 
 TEST(ColumnReduction, NothingComesOfNothing) {
   StripChart chart;
-  EXPECT_TRUE(ReduceToColumns(chart, 0, 0, 1, 100).empty());
+  EXPECT_TRUE(ReduceToColumns(chart, 0, FindColumnEdges(chart, 0, 1, 100)).empty());
   chart.AddTime(1);
-  EXPECT_TRUE(ReduceToColumns(chart, 0, 1, 1, 100).empty()) << "no width";
-  EXPECT_TRUE(ReduceToColumns(chart, 0, 0, 2, 0).empty()) << "no pixels";
-  EXPECT_TRUE(ReduceToColumns(chart, 3, 0, 2, 10).empty()) << "no such channel";
-  EXPECT_EQ(ReduceToColumns(chart, 0, 0, 1, 10).at(0).x, 9) << "the right edge belongs to the last column";
+  EXPECT_TRUE(ReduceToColumns(chart, 0, FindColumnEdges(chart, 1, 1, 100)).empty()) << "no width";
+  EXPECT_TRUE(ReduceToColumns(chart, 0, FindColumnEdges(chart, 0, 2, 0)).empty()) << "no pixels";
+  EXPECT_TRUE(ReduceToColumns(chart, 3, FindColumnEdges(chart, 0, 2, 10)).empty()) << "no such channel";
+  EXPECT_EQ(ReduceToColumns(chart, 0, FindColumnEdges(chart, 0, 1, 10)).at(0).x, 9)
+      << "the right edge belongs to the last column";
 }
 
 }  // namespace

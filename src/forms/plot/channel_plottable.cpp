@@ -15,10 +15,57 @@ constexpr double kPixelLimit = 30000;
 /// Up to so many samples a pixel the points themselves are joined.
 constexpr double kPointsAPixel = 2;
 
+// True when a line between the two adds no pixel to their bars, or when there is none: a value that is not a number
+// breaks it.
+bool JoinIsCovered(const PixelColumn& from, const PixelColumn& to) {
+  if (std::isnan(from.last) || std::isnan(to.first)) return true;
+  const bool neighbours = to.x == from.x + 1;
+  return neighbours && to.first >= from.lowest && to.first <= from.highest && from.last >= to.lowest &&
+         from.last <= to.highest;
+}
+
+// The same pixels in fewer and wider rectangles, which fill much faster: what some neighbouring bars have in common is
+// one of them, and what each has above or below it is left over.
+QVector<QRect> JoinedBars(const QVector<QRect>& bars) {
+  constexpr qsizetype kNeighbours = 8;
+  QVector<QRect> joined;
+  for (qsizetype begin = 0; begin < bars.size();) {
+    qsizetype end = begin + 1;
+    int top = bars[begin].top();
+    int bottom = bars[begin].bottom();
+    while (end < bars.size() && end - begin < kNeighbours && bars[end].left() == bars[end - 1].left() + 1 &&
+           std::max(top, bars[end].top()) <= std::min(bottom, bars[end].bottom())) {
+      top = std::max(top, bars[end].top());
+      bottom = std::min(bottom, bars[end].bottom());
+      ++end;
+    }
+    joined.append(QRect(QPoint(bars[begin].left(), top), QPoint(bars[end - 1].left(), bottom)));
+    for (; begin < end; ++begin) {
+      const QRect& bar = bars[begin];
+      if (bar.top() < top) joined.append(QRect(bar.left(), bar.top(), 1, top - bar.top()));
+      if (bar.bottom() > bottom) joined.append(QRect(bar.left(), bottom + 1, 1, bar.bottom() - bottom));
+    }
+  }
+  return joined;
+}
+
 }  // namespace
 
-ChannelPlottable::ChannelPlottable(QCPAxis* keyAxis, QCPAxis* valueAxis, const ChartWindow& window, int channel)
-    : QCPAbstractPlottable(keyAxis, valueAxis), window_(window), channel_(channel) {
+const ColumnEdges& SharedEdges::Of(const StripChart& chart, const QCPAxis& axis) {
+  const Key key{chart.Count(),
+                chart.Count() > 0 ? chart.GetTime(0) : 0,
+                chart.Count() > 0 ? chart.GetTime(chart.Count() - 1) : 0,
+                axis.range().lower,
+                axis.range().upper,
+                axis.axisRect()->width()};
+  if (key != key_) edges_ = FindColumnEdges(chart, key.lower, key.upper, key.width);
+  key_ = key;
+  return edges_;
+}
+
+ChannelPlottable::ChannelPlottable(QCPAxis* keyAxis, QCPAxis* valueAxis, const ChartWindow& window, SharedEdges& edges,
+                                   int channel)
+    : QCPAbstractPlottable(keyAxis, valueAxis), window_(window), edges_(edges), channel_(channel) {
   setSelectable(QCP::stNone);
   setAntialiased(false);
 }
@@ -80,29 +127,44 @@ void ChannelPlottable::DrawPoints(QCPPainter* painter, std::int32_t first, std::
   drawLine();
 }
 
-// Each column is a line from its lowest to its highest value, so that no spike is lost; the last sample of one is
-// joined with the first of the next where they stand, as a drawing of every sample would have it.
+// Each column is a bar from its lowest to its highest value, so that no spike is lost; the last sample of one is joined
+// with the first of the next where they stand, as a drawing of every sample would have it. Joins that the bars cover
+// are left out, and bars are filled and not stroked: that is most of the time of a dense picture.
 void ChannelPlottable::DrawColumns(QCPPainter* painter) const {
-  const StripChart& chart = window_.chart;
-  const QRect area = mKeyAxis->axisRect()->rect();
-  QVector<QLineF> lines;
-  bool joins = false;
-  QPointF end;
-  for (const PixelColumn& column :
-       ReduceToColumns(chart, channel_, mKeyAxis->range().lower, mKeyAxis->range().upper, area.width())) {
-    const double x = area.left() + column.x;
-    if (joins && !std::isnan(column.first)) {
-      lines.append(QLineF(end, QPointF(mKeyAxis->coordToPixel(column.firstTime), YPixel(column.first))));
-    }
-    if (column.lowest <= column.highest) {
-      const double low = YPixel(column.lowest);
-      const double high = YPixel(column.highest);
-      // A line of no length is not drawn by every painter.
-      lines.append(QLineF(x, low, x, low == high ? high - 0.5 : high));
-    }
-    joins = !std::isnan(column.last);
-    if (joins) end = QPointF(mKeyAxis->coordToPixel(column.lastTime), YPixel(column.last));
+  const int left = mKeyAxis->axisRect()->left();
+  QVector<QLineF> joins;
+  QVector<QRect> bars;
+  const PixelColumn* before = nullptr;
+  const auto columns = ReduceToColumns(window_.chart, channel_, edges_.Of(window_.chart, *mKeyAxis));
+  for (const PixelColumn& column : columns) {
+    if (before != nullptr && !JoinIsCovered(*before, column)) joins.append(JoinOf(*before, column));
+    before = &column;
+    if (column.lowest > column.highest) continue;
+    const double top = YPixel(column.highest);
+    const double bottom = YPixel(column.lowest);
+    const int upper = static_cast<int>(std::floor(std::min(top, bottom)));
+    const int lower = static_cast<int>(std::floor(std::max(top, bottom)));
+    bars.append(QRect(left + column.x, upper, 1, lower - upper + 1));
   }
+  painter->drawLines(joins);
+  FillBars(painter, bars);
+}
+
+QLineF ChannelPlottable::JoinOf(const PixelColumn& from, const PixelColumn& to) const {
+  return QLineF(mKeyAxis->coordToPixel(from.lastTime), YPixel(from.last), mKeyAxis->coordToPixel(to.firstTime),
+                YPixel(to.first));
+}
+
+// A picture in vectors has its bars as lines, which keep their place at any scale; dashed pens dash them.
+void ChannelPlottable::FillBars(QCPPainter* painter, const QVector<QRect>& bars) const {
+  if (!painter->modes().testFlag(QCPPainter::pmVectorized) && mPen.style() == Qt::SolidLine) {
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(mPen.color());
+    painter->drawRects(JoinedBars(bars));
+    return;
+  }
+  QVector<QLineF> lines;
+  for (const QRect& bar : bars) lines.append(QLineF(bar.left(), bar.top(), bar.left(), bar.bottom() + 0.5));
   painter->drawLines(lines);
 }
 

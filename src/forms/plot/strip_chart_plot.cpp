@@ -35,7 +35,7 @@ StripChartPlot::StripChartPlot(const ChartWindow& window, QWidget* parent)
   xAxis->setTicker(timeTicker_);
   yAxis->setTicker(valueTicker_);
   for (int channel = 0; channel < kChannels; ++channel)
-    channels_[channel] = new ChannelPlottable(xAxis, yAxis, window, channel);
+    channels_[channel] = new ChannelPlottable(xAxis, yAxis, window, edges_, channel);
   legend->setVisible(true);
   axisRect()->insetLayout()->setInsetAlignment(0, Qt::AlignTop | Qt::AlignRight);
 }

@@ -62,6 +62,7 @@ class StripChartPlot final : public QCustomPlot {
   PlotEvents events_;
   QSharedPointer<TimeTicker> timeTicker_;
   QSharedPointer<ValueTicker> valueTicker_;
+  SharedEdges edges_;
   std::array<ChannelPlottable*, kChannels> channels_{};
   ChartOverlay* overlay_;
   QCPTextElement* title_;
