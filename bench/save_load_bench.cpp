@@ -96,7 +96,7 @@ void Load(benchmark::State& state) {
       [&] {
         station.window.chart.ClearData();
         return SecondsOf([&] {
-          good = LoadData(station.session, station.window, station.name) && station.window.chart.Count() == kSamples &&
+          good = LoadData(station.session, station.window, station.name) == LoadOutcome::Loaded && station.window.chart.Count() == kSamples &&
                  good;
         });
       },

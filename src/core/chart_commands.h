@@ -77,6 +77,15 @@ class ChartCommands {
   void mnuShowAllChannels();
   void ShowChartLegend();
   void mnuShowLegend();
+  void mnuShowChartNotations();
+
+  /// Opens the view of the file information where there is one; UnloadMyInfoFile takes it away with the chart it tells
+  /// of. The window's state says so, and the form follows.
+  void mnuDataFileInfo();
+  void UnloadMyInfoFile();
+
+  /// Forgets the range kept by SaveChartViewParams: it is one of an earlier chart.
+  void CloseChartViews();
 
   /// Shows the value of a channel in LBLCHVAL; the same channel again, or one outside the chart, shows none.
   void mnuCH(int channel);

@@ -4,6 +4,7 @@
 #include "config/profile.h"
 #include "core/chart_run.h"
 #include "core/run_metadata.h"
+#include "files/auto_title.h"
 #include "files/header_info.h"
 #include "files/naming.h"
 #include "files/saving.h"
@@ -176,6 +177,7 @@ void ChartRun::ShowModeStatus() {
 }
 
 void ChartRun::ClearForNewRun() {
+  recorder_.commands.UnloadMyInfoFile();
   window_.notations = Notations{};
   window_.header.source = DataFileHeader().source;
   run_.TimeRefZeroFile = run_.TimeRefZero;
@@ -202,6 +204,7 @@ void ChartRun::DetectZone() {
 }
 
 void ChartRun::DisableCommands() {
+  recorder_.commands.CloseChartViews();
   view_.LoadCommands = false;
   view_.InfoCommands = false;
   view_.ToolCommands = false;
@@ -236,6 +239,7 @@ void ChartRun::PrepareChart() {
   if (run_.ChannelCount == 1) chart.ChannelVisible[0] = true;
   chart.ClearData();
   chart.SetChannelCount(run_.ChannelCount);
+  chart.ChannelPen = StripChart::kOwnPens;
   for (int channel = 0; channel < kChannels; ++channel) {
     chart.ChannelName[channel] = session_.settings.ChannelLabel[channel];
     window_.channelLabels[channel] = session_.settings.ChannelLabel[channel];
@@ -279,8 +283,10 @@ void ChartRun::TakeTimeBase() {
   time.utOffset = settings.LogUsingUT || settings.LogLMST ? -settings.TZ / 24 : 0;
   time.firstStamp = CalcTimeNotSidereal(session_.host.clock, time);
   time.startLMST = settings.LogLMST ? CalcLMST(time.firstStamp, settings.UserLng) : 0;
-  run_.ChartIsLMST = settings.LogLMST;
-  run_.ChartIsUT = settings.LogUsingUT;
+  if (!window_.save.LoadedFromFile && !window_.save.Loading) {  // a loaded chart keeps the base of its file
+    run_.ChartIsLMST = settings.LogLMST;
+    run_.ChartIsUT = settings.LogUsingUT;
+  }
   session_.log.SetUTOffset(time.utOffset);
 }
 
@@ -339,6 +345,7 @@ void ChartRun::ShowStarted() {
                                        : "");
   run_.StartStamp = recorder_.CalcTime();
   view_.Title = " New Chart Started: " + FormatDate(run_.StartStamp, "YYYY/MM/DD hh:nn:ss");
+  DoAutoTitle(session_, window_);
 }
 
 bool ChartRun::Refuse(const std::string& text) {

@@ -92,6 +92,7 @@ void ChartRun::ShowEnded() {
 
 void ChartRun::EnableCommands() {
   const bool hasData = HasData();
+  recorder_.commands.UnloadMyInfoFile();
   view_.SaveCommands = hasData;
   view_.ToolCommands = hasData;
   view_.OffsetCommand = false;

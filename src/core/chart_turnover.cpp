@@ -77,6 +77,8 @@ void ChartRun::StartNextLog(bool timerWasOn) {
 
 // The beginning of a further log of the same run.
 void ChartRun::RestartChart() {
+  recorder_.commands.UnloadMyInfoFile();
+  recorder_.commands.CloseChartViews();
   run_.DataNeedsSave = false;
   window_.save.SavedAs.clear();
   run_.LastDcount = 0;

@@ -7,6 +7,7 @@
 #include "core/chart_run.h"
 #include "core/command_line.h"
 #include "core/keep_alive.h"
+#include "core/load_commands.h"
 #include "core/recorder.h"
 #include "core/sample_pipeline.h"
 
@@ -54,7 +55,7 @@ class FormMain final : public RunControl {
   bool LoadProfile(const std::string& path);
 
   /// Opens a data file. False, and told, when it cannot be loaded as a whole. Yields.
-  bool LoadDataFile(const std::string& path);
+  bool LoadDataFile(const std::string& path) { return loads_.LoadDataFile(path); }
 
   const ChartWindow& Window() const { return recorder_.window; }
 
@@ -62,6 +63,9 @@ class FormMain final : public RunControl {
   ChartCommands& Chart() { return recorder_.commands; }
   ChannelOffsets& Offsets() { return recorder_.offsets; }
   ChannelAverage& Average() { return recorder_.average; }
+
+  /// The commands that load data files.
+  LoadCommands& Loads() { return loads_; }
 
   // Commands of menus and buttons (form_main_commands.cpp). Those with a question or a file dialog yield.
 
@@ -72,8 +76,7 @@ class FormMain final : public RunControl {
   void mnuSave();
   void cmdSaveView();
 
-  /// Asks for a data file, a profile or a name for one, and does what the command says with it.
-  void MnuLoadDataFile();
+  /// Asks for a profile or a name for one, and does what the command says with it.
   void mnuLoadProfile();
   void mnuSaveProfile();
 
@@ -102,12 +105,14 @@ class FormMain final : public RunControl {
   void WriteLoadError(const std::string& text);
 
   bool RunCommand(const SlashCommand& command);
+  bool MakeRoomForLoad();
 
   Session& session_;
   Recorder recorder_;
   ChartRun chartRun_;
   SamplePipeline pipeline_;
   KeepAlive keepAlive_;
+  LoadCommands loads_;
 };
 
 }  // namespace tarvolt

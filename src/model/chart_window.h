@@ -12,6 +12,7 @@
 #include "logs/metadata.h"
 #include "logs/notations.h"
 #include "model/data_file_header.h"
+#include "model/load_options.h"
 #include "model/run_state.h"
 #include "model/window_state.h"
 
@@ -65,6 +66,7 @@ struct ChartWindow {
   Notations notations;
   std::array<std::string, 9> channelLabels;  ///< labels of the chart on display
   SaveState save;
+  LoadOptions loadOptions;
   WindowState view;
 
   /// Index of the newest stored sample, -1 for none.

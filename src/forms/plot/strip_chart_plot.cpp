@@ -92,8 +92,9 @@ void StripChartPlot::TakeOverLook() {
   valueTicker_->minorCount = look.ticks.YAxisTickMinorCount;
   valueTicker_->decimals = look.YAxisLabelPrecision;
   for (int channel = 0; channel < kChannels; ++channel) {
-    const int style = look.LineStyle[channel] != 0 ? look.LineStyle[channel] : look.ticks.ChannelLineStyle;
-    QPen pen(ColorOf(colors.PenColor[channel]));
+    const int own = std::clamp(window_.chart.ChannelPen[channel], 0, kChannels - 1);
+    const int style = look.LineStyle[own] != 0 ? look.LineStyle[own] : look.ticks.ChannelLineStyle;
+    QPen pen(ColorOf(colors.PenColor[own]));
     pen.setWidth(1);
     pen.setCosmetic(true);
     pen.setStyle(PenStyleOf(style));

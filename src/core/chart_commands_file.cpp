@@ -1,0 +1,24 @@
+#include "core/chart_commands.h"
+
+// What the chart commands do with a chart as a file: its notations, its information, and views of it that went.
+
+namespace tarvolt {
+
+void ChartCommands::mnuShowChartNotations() {
+  chart_.NotationsShown = !chart_.NotationsShown;
+  ++chart_.RepaintRequests;
+}
+
+void ChartCommands::mnuDataFileInfo() {
+  if (view_.InfoCommands) view_.InfoFileShown = true;
+}
+
+void ChartCommands::UnloadMyInfoFile() {
+  view_.InfoFileShown = false;
+}
+
+void ChartCommands::CloseChartViews() {
+  window_.views.saved.reset();
+}
+
+}  // namespace tarvolt
