@@ -101,11 +101,12 @@ void AskForChannels(const LoadRequest& request, const ParsedNotes& notes, int ch
   options.ChannelSelected.fill(false);
   std::fill_n(options.ChannelSelected.begin(), std::min(channels, kChannels), true);
   if (!request.askChannels) return;
-  const std::optional<ChannelAnswer> answer = request.askChannels({channels, notes.labels, options.ChannelSelected});
+  const std::optional<ChannelAnswer> answer =
+      request.askChannels({channels, notes.labels, options.ChannelSelected, options.LoadLocalOffsets});
   options.ChannelSelected.fill(false);
   if (!answer) return;
   options.ChannelSelected = answer->ticked;
-  if (answer->localOffsets) options.LoadLocalOffsets = true;
+  options.LoadLocalOffsets = answer->localOffsets;
 }
 
 /// One load from the opened file on. `options` is the load's own copy: events during a yield may touch the window's.
@@ -154,6 +155,7 @@ class OpenedLoad {
     if (!request_.keepSelection && !options_.LoadSelectedChannels) return AllChannels(channels);
     if (!request_.keepSelection) AskForChannels(request_, reader_.Notes(), channels, options_);
     window_.loadOptions.ChannelSelected = options_.ChannelSelected;
+    window_.loadOptions.LoadLocalOffsets = options_.LoadLocalOffsets;
     const ChannelMap map = SelectedChannels(options_.ChannelSelected, channels);
     PackChannels(map, reader_.Notes(), window_);
     return map;

@@ -17,6 +17,7 @@ struct ChannelQuestion {
   int channels = 1;  ///< of the file; only the first kChannels of them can be chosen singly
   std::array<std::string, kMaxFileChannels> labels;
   std::array<bool, kChannels> ticked{};  ///< as the boxes are at first
+  bool localOffsets = false;             ///< the same
 };
 
 struct ChannelAnswer {

@@ -2,29 +2,15 @@
 #include <QMessageBox>
 
 #include "forms/chart/picture_commands.h"
-#include "forms/file_info/form_file_info.h"
 #include "forms/form_main/main_window.h"
+#include "forms/load/load_menus.h"
 #include "forms/qt_text.h"
 
 namespace tarvolt {
 
 QAction* MainWindow::Add(QMenu& menu, const char* name, const QString& caption, const QKeySequence& key,
                          Command command, Test enabled, Test checked) {
-  QAction* action = menu.addAction(caption);
-  action->setObjectName(QString::fromLatin1(name));
-  action->setShortcut(key);
-  action->setCheckable(static_cast<bool>(checked));
-  connect(action, &QAction::triggered, this, [this, command = std::move(command)] {
-    QMetaObject::invokeMethod(
-        this,
-        [this, command] {
-          command();
-          Refresh();
-        },
-        Qt::QueuedConnection);
-  });
-  items_.push_back({action, std::move(enabled), std::move(checked)});
-  return action;
+  return items_.Add(menu, name, caption, key, std::move(command), std::move(enabled), std::move(checked));
 }
 
 void MainWindow::MakeMenus() {
@@ -39,20 +25,11 @@ void MainWindow::MakeMenus() {
 
 void MainWindow::MakeFileMenu() {
   QMenu& menu = *menuBar()->addMenu(QStringLiteral("&File"));
-  const auto canLoad = [this] { return window_.view.LoadCommands && window_.Mode == SessionMode::StandAlone; };
   startMenu_ = Add(
       menu, "mnuStartChart", QStringLiteral("Start New Chart"), QKeySequence(Qt::Key_F8), [this] { form_.cmdStart(); },
       [this] { return window_.view.cmdStart; });
   menu.addSeparator();
-  Add(
-      menu, "MnuLoadDataFile", QStringLiteral("&Load Data File..."), QKeySequence::Open,
-      [this] { form_.MnuLoadDataFile(); }, canLoad);
-  QMenu* loaded = menu.addMenu(QStringLiteral("Recently Loa&ded"));
-  connect(loaded, &QMenu::aboutToShow, this, [this, loaded] { FillRecent(*loaded, false); });
-  items_.push_back({loaded->menuAction(), canLoad, {}});
-  QMenu* saved = menu.addMenu(QStringLiteral("Recently Sav&ed"));
-  connect(saved, &QMenu::aboutToShow, this, [this, saved] { FillRecent(*saved, true); });
-  items_.push_back({saved->menuAction(), canLoad, {}});
+  AddLoadMenus(menu, items_, session_, form_.Loads());
   Add(menu, "mnuReview", QStringLiteral("New Re&view Window"), QKeySequence::New, [this] { NewReview(); });
   menu.addSeparator();
   Add(
@@ -63,8 +40,8 @@ void MainWindow::MakeFileMenu() {
       [this] { return window_.view.SaveCommands && HasSamples(); });
   AddPictureCommands(menu, *plot_);
   Add(
-      menu, "mnuDataFileInfo", QStringLiteral("Data File &Information"), {},
-      [this] { (new FormFileInfo(window_, this))->show(); }, [this] { return window_.view.InfoCommands; });
+      menu, "mnuDataFileInfo", QStringLiteral("Data File &Information"), {}, [this] { info_.Open(); },
+      [this] { return window_.view.InfoCommands; });
   menu.addSeparator();
   Add(menu, "mnuLoadProfile", QStringLiteral("Load Pro&file..."), {}, [this] { form_.mnuLoadProfile(); });
   Add(menu, "mnuSaveProfile", QStringLiteral("Save Profil&e..."), {}, [this] { form_.mnuSaveProfile(); });
@@ -72,22 +49,6 @@ void MainWindow::MakeFileMenu() {
   connect(profiles, &QMenu::aboutToShow, this, [this, profiles] { FillProfiles(*profiles); });
   menu.addSeparator();
   Add(menu, "mnuExit", QStringLiteral("E&xit Program...Close All"), QKeySequence::Quit, [this] { close(); });
-}
-
-void MainWindow::FillRecent(QMenu& menu, bool saved) {
-  menu.clear();
-  int place = 0;
-  for (const std::string& name : saved ? session_.recent.saved : session_.recent.loaded) {
-    ++place;
-    if (name.empty()) continue;
-    QAction* action = menu.addAction(ToQString(name), this, [this, name] {
-      QMetaObject::invokeMethod(
-          this, [this, name] { Load(name); }, Qt::QueuedConnection);
-    });
-    action->setObjectName(
-        (saved ? QStringLiteral("mnuRecentSaved%1") : QStringLiteral("mnuRecentLoaded%1")).arg(place));
-  }
-  if (menu.isEmpty()) menu.addAction(QStringLiteral("(none)"))->setEnabled(false);
 }
 
 void MainWindow::FillProfiles(QMenu& menu) {
@@ -159,6 +120,10 @@ void MainWindow::MakeViewMenu() {
   Add(
       menu, "mnuShowLegend", QStringLiteral("&Legend"), {}, [&chart] { chart.mnuShowLegend(); }, {},
       [this] { return window_.chart.LegendShown; });
+  Add(
+      menu, "mnuShowChartNotations", QStringLiteral("Chart &Notations"), {},
+      [&chart] { chart.mnuShowChartNotations(); }, [this] { return window_.notations.count > 0; },
+      [this] { return window_.chart.NotationsShown; });
 }
 
 void MainWindow::MakeChannelsMenu() {
@@ -166,7 +131,7 @@ void MainWindow::MakeChannelsMenu() {
   ChartCommands& chart = form_.Chart();
   QMenu& visible = *menu.addMenu(QStringLiteral("&Visibility"));
   visible.menuAction()->setObjectName(QStringLiteral("mnuChannelVisibility"));
-  items_.push_back({visible.menuAction(), [this] { return window_.view.mnuChannelVisibility; }, {}});
+  items_.Watch(visible.menuAction(), [this] { return window_.view.mnuChannelVisibility; });
   QMenu& values = *menu.addMenu(QStringLiteral("Show &Value of"));
   QMenu& averages = *menu.addMenu(QStringLiteral("&Average of"));
   for (int channel = 0; channel < kChannels; ++channel) {

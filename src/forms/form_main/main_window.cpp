@@ -8,6 +8,7 @@
 
 #include "forms/chart/file_drop.h"
 #include "forms/chart/plot_events.h"
+#include "forms/load/load_forms.h"
 #include "forms/qt_text.h"
 #include "text/number.h"
 
@@ -25,7 +26,12 @@ int PixelsOf(const Session& session, const char* key, int least) {
 
 }  // namespace
 
-MainWindow::MainWindow(Session& session, FormMain& form) : session_(session), form_(form), window_(form.Window()) {
+MainWindow::MainWindow(Session& session, FormMain& form)
+    : session_(session),
+      form_(form),
+      window_(form.Window()),
+      items_(this, [this] { Refresh(); }),
+      info_(window_, form_.Chart(), this) {
   setObjectName(QStringLiteral("form1"));
   setAcceptDrops(true);
   plot_ = new StripChartPlot(window_, this);
@@ -47,6 +53,7 @@ MainWindow::MainWindow(Session& session, FormMain& form) : session_(session), fo
   log_ = new FormSessionLog(session_);
   log_->setParent(this, Qt::Window);
   MakeMenus();
+  form_.Loads().SetForms(LoadFormsOver(this, session_));
   RestoreGeometry();
   connect(&refresh_, &QTimer::timeout, this, [this] { Refresh(); });
   refresh_.start(kRefreshMilliseconds);
@@ -93,7 +100,8 @@ void MainWindow::Refresh() {
   start_->setText(ToQString(view.StartCaption));
   startMenu_->setText(ToQString(view.StartMenuCaption));
   value_->setText(ToQString(view.ValueLabel));
-  RefreshItems();
+  items_.Refresh();
+  info_.Refresh();
   tools_->Refresh();
   offsets_->Refresh();
   status_->Refresh(view);
@@ -103,31 +111,17 @@ void MainWindow::Refresh() {
   }
 }
 
-void MainWindow::RefreshItems() {
-  for (const Item& item : items_) {
-    if (item.enabled) item.action->setEnabled(item.enabled());
-    if (item.checked) item.action->setChecked(item.checked());
-  }
-}
-
 void MainWindow::NewReview() {
   reviews_.resize(FrmReview::kMost);
   for (int place = 0; place < FrmReview::kMost; ++place) {
     QPointer<FormReview>& review = reviews_[place];
-    if (review && review->isVisible()) continue;
+    // One that was closed in the middle of a load still has its load on the way.
+    if (review && (review->isVisible() || review->Review().Window().save.Loading)) continue;
     delete review;
     review = new FormReview(session_, place + 1);
     review->show();
     return;
   }
-}
-
-void MainWindow::Load(const std::string& path) {
-  if (window_.Mode != SessionMode::StandAlone) {
-    session_.Tell("Tarvolt", "Must be in Stand Alone Mode or using review window to load file.");
-    return;
-  }
-  if (window_.view.LoadCommands) form_.LoadDataFile(path);
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
@@ -138,7 +132,7 @@ void MainWindow::dropEvent(QDropEvent* event) {
   const std::string file = DroppedDataFile(*event->mimeData());
   event->acceptProposedAction();
   QMetaObject::invokeMethod(
-      this, [this, file] { Load(file); }, Qt::QueuedConnection);
+      this, [this, file] { form_.Loads().DropFile(file); }, Qt::QueuedConnection);
 }
 
 // Closing asks the recorder to end; the program's loop then leaves, saves and lets the window go.

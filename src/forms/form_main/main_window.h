@@ -10,6 +10,8 @@
 #include "core/form_main.h"
 #include "forms/chart/chart_status_bar.h"
 #include "forms/chart/chart_tool_bar.h"
+#include "forms/chart/menu_items.h"
+#include "forms/file_info/info_view.h"
 #include "forms/form_main/offset_frame.h"
 #include "forms/logs/form_session_log.h"
 #include "forms/plot/strip_chart_plot.h"
@@ -29,8 +31,8 @@ class MainWindow final : public QMainWindow {
 
   /// The menus' and buttons' commands. They run outside of the click that asked for them, so that one which waits
   /// inside does not hold the button down.
-  using Command = std::function<void()>;
-  using Test = std::function<bool()>;
+  using Command = MenuItems::Command;
+  using Test = MenuItems::Test;
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -39,12 +41,6 @@ class MainWindow final : public QMainWindow {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
-  struct Item {
-    QAction* action;
-    Test enabled;
-    Test checked;
-  };
-
   // The menus (main_menus.cpp).
   void MakeMenus();
   void MakeFileMenu();
@@ -56,13 +52,10 @@ class MainWindow final : public QMainWindow {
   void MakeHelpMenu();
   QAction* Add(QMenu& menu, const char* name, const QString& caption, const QKeySequence& key, Command command,
                Test enabled = {}, Test checked = {});
-  void FillRecent(QMenu& menu, bool saved);
   void FillProfiles(QMenu& menu);
 
   void MakeToolBar();
-  void RefreshItems();
   void NewReview();
-  void Load(const std::string& path);
   void ShowHelp();
   void RestoreGeometry();
   void StoreGeometry();
@@ -80,7 +73,8 @@ class MainWindow final : public QMainWindow {
   FormSessionLog* log_;
   QAction* start_;
   QAction* startMenu_;
-  std::vector<Item> items_;
+  MenuItems items_;
+  InfoView info_;
   std::vector<QPointer<FormReview>> reviews_;
   QTimer refresh_;
 };
