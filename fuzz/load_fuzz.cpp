@@ -1,6 +1,7 @@
 // Any bytes as a data file, loaded into a window as a person would and looked at in every way. The first bytes choose
 // the options and the commands that follow.
 
+#include <chrono>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -34,13 +35,11 @@ class Choices {
   std::size_t place_ = 0;
 };
 
-/// A machine that is made once: only the window is new for each file.
+/// A machine that is made once, with a disk of its own: only session and window are new for each file.
 struct Machine {
-  Machine() : record(host.Record()) { record.files = &files; }
-
-  SimHost host;
+  SimHost host{1};
   MemoryFiles files;
-  Host record;
+  Host record{host.clock, host.loop, host.network, files, host.processes, host.dialogs};
 };
 
 LoadRequest RequestOf(Choices& choices) {
@@ -62,6 +61,7 @@ LoadRequest RequestOf(Choices& choices) {
 }
 
 void SetOptions(Choices& choices, Session& session, ChartWindow& window) {
+  session.settings.ShowMsgBox = false;
   session.settings.AutoTitle = true;
   session.settings.AutoTitleFormat = "%name %observer %date %time %base";
   session.settings.DefaultChannelOffset[1] = 0.5;
@@ -138,6 +138,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (size < kChoices) return 0;
   static Machine machine;
   Choices choices(data);
+  machine.host.loop.RunFor(std::chrono::milliseconds(1));  // no instant has room for all the yields to come
   const char* const bytes = reinterpret_cast<const char*>(data);
   machine.files.contents = {{"/any.tvd", std::string(bytes + kChoices, size - kChoices)}};
   Session session(machine.record, "/station");

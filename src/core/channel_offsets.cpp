@@ -14,7 +14,7 @@ constexpr int kStepLimit = 500;
 }  // namespace
 
 ChannelOffsets::ChannelOffsets(Session& session, ChartWindow& window)
-    : session_(session), window_(window), TimerUtil_(session.host.loop.MakeTimer([this] { TimerUtilFired(); })) {
+    : window_(window), TimerUtil_(session.host.loop.MakeTimer([this] { TimerUtilFired(); })) {
   TimerUtil_->SetInterval(kRepeatMilliseconds);
 }
 

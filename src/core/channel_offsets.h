@@ -34,7 +34,6 @@ class ChannelOffsets {
   void TimerUtilFired();
   void Add(double difference);
 
-  Session& session_;
   ChartWindow& window_;
   std::unique_ptr<Timer> TimerUtil_;
   int direction_ = 1;
