@@ -24,8 +24,7 @@ FormChartLoadingOptions::FormChartLoadingOptions(Session& session, const LoadOpt
   line->setFrameShape(QFrame::HLine);
   line->setFrameShadow(QFrame::Sunken);
   layout->addWidget(line);
-  show_ =
-      AddBox("chkShowOptions", QStringLiteral("Show this panel for all loads."), session_.settings.ShowLoadOptions);
+  show_ = AddBox("chkShowOptions", QStringLiteral("Show this panel for all loads."), session_.settings.ShowLoadOptions);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Save | QDialogButtonBox::Cancel, this);
   buttons->button(QDialogButtonBox::Ok)->setObjectName(QStringLiteral("cmdOK"));
   buttons->button(QDialogButtonBox::Save)->setObjectName(QStringLiteral("cmdSave"));
