@@ -10,11 +10,11 @@ void ChartCommands::mnuShowChartNotations() {
 }
 
 void ChartCommands::mnuDataFileInfo() {
-  if (view_.InfoCommands) view_.InfoFileShown = true;
+  if (view_.InfoCommands) view_.InfoShown = true;
 }
 
 void ChartCommands::UnloadMyInfoFile() {
-  view_.InfoFileShown = false;
+  view_.InfoShown = false;
 }
 
 void ChartCommands::CloseChartViews() {

@@ -144,7 +144,7 @@ bool LoadCommands::LoadDataFile(const std::string& path) {
 // A view of the file information that was open comes back when the values are no longer those of the file.
 void LoadCommands::LoadAsked(const LoadOptions& options, bool showPanel) {
   if (!CanLoad()) return;
-  const bool infoWasShown = window_.view.InfoFileShown;
+  const bool infoWasShown = window_.view.InfoShown;
   commands_.UnloadMyInfoFile();
   window_.loadOptions = options;
   std::optional<std::string> file;

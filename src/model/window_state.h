@@ -19,7 +19,7 @@ struct WindowState {
   bool SaveCommands = false;          ///< save, save view, export
   bool LoadCommands = true;           ///< load and import
   bool InfoCommands = false;          ///< mnuDataFileInfo, cmdInfo
-  bool InfoFileShown = false;         ///< the view of the file information is open
+  bool InfoShown = false;             ///< the view of the file information is open
   bool OffsetCommand = false;         ///< cmdOffset
   bool ToolCommands = false;          ///< commands that rewrite the store
   bool ScheduleCommand = true;        ///< mnuSked

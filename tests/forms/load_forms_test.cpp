@@ -165,7 +165,7 @@ TEST_F(LoadWindows, TheInformationFollowsTheChartItTellsOf) {
   Child<QWidget>(*window, "FormFileInfo").close();
   EXPECT_FALSE(shown());
   window->Refresh();
-  EXPECT_FALSE(State().view.InfoFileShown);
+  EXPECT_FALSE(State().view.InfoShown);
   EXPECT_FALSE(shown()) << "a person closed it";
 
   Trigger("mnuDataFileInfo");

@@ -20,7 +20,7 @@ void InfoView::Open() {
 }
 
 void InfoView::Refresh() {
-  if (!window_.view.InfoFileShown) {
+  if (!window_.view.InfoShown) {
     delete form_;
     return;
   }
