@@ -7,7 +7,9 @@
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <vector>
 
+#include "display/column_reduction.h"
 #include "files/load.h"
 #include "files/saving.h"
 #include "real_station.h"
@@ -96,8 +98,8 @@ void Load(benchmark::State& state) {
       [&] {
         station.window.chart.ClearData();
         return SecondsOf([&] {
-          good = LoadData(station.session, station.window, station.name) && station.window.chart.Count() == kSamples &&
-                 good;
+          good = LoadData(station.session, station.window, station.name) == LoadOutcome::Loaded &&
+                 station.window.chart.Count() == kSamples && good;
         });
       },
       [&] {
@@ -109,6 +111,86 @@ void Load(benchmark::State& state) {
   if (!good) state.SkipWithError("the file was not loaded as a whole");
 }
 BENCHMARK(Load)->Iterations(21)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+/// What a drawing of the window takes from the chart, when it has asked for one: as often as a screen shows, and never
+/// more.
+class Drawing {
+ public:
+  explicit Drawing(RealStation& station)
+      : chart_(station.window.chart), timer_(station.session.host.loop.MakeTimer([this] { DrawWhenAsked(); })) {
+    constexpr int kScreenMilliseconds = 33;
+    timer_->SetInterval(kScreenMilliseconds);
+    timer_->SetEnabled(true);
+  }
+
+  int drawn = 0;
+
+ private:
+  void DrawWhenAsked() {
+    constexpr int kWidth = 1200;
+    if (chart_.RepaintRequests == requests_) return;
+    requests_ = chart_.RepaintRequests;
+    ++drawn;
+    const ColumnEdges edges = FindColumnEdges(chart_, chart_.XAxisMin, chart_.XAxisMax, kWidth);
+    for (int channel = 0; channel < chart_.ChannelCount(); ++channel)
+      benchmark::DoNotOptimize(ReduceToColumns(chart_, channel, edges));
+  }
+
+  const StripChart& chart_;
+  std::uint64_t requests_ = 0;
+  std::unique_ptr<Timer> timer_;
+};
+
+/// The pyramids over the columns of a chart, built by themselves.
+void BuildPyramids(const std::vector<BlockColumn>& columns) {
+  for (const BlockColumn& column : columns) {
+    MinMaxPyramid pyramid;
+    for (std::int32_t i = 0; i < column.Count(); ++i) {
+      pyramid.Cover(i);
+      pyramid.Add(i, column[i]);
+    }
+    benchmark::DoNotOptimize(pyramid.Whole());
+  }
+}
+
+std::vector<BlockColumn> ColumnsOf(const StripChart& chart) {
+  std::vector<BlockColumn> columns(chart.ChannelCount());
+  for (int channel = 0; channel < chart.ChannelCount(); ++channel) {
+    for (std::int32_t i = 0; i < chart.Count(); ++i) columns[channel].Append(chart.GetValue(channel, i));
+  }
+  return columns;
+}
+
+// The load as a person sees it, the chart being drawn as it goes, beside a bare read and the building of the pyramids.
+void LoadAndDraw(benchmark::State& state) {
+  FullStation station;
+  const std::size_t size = station.FileSize();
+  const std::vector<BlockColumn> columns = ColumnsOf(station.window.chart);
+  Drawing drawing(station);
+  bool good = station.saved;
+  std::vector<double> pyramidSeconds;
+  RunSideBySide(
+      state, 1,
+      [&] {
+        station.window.chart.ClearData();
+        return SecondsOf([&] {
+          good = LoadData(station.session, station.window, station.name) == LoadOutcome::Loaded &&
+                 station.window.chart.Count() == kSamples && good;
+        });
+      },
+      [&] {
+        const double read = SecondsOf([&] {
+          Bytes bytes(size);
+          good = ReadWhole(station.name.string(), bytes) && good;
+        });
+        pyramidSeconds.push_back(SecondsOf([&] { BuildPyramids(columns); }));
+        return read + pyramidSeconds.back();
+      });
+  state.counters["pyramids_s"] = Median(pyramidSeconds);
+  state.counters["drawings_a_load"] = drawing.drawn / static_cast<double>(pyramidSeconds.size());
+  if (!good) state.SkipWithError("the file was not loaded as a whole");
+}
+BENCHMARK(LoadAndDraw)->Iterations(21)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace tarvolt::bench

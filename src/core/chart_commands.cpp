@@ -358,7 +358,7 @@ void ChartCommands::UpdateAfterOptionsChange() {
   chart_.YAxisLabel = settings.YALabel;
   if (RunOn()) {
     if (chart_.AutoScale) FitY(chart_, window_.run.ChannelCount);
-  } else if (!window_.save.LoadedFromFile && chart_.Count() == 0) {
+  } else if (!window_.save.LoadedFromFile && !window_.save.Loading && chart_.Count() == 0) {
     window_.run.ChannelCount = std::max(ActiveChannels(settings), 1);
     for (int channel = 0; channel < kChannels; ++channel) chart_.ChannelName[channel] = settings.ChannelLabel[channel];
     chart_.SetChannelCount(window_.run.ChannelCount);

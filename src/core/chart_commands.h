@@ -79,6 +79,17 @@ class ChartCommands {
   void mnuShowAllChannels();
   void ShowChartLegend();
   void mnuShowLegend();
+  void mnuShowChartNotations();
+
+  /// Opens the view of the file information where there is one; UnloadMyInfoFile takes it away with the chart it tells
+  /// of. The window's state says so, and the form follows.
+  void mnuDataFileInfo();
+  void UnloadMyInfoFile();
+
+  /// Opens the window of the view by numbers. CloseChartViews closes it and forgets the range kept by
+  /// SaveChartViewParams: both are of an earlier chart.
+  void mnuChartView();
+  void CloseChartViews();
 
   /// Shows the value of a channel in LBLCHVAL; the same channel again, or one outside the chart, shows none.
   void mnuCH(int channel);
@@ -99,12 +110,6 @@ class ChartCommands {
   void ShowArrows();
   /// The buttons are drawn as active while the chart does not follow its run.
   void CheckArrowColors();
-
-  /// The window of the view by numbers, and that of the file's information. Both close when their chart goes.
-  void mnuChartView() { view_.ChartViewShown = true; }
-  void CloseChartViews() { view_.ChartViewShown = false; }
-  void mnuDataFileInfo() { view_.InfoShown = true; }
-  void UnloadMyInfoFile() { view_.InfoShown = false; }
 
  private:
   void EndManualScroll();

@@ -5,6 +5,7 @@
 #include "core/chart_run.h"
 #include "core/observer_entries.h"
 #include "core/run_metadata.h"
+#include "files/auto_title.h"
 #include "files/header_info.h"
 #include "files/naming.h"
 #include "files/saving.h"
@@ -242,6 +243,7 @@ void ChartRun::PrepareChart() {
   if (run_.ChannelCount == 1) chart.ChannelVisible[0] = true;
   chart.ClearData();
   chart.SetChannelCount(run_.ChannelCount);
+  chart.ChannelPen = StripChart::kOwnPens;
   for (int channel = 0; channel < kChannels; ++channel) {
     chart.ChannelName[channel] = session_.settings.ChannelLabel[channel];
     window_.channelLabels[channel] = session_.settings.ChannelLabel[channel];
@@ -292,6 +294,7 @@ void ChartRun::TakeTimeBase() {
   time.logLMST = settings.LogLMST;
   time.firstStamp = CalcTimeNotSidereal(session_.host.clock, time);
   time.startLMST = settings.LogLMST ? CalcLMST(time.firstStamp, settings.UserLng) : 0;
+  if (window_.save.LoadedFromFile || window_.save.Loading) return;  // a loaded chart keeps the base of its file
   run_.ChartIsLMST = settings.LogLMST;
   run_.ChartIsUT = settings.LogUsingUT;
 }
@@ -357,6 +360,7 @@ void ChartRun::ShowStarted() {
                                        : "");
   run_.StartStamp = recorder_.CalcTime();
   view_.Title = " New Chart Started: " + FormatDate(run_.StartStamp, "YYYY/MM/DD hh:nn:ss");
+  DoAutoTitle(session_, window_);
 }
 
 bool ChartRun::Refuse(const std::string& text) {

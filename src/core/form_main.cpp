@@ -1,7 +1,6 @@
 #include "core/form_main.h"
 
 #include "config/profile.h"
-#include "core/load_command.h"
 #include "text/ansi.h"
 
 namespace tarvolt {
@@ -11,7 +10,8 @@ FormMain::FormMain(Session& session)
       recorder_(session, *this, [this](std::optional<TimeStamp> time) { pipeline_.GetAllData(time); }),
       chartRun_(recorder_),
       pipeline_(recorder_),
-      keepAlive_(recorder_, chartRun_) {
+      keepAlive_(recorder_, chartRun_),
+      loads_(session, recorder_.window, recorder_.commands, [this] { return MakeRoomForLoad(); }) {
   EventLoop& loop = session_.host.loop;
   recorder_.LoTime1 = loop.MakeTimer([this] { pipeline_.TimerTick(); });
   recorder_.TimerKeepAlive = loop.MakeTimer([this] { keepAlive_.Fire(); });
@@ -120,12 +120,10 @@ bool FormMain::RunCommand(const SlashCommand& command) {
   return true;
 }
 
-bool FormMain::LoadDataFile(const std::string& path) {
-  if (!chartRun_.SetUnsavedAside()) {
-    session_.Add2SLog("The last chart waits for room on the disk: no file can be loaded in its place.");
-    return false;
-  }
-  return LoadAndShow(session_, recorder_.window, recorder_.commands, path);
+bool FormMain::MakeRoomForLoad() {
+  if (chartRun_.SetUnsavedAside()) return true;
+  session_.Add2SLog("The last chart waits for room on the disk: no file can be loaded in its place.");
+  return false;
 }
 
 bool FormMain::LoadProfile(const std::string& path) {

@@ -8,6 +8,7 @@
 #include "core/chart_run.h"
 #include "core/command_line.h"
 #include "core/keep_alive.h"
+#include "core/load_commands.h"
 #include "core/options_check.h"
 #include "core/recorder.h"
 #include "core/sample_pipeline.h"
@@ -65,7 +66,7 @@ class FormMain final : public RunControl {
   bool LoadProfile(const std::string& path);
 
   /// Opens a data file. False, and told, when it cannot be loaded as a whole. Yields.
-  bool LoadDataFile(const std::string& path);
+  bool LoadDataFile(const std::string& path) { return loads_.LoadDataFile(path); }
 
   const ChartWindow& Window() const { return recorder_.window; }
 
@@ -79,6 +80,9 @@ class FormMain final : public RunControl {
 
   /// The window's observer log, for the box that holds it.
   ObserverLog& OLog() { return recorder_.window.olog; }
+
+  /// The commands that load data files.
+  LoadCommands& Loads() { return loads_; }
 
   /// An image file of the chart was written.
   void NoteImageSaved(const std::filesystem::path& file);
@@ -95,8 +99,7 @@ class FormMain final : public RunControl {
   void mnuSave();
   void cmdSaveView();
 
-  /// Asks for a data file, a profile or a name for one, and does what the command says with it.
-  void MnuLoadDataFile();
+  /// Asks for a profile or a name for one, and does what the command says with it.
   void mnuLoadProfile();
   void mnuSaveProfile();
 
@@ -135,6 +138,7 @@ class FormMain final : public RunControl {
 
   bool RunCommand(const SlashCommand& command);
   void ApplyOptions(const Settings& draft);
+  bool MakeRoomForLoad();
 
   Session& session_;
   Recorder recorder_;
@@ -143,6 +147,7 @@ class FormMain final : public RunControl {
   KeepAlive keepAlive_;
   FirstUse firstUse_;
   bool firstUseCancelled_ = false;
+  LoadCommands loads_;
 };
 
 }  // namespace tarvolt

@@ -2,7 +2,6 @@
 
 #include "config/profile.h"
 #include "core/form_main.h"
-#include "core/load_command.h"
 #include "core/observer_entries.h"
 #include "core/priority.h"
 #include "files/saving.h"
@@ -49,10 +48,6 @@ void FormMain::cmdSaveView() {
   ChartWindow& window = recorder_.window;
   if (window.chart.Count() == 0 || window.run.Starting || window.run.Stopping || window.save.Loading) return;
   SaveView(session_, window);
-}
-
-void FormMain::MnuLoadDataFile() {
-  if (const auto file = AskForDataFile(session_)) LoadDataFile(*file);
 }
 
 void FormMain::mnuLoadProfile() {

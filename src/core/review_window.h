@@ -3,6 +3,7 @@
 #include <string>
 
 #include "core/chart_commands.h"
+#include "core/load_commands.h"
 
 namespace tarvolt {
 
@@ -16,19 +17,18 @@ class FrmReview {
   FrmReview(Session& session, int number);
 
   /// Opens a data file. False, and told, when it cannot be loaded as a whole. Yields.
-  bool LoadDataFile(const std::string& path);
-
-  /// Asks for the file first.
-  void MnuLoadDataFile();
+  bool LoadDataFile(const std::string& path) { return loads_.LoadDataFile(path); }
   void cmdSaveView();
 
   const ChartWindow& Window() const { return window_; }
   ChartCommands& Chart() { return commands_; }
+  LoadCommands& Loads() { return loads_; }
 
  private:
   Session& session_;
   ChartWindow window_;
   ChartCommands commands_;
+  LoadCommands loads_;
 };
 
 }  // namespace tarvolt

@@ -16,6 +16,7 @@ void FormMain::Form_Unload() {
   if (!recorder_.saveFailed) chartRun_.AskToSave();
   recorder_.window.run.AbortFlag = true;
   recorder_.window.chart.ClearData();
+  recorder_.commands.UnloadMyInfoFile();
   SaveRecentFiles(session_.store, session_.recent);
   SaveProfileFiles(session_.store, session_.recent);
 }

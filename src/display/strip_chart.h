@@ -20,6 +20,7 @@ enum class ChartMode { Tracking = 0, Cursor = 1, Zoom = 2, Browsing = 3, Drag = 
 class StripChart {
  public:
   static constexpr int kMaxChannels = 9;
+  static constexpr std::array<int, kMaxChannels> kOwnPens{0, 1, 2, 3, 4, 5, 6, 7, 8};
 
   /// Reserves nothing but sets the limit, at least 0: AddTime refuses beyond it. Samples already stored stay.
   void SetCapacity(std::int32_t count);
@@ -78,6 +79,7 @@ class StripChart {
   ChartMode Mode = ChartMode::Browsing;
   std::array<bool, kMaxChannels> ChannelVisible{true, true, true, true, true, true, true, true, true};
   std::array<std::string, kMaxChannels> ChannelName;
+  std::array<int, kMaxChannels> ChannelPen = kOwnPens;  ///< the channel whose colour and line style this one has
   std::string Title;
   std::string XAxisLabel;
   std::string YAxisLabel;

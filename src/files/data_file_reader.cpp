@@ -60,11 +60,30 @@ OpenResult DataFileReader::ReadFront() {
 
   layout_ = SampleLayout{header_.channels, !notes_.noTimeStamps, notes_.integers};
   sampleOffset_ = kHeaderSize + rawNotes_.size();
+  CountSamples();
+  return OpenResult::Ok;
+}
+
+void DataFileReader::Force(const ForcedValues& forced) {
+  if (forced.ForceChannels > 0) {
+    layout_.channels = std::min(forced.ForceChannels, kMaxFileChannels);
+    header_.channels = static_cast<std::int16_t>(layout_.channels);
+  }
+  if (forced.ForceInteger != 0) layout_.integers = forced.ForceInteger == 2;
+  if (forced.ForceNoStamps != 0) layout_.timeStamps = forced.ForceNoStamps != 2;
+  if (!layout_.timeStamps) {
+    header_.start = forced.start.value_or(header_.start);
+    header_.end = forced.end.value_or(header_.end);
+  }
+  CountSamples();
+}
+
+void DataFileReader::CountSamples() {
+  bufferCount_ = 0;
   lastIndex_ = LastIndexOfFile(layout_, fileSize_, rawNotes_.size());
   wholeCount_ = static_cast<std::int32_t>(std::min<std::int64_t>(WholeSamples(layout_, fileSize_ - sampleOffset_),
                                                                  std::numeric_limits<std::int32_t>::max() - 1));
   step_ = layout_.timeStamps ? 0 : StepWithoutStamps(header_, lastIndex_);
-  return OpenResult::Ok;
 }
 
 bool DataFileReader::ReadSample(std::int32_t index, FileSample& sample) {

@@ -6,6 +6,7 @@
 #include <string>
 #include <system_error>
 
+#include "files/forced_values.h"
 #include "files/notes_block.h"
 #include "files/sample_layout.h"
 #include "model/data_file_header.h"
@@ -34,6 +35,10 @@ class DataFileReader {
 
   /// Opens the file and reads header and notes. Only after Ok do the other calls mean anything.
   OpenResult Open(const std::filesystem::path& name);
+
+  /// Reads the samples of an opened file by these values instead of its own; more channels than kMaxFileChannels are as
+  /// many. Header() then tells of the forced times and channels.
+  void Force(const ForcedValues& forced);
 
   /// What the platform said about the last failure.
   const std::error_code& Error() const { return error_; }
@@ -70,6 +75,7 @@ class DataFileReader {
  private:
   OpenResult ReadFrontInMemory();
   OpenResult ReadFront();
+  void CountSamples();
   bool FillBuffer(std::int32_t index);
   void ReadAll(char* to, std::size_t size, std::size_t& read);
 

@@ -2,17 +2,16 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstdint>
 #include <string>
 
 #include "files/data_file_reader.h"
 #include "files/header_info.h"
+#include "files/load_finish.h"
+#include "files/load_samples.h"
 #include "text/number.h"
 
 namespace tarvolt {
 namespace {
-
-constexpr std::int32_t kSamplesBetweenYields = 5000;
 
 /// Holds other loads off while it lives.
 class LoadingFlag {
@@ -26,36 +25,28 @@ class LoadingFlag {
   bool& flag_;
 };
 
-bool RunInProgress(const RunState& run) {
-  return run.ChartRunning || run.Starting || run.chartState != ChartState::Idle;
-}
-
 void ClearChart(ChartWindow& window) {
   getBlankHeaderInfo(window);
   window.channelLabels.fill({});
   window.chart.ChannelName.fill({});
+  window.chart.ChannelPen = StripChart::kOwnPens;
   window.chart.XAxisLabel.clear();
   window.chart.YAxisLabel.clear();
   window.chart.Title.clear();
+  window.chart.TimeMarker.reset();
+  window.chart.CursorChannel = -1;
   window.chart.ClearData();
   window.metadata.DeleteMetaData();
   window.notations = Notations{};
   window.save.PendingNotes.clear();
   window.save.SavedAs.clear();
+  window.save.LoadedFromFile = false;
   window.run.Dcount = 0;
   window.run.TotalSamples = 0;
-}
-
-std::string ModeTitle(SessionMode mode) {
-  switch (mode) {
-    case SessionMode::StandAlone:
-      return "  Stand Alone ";
-    case SessionMode::Server:
-      return "  Server Mode ";
-    case SessionMode::Client:
-      return "  Client Chart ";
-  }
-  return {};
+  window.view.LeftStatus.clear();
+  window.view.ToolCommands = false;
+  window.view.SaveCommands = false;
+  window.view.InfoCommands = false;
 }
 
 void TellRefusal(Session& session, OpenResult result, const std::string& name) {
@@ -88,98 +79,119 @@ void TakeNotes(const ParsedNotes& notes, ChartWindow& window) {
   window.run.TimeRefZeroFile = notes.timeRefZero;
 }
 
-void ReadyChart(const DataFileReader& reader, ChartWindow& window) {
+void HoldRange(std::int32_t lastOfFile, LoadRange& range) {
+  if (range.lastIndex > lastOfFile || range.lastIndex <= 0) range.lastIndex = lastOfFile;
+  if (range.firstIndex > range.lastIndex || range.firstIndex < 0) range.firstIndex = 0;
+}
+
+// A chart keeps its channels from the first sample on.
+void ReadyChart(const DataFileReader& reader, int channels, ChartWindow& window) {
   StripChart& chart = window.chart;
-  window.run.ChannelCount = reader.Layout().channels;
-  chart.SetChannelCount(reader.Layout().channels);
+  chart.SetChannelCount(channels);
+  window.run.ChannelCount = chart.ChannelCount();
   chart.SetCapacity(std::max(chart.Capacity(), reader.LastIndex() + 1));
   chart.XAxisMin = reader.Header().start;
   chart.XAxisMax = reader.Header().end;
   chart.ChannelVisible.fill(true);
 }
 
-void ShowProgress(ChartWindow& window, std::int32_t loaded, std::int32_t range, const std::string& name) {
-  window.view.Title =
-      NumberText(std::int64_t{loaded}) + " of " + NumberText(std::int64_t{range}) + " Samples Loaded " + name;
-  ++window.chart.RepaintRequests;
+// The table is emptied before the ticks are taken over: they are only added to it, and a form that was cancelled leaves
+// no channel.
+void AskForChannels(const LoadRequest& request, const ParsedNotes& notes, int channels, LoadOptions& options) {
+  options.ChannelSelected.fill(false);
+  std::fill_n(options.ChannelSelected.begin(), std::min(channels, kChannels), true);
+  if (!request.askChannels) return;
+  const std::optional<ChannelAnswer> answer =
+      request.askChannels({channels, notes.labels, options.ChannelSelected, options.LoadLocalOffsets});
+  options.ChannelSelected.fill(false);
+  if (!answer) return;
+  options.ChannelSelected = answer->ticked;
+  options.LoadLocalOffsets = answer->localOffsets;
 }
 
-// Ends early at a sample that the disk refuses, when the chart is full, or when a run began during a yield; false then.
-bool ReadSamples(Session& session, ChartWindow& window, DataFileReader& reader, const std::string& name) {
-  const std::int32_t range = reader.LastIndex() + 1;
-  FileSample sample;
-  for (std::int32_t i = 0; i < range; ++i) {
-    if (!reader.ReadSample(i, sample)) return false;
-    if (window.chart.AddTime(sample.time) != i || window.chart.Count() != i + 1) return false;
-    for (int channel = 0; channel < reader.Layout().channels; ++channel)
-      window.chart.SetValue(channel, i, sample.values[channel]);
-    if ((i + 1) % kSamplesBetweenYields != 0) continue;
-    ShowProgress(window, i + 1, range, name);
-    session.host.loop.Yield(std::chrono::milliseconds(0));
-    if (RunInProgress(window.run)) return false;
+/// One load from the opened file on. `options` is the load's own copy: events during a yield may touch the window's.
+class OpenedLoad {
+ public:
+  OpenedLoad(Session& session, ChartWindow& window, DataFileReader& reader, const LoadRequest& request)
+      : session_(session), window_(window), reader_(reader), request_(request), options_(window.loadOptions) {}
+
+  LoadOutcome Run(const std::filesystem::path& file, LoadRange& range) {
+    const bool partial = range.firstIndex >= 1 || range.lastIndex >= 1;
+    reader_.Force(request_.forced);
+    window_.header = reader_.Header();
+    TakeNotes(reader_.Notes(), window_);
+    LoadOutcome outcome = LoadOutcome::NoData;
+    if (reader_.LastIndex() >= 2) {
+      HoldRange(reader_.LastIndex(), range);
+      outcome = LoadSamples(range, file.string());
+      if (outcome == LoadOutcome::Refused) return outcome;
+    } else {
+      ReadyChart(reader_, reader_.Layout().channels + request_.extraChannels, window_);
+      session_.Tell("File Load Warning!", file.string() + "\ndoes not appear to have any data");
+    }
+    FinishLoad(session_, window_, {file, reader_.FileSize(), range, partial, request_.forced.Any()});
+    return outcome;
   }
-  return true;
-}
 
-// The header in memory then tells what was loaded; its end is one sample short, as a save writes it.
-void SetLoadedTimes(ChartWindow& window) {
-  StripChart& chart = window.chart;
-  const std::int32_t count = chart.Count();
-  window.run.Dcount = count;
-  window.run.TotalSamples = count;
-  if (count == 0) return;
-  window.header.start = chart.GetTime(0);
-  window.header.end = chart.GetTime(std::max(count - 2, 0));
-  chart.XAxisMin = window.header.start;
-  chart.XAxisMax = window.header.end;
-}
+ private:
+  LoadOutcome LoadSamples(const LoadRange& range, const std::string& name) {
+    ChannelMap channels = ChooseChannels();
+    if (RunInProgress(window_.run)) return LoadOutcome::Refused;
+    if (channels.count == 0) {
+      window_.view.StatusText.clear();
+      return LoadOutcome::Refused;
+    }
+    AddOffsets(options_, session_, reader_.Notes(), channels);
+    ReadyChart(reader_, channels.count + request_.extraChannels, window_);
+    const bool whole = ReadSamples(session_, window_, reader_, channels, range, name);
+    if (RunInProgress(window_.run)) return LoadOutcome::Refused;
+    if (whole) return LoadOutcome::Loaded;
+    session_.Tell("File Load Warning!", name + "\ncould not be loaded as a whole.");
+    return LoadOutcome::Torn;
+  }
 
-void FinishLoad(Session& session, ChartWindow& window, const std::filesystem::path& file, std::uint64_t fileSize) {
-  SetLoadedTimes(window);
-  window.save.LoadedFromFile = true;
-  window.run.DataNeedsSave = false;
-  WindowState& view = window.view;
-  view.ToolCommands = true;
-  view.SaveCommands = true;
-  view.InfoCommands = true;
-  const bool isReview = window.Name.starts_with("rform");
-  view.Title = file.stem().string() + (isReview ? "  File : " : "  File: ") + ModeTitle(window.Mode);
-  view.StatusText = "File Size : " + NumberText(static_cast<std::int64_t>(fileSize)) +
-                    " bytes    Samples Loaded: " + NumberText(std::int64_t{window.chart.Count()});
-  session.Add2SLog(file.string() + " Loaded from disk. ");
-  AddRecentLoaded(session.recent, file.string());
-  ++window.chart.RepaintRequests;
-}
+  ChannelMap ChooseChannels() {
+    const int channels = reader_.Layout().channels;
+    if (!request_.keepSelection && !options_.LoadSelectedChannels) return AllChannels(channels);
+    if (!request_.keepSelection) AskForChannels(request_, reader_.Notes(), channels, options_);
+    window_.loadOptions.ChannelSelected = options_.ChannelSelected;
+    window_.loadOptions.LoadLocalOffsets = options_.LoadLocalOffsets;
+    const ChannelMap map = SelectedChannels(options_.ChannelSelected, channels);
+    PackChannels(map, reader_.Notes(), window_);
+    return map;
+  }
+
+  Session& session_;
+  ChartWindow& window_;
+  DataFileReader& reader_;
+  const LoadRequest& request_;
+  LoadOptions options_;
+};
 
 }  // namespace
 
-bool LoadData(Session& session, ChartWindow& window, const std::filesystem::path& file) {
-  if (RunInProgress(window.run) || window.save.Loading) return false;
+LoadOutcome LoadData(Session& session, ChartWindow& window, const std::filesystem::path& file, LoadRange& range,
+                     const LoadRequest& request) {
+  if (RunInProgress(window.run) || window.save.Loading) return LoadOutcome::Refused;
   const LoadingFlag loading(window.save.Loading);
   const std::string name = file.string();
   ClearChart(window);
   window.view.StatusText = name + " Loading... Please Wait";
   session.host.loop.Yield(std::chrono::milliseconds(0));
-  if (RunInProgress(window.run)) return false;
+  if (RunInProgress(window.run)) return LoadOutcome::Refused;
 
   DataFileReader reader(session.host.files);
   const OpenResult opened = reader.Open(file);
-  if (opened != OpenResult::Ok) {
-    TellRefusal(session, opened, name);
-    window.view.Title = ModeTitle(window.Mode);
-    window.view.StatusText.clear();
-    return false;
-  }
-  window.header = reader.Header();
-  TakeNotes(reader.Notes(), window);
-  ReadyChart(reader, window);
-  const bool usable = reader.LastIndex() >= 2;
-  if (!usable) session.Tell("File Load Warning!", name + "\ndoes not appear to have any data");
-  const bool whole = usable && ReadSamples(session, window, reader, name);
-  if (RunInProgress(window.run)) return false;
-  if (usable && !whole) session.Tell("File Load Warning!", name + "\ncould not be loaded as a whole.");
-  FinishLoad(session, window, file, reader.FileSize());
-  return whole;
+  if (opened == OpenResult::Ok) return OpenedLoad(session, window, reader, request).Run(file, range);
+  TellRefusal(session, opened, name);
+  window.view.Title = OwnTitle(window);
+  window.view.StatusText.clear();
+  return LoadOutcome::Refused;
+}
+
+LoadOutcome LoadData(Session& session, ChartWindow& window, const std::filesystem::path& file) {
+  LoadRange all;
+  return LoadData(session, window, file, all);
 }
 
 }  // namespace tarvolt

@@ -4,6 +4,7 @@
 #include <string>
 #include <system_error>
 
+#include "files/auto_title.h"
 #include "files/backup_source.h"
 #include "files/header_info.h"
 #include "files/naming.h"
@@ -118,6 +119,7 @@ void NoteSaved(Session& session, ChartWindow& window, const std::filesystem::pat
   if (!IsMini(session.settings, window)) window.view.InfoCommands = true;
   AddRecentSaved(session.recent, name.string());
   session.store.SaveSetting(Section::Settings, "LastLoadDir", name.parent_path().string());
+  DoAutoTitle(session, window);
   if (window.save.ViewSaveActive) return;  // a stretch of the log is not the log
   window.run.DataNeedsSave = false;
   window.save.FailedSave.clear();

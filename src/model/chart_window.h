@@ -13,6 +13,7 @@
 #include "logs/notations.h"
 #include "logs/observer_log.h"
 #include "model/data_file_header.h"
+#include "model/load_options.h"
 #include "model/run_state.h"
 #include "model/window_state.h"
 
@@ -67,6 +68,7 @@ struct ChartWindow {
   ObserverLog olog;
   std::array<std::string, 9> channelLabels;  ///< labels of the chart on display
   SaveState save;
+  LoadOptions loadOptions;
   WindowState view;
 
   /// Index of the newest stored sample, -1 for none.

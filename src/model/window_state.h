@@ -28,6 +28,7 @@ struct WindowState {
   bool ArrowsActive = true;           ///< they work on a chart that does not follow its run
   bool ChartViewShown = false;        ///< FormChartView
   bool InfoShown = false;             ///< FormFileInfo
+  int InfoOpenings = 0;               ///< how often it was asked for: each shows the chart as it is then
   bool StatusBarShown = true;
 
   std::string AutoScrollTip = "Auto-Scroll Disabled - Click to Enable";  ///< cmdAutoScrollEnable

@@ -15,6 +15,10 @@ constexpr const char* kFile = "/station/Data/UT100102120000.tvd";
 
 bool Load(Desk& desk, const RawFile& raw) {
   desk.host.disk.Put(kFile, raw.Bytes());
+  return LoadData(desk.session, desk.window, kFile) == LoadOutcome::Loaded;
+}
+
+LoadOutcome LoadAgain(Desk& desk) {
   return LoadData(desk.session, desk.window, kFile);
 }
 
@@ -82,12 +86,22 @@ TEST_F(Loading, IntegersWithoutStamps) {
 }
 
 TEST_F(Loading, DoublesWithoutStampsGiveOneSampleMoreThanTheFileHas) {
-  raw.Front(40000, 40004, 1, Block("", {"No Time Stamps"}));
-  for (int i = 0; i < 5; ++i) raw.Add(i + 0.5);
+  raw.Front(40000, 40004, 2, Block("", {"No Time Stamps"}));
+  for (int i = 0; i < 5; ++i) raw.Add(i + 0.5).Add(-i - 0.5);
   ASSERT_TRUE(Load(desk, raw));
   ASSERT_EQ(desk.window.chart.Count(), 6);
   EXPECT_DOUBLE_EQ(desk.window.chart.GetTime(5), 40005);
-  EXPECT_EQ(desk.window.chart.GetValue(0, 5), 4.5) << "repeats the last sample";
+  EXPECT_EQ(desk.window.chart.GetValue(1, 5), -4.5) << "repeats the last sample";
+  EXPECT_DOUBLE_EQ(desk.window.header.end, 40004);
+}
+
+TEST_F(Loading, ASingleChannelEndsWithItsFile) {
+  raw.Front(40000, 40004, 1, Block("", {"No Time Stamps"}));
+  for (int i = 0; i < 5; ++i) raw.Add(i + 0.5);
+  ASSERT_TRUE(Load(desk, raw));
+  ASSERT_EQ(desk.window.chart.Count(), 5);
+  EXPECT_DOUBLE_EQ(desk.window.chart.GetTime(4), 40004);
+  EXPECT_DOUBLE_EQ(desk.window.header.end, 40004);
 }
 
 TEST_F(Loading, AFileWithoutFramingIsReadWithStampsAndDoubles) {
@@ -101,7 +115,7 @@ TEST_F(Loading, AFileWithoutFramingIsReadWithStampsAndDoubles) {
 }
 
 TEST_F(Loading, RefusesInWords) {
-  EXPECT_FALSE(LoadData(desk.session, desk.window, "/station/none.tvd"));
+  EXPECT_EQ(LoadData(desk.session, desk.window, "/station/none.tvd"), LoadOutcome::Refused);
   EXPECT_TRUE(desk.host.dialogs.HasShown("Cannot Find the file: /station/none.tvd"));
 
   EXPECT_FALSE(Load(desk, RawFile().Text(std::string(155, ' '))));
@@ -122,7 +136,7 @@ TEST_F(Loading, RefusesInWords) {
   EXPECT_FALSE(desk.window.save.Loading);
 
   desk.window.run.ChartRunning = true;
-  EXPECT_FALSE(LoadData(desk.session, desk.window, kFile));
+  EXPECT_EQ(LoadAgain(desk), LoadOutcome::Refused);
 }
 
 TEST_F(Loading, LengthsInTheFileAreNotTrusted) {
@@ -130,7 +144,7 @@ TEST_F(Loading, LengthsInTheFileAreNotTrusted) {
     std::string bytes = RawFile().Front(1, 2, 1, "note").Bytes();
     std::memcpy(bytes.data() + 152, &length, sizeof length);
     desk.host.disk.Put(kFile, bytes);
-    EXPECT_FALSE(LoadData(desk.session, desk.window, kFile));
+    EXPECT_EQ(LoadAgain(desk), length > kNotesLimit ? LoadOutcome::Refused : LoadOutcome::NoData);
     EXPECT_EQ(desk.window.chart.Count(), 0);
     const bool refused =
         desk.host.dialogs.Boxes().back().text.find("Is corrupted or not a valid data file.") != std::string::npos;
@@ -141,14 +155,14 @@ TEST_F(Loading, LengthsInTheFileAreNotTrusted) {
 TEST_F(Loading, OtherLoadsAreHeldOffAndARunThatBeginsEndsIt) {
   raw.Front(1, 2, 1, "");
   for (int i = 0; i < 12000; ++i) raw.Add(40000.0 + i).Add(1.0);
-  bool nested = true;
-  desk.host.loop.At(0, [&] { nested = LoadData(desk.session, desk.window, kFile); });
+  LoadOutcome nested = LoadOutcome::Loaded;
+  desk.host.loop.At(0, [&] { nested = LoadAgain(desk); });
   EXPECT_TRUE(Load(desk, raw));
-  EXPECT_FALSE(nested);
+  EXPECT_EQ(nested, LoadOutcome::Refused);
   EXPECT_EQ(desk.window.chart.Count(), 12000);
 
   desk.host.loop.Post([&] { desk.window.run.ChartRunning = true; });
-  EXPECT_FALSE(LoadData(desk.session, desk.window, kFile));
+  EXPECT_EQ(LoadAgain(desk), LoadOutcome::Refused);
 }
 
 TEST_F(Loading, WhatWasSavedComesBackWithItsIdentity) {

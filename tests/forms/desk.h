@@ -17,6 +17,7 @@ namespace tarvolt {
 class Desk {
  public:
   explicit Desk(const std::function<void(Station&)>& prepare = {}) {
+    station.Set("ShowLoadOptions", false);
     if (prepare) prepare(station);
     station.Boot();
     window = std::make_unique<MainWindow>(station.TheSession(), station.Form());

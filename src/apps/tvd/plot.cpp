@@ -3,7 +3,7 @@
 
 #include "commands.h"
 #include "core/chart_view_entry.h"
-#include "core/load_command.h"
+#include "core/load_commands.h"
 #include "forms/plot/chart_picture.h"
 #include "host/disk_path.h"
 #include "host/headless_dialogs.h"

@@ -9,7 +9,8 @@ ChartSideWindows::ChartSideWindows(const Session& session, const ChartWindow& wi
 // They are hidden and not destroyed: one of them may be waiting in a dialog of its own.
 void ChartSideWindows::Refresh() {
   if (window_.view.ChartViewShown != chartViewShown_) ShowChartView(window_.view.ChartViewShown);
-  if (window_.view.InfoShown != infoShown_) ShowInfo(window_.view.InfoShown);
+  const bool askedAgain = window_.view.InfoOpenings != infoOpenings_;
+  if (window_.view.InfoShown != infoShown_ || askedAgain) ShowInfo(window_.view.InfoShown);
 }
 
 void ChartSideWindows::ShowChartView(bool shown) {
@@ -25,6 +26,7 @@ void ChartSideWindows::ShowChartView(bool shown) {
 
 void ChartSideWindows::ShowInfo(bool shown) {
   infoShown_ = shown;
+  infoOpenings_ = window_.view.InfoOpenings;
   if (!info_) {
     info_ = new FormFileInfo(owner_);
     info_->OnClosed([this] { commands_.UnloadMyInfoFile(); });

@@ -31,6 +31,7 @@ class ChartSideWindows {
   FormFileInfo* info_ = nullptr;
   bool chartViewShown_ = false;
   bool infoShown_ = false;
+  int infoOpenings_ = 0;
 };
 
 }  // namespace tarvolt

@@ -3,26 +3,15 @@
 
 #include "forms/chart/picture_commands.h"
 #include "forms/form_main/main_window.h"
+#include "forms/load/load_menus.h"
 #include "forms/options/form_options.h"
 #include "forms/qt_text.h"
 
 namespace tarvolt {
 
-QAction* MainWindow::MakeAction(const char* name, const QString& caption, Command command, Test enabled, Test checked) {
-  auto* action = new QAction(caption, this);
-  action->setObjectName(QString::fromLatin1(name));
-  action->setCheckable(static_cast<bool>(checked));
-  connect(action, &QAction::triggered, this, [this, command = std::move(command)] { RunLater(command); });
-  items_.push_back({action, std::move(enabled), std::move(checked)});
-  return action;
-}
-
 QAction* MainWindow::Add(QMenu& menu, const char* name, const QString& caption, const QKeySequence& key,
                          Command command, Test enabled, Test checked) {
-  QAction* action = MakeAction(name, caption, std::move(command), std::move(enabled), std::move(checked));
-  action->setShortcut(key);
-  menu.addAction(action);
-  return action;
+  return items_.Add(menu, name, caption, key, std::move(command), std::move(enabled), std::move(checked));
 }
 
 void MainWindow::MakeMenus() {
@@ -38,20 +27,11 @@ void MainWindow::MakeMenus() {
 
 void MainWindow::MakeFileMenu() {
   QMenu& menu = *menuBar()->addMenu(QStringLiteral("&File"));
-  const auto canLoad = [this] { return window_.view.LoadCommands && window_.Mode == SessionMode::StandAlone; };
   startMenu_ = Add(
       menu, "mnuStartChart", QStringLiteral("Start New Chart"), QKeySequence(Qt::Key_F8), [this] { form_.cmdStart(); },
       [this] { return window_.view.cmdStart; });
   menu.addSeparator();
-  Add(
-      menu, "MnuLoadDataFile", QStringLiteral("&Load Data File..."), QKeySequence::Open,
-      [this] { form_.MnuLoadDataFile(); }, canLoad);
-  QMenu* loaded = menu.addMenu(QStringLiteral("Recently Loa&ded"));
-  connect(loaded, &QMenu::aboutToShow, this, [this, loaded] { FillRecent(*loaded, false); });
-  items_.push_back({loaded->menuAction(), canLoad, {}});
-  QMenu* saved = menu.addMenu(QStringLiteral("Recently Sav&ed"));
-  connect(saved, &QMenu::aboutToShow, this, [this, saved] { FillRecent(*saved, true); });
-  items_.push_back({saved->menuAction(), canLoad, {}});
+  AddLoadMenus(menu, items_, session_, form_.Loads());
   Add(menu, "mnuReview", QStringLiteral("New Re&view Window"), QKeySequence::New, [this] { NewReview(); });
   menu.addSeparator();
   Add(
@@ -73,25 +53,13 @@ void MainWindow::MakeFileMenu() {
   Add(menu, "mnuExit", QStringLiteral("E&xit Program...Close All"), QKeySequence::Quit, [this] { close(); });
 }
 
-void MainWindow::FillRecent(QMenu& menu, bool saved) {
-  menu.clear();
-  int place = 0;
-  for (const std::string& name : saved ? session_.recent.saved : session_.recent.loaded) {
-    ++place;
-    if (name.empty()) continue;
-    QAction* action = menu.addAction(ToQString(name), this, [this, name] { RunLater([this, name] { Load(name); }); });
-    action->setObjectName(
-        (saved ? QStringLiteral("mnuRecentSaved%1") : QStringLiteral("mnuRecentLoaded%1")).arg(place));
-  }
-  if (menu.isEmpty()) menu.addAction(QStringLiteral("(none)"))->setEnabled(false);
-}
-
 void MainWindow::FillProfiles(QMenu& menu) {
   menu.clear();
   for (int place = 0; place < static_cast<int>(session_.recent.profiles.size()); ++place) {
     const std::string& name = session_.recent.profiles[place];
     if (name.empty()) continue;
-    menu.addAction(ToQString(name), this, [this, place] { RunLater([this, place] { form_.mnuProfile(place); }); })
+    menu.addAction(ToQString(name), this,
+                   [this, place] { items_.RunLater([this, place] { form_.mnuProfile(place); }); })
         ->setObjectName(QStringLiteral("mnuProfile%1").arg(place + 1));
   }
   if (menu.isEmpty()) menu.addAction(QStringLiteral("(none)"))->setEnabled(false);
@@ -154,6 +122,10 @@ void MainWindow::MakeViewMenu() {
   Add(
       menu, "mnuShowLegend", QStringLiteral("&Legend"), {}, [&chart] { chart.mnuShowLegend(); }, {},
       [this] { return window_.chart.LegendShown; });
+  Add(
+      menu, "mnuShowChartNotations", QStringLiteral("Chart &Notations"), {},
+      [&chart] { chart.mnuShowChartNotations(); }, [this] { return window_.notations.count > 0; },
+      [this] { return window_.chart.NotationsShown; });
 }
 
 void MainWindow::MakeChannelsMenu() {
@@ -161,7 +133,7 @@ void MainWindow::MakeChannelsMenu() {
   ChartCommands& chart = form_.Chart();
   QMenu& visible = *menu.addMenu(QStringLiteral("&Visibility"));
   visible.menuAction()->setObjectName(QStringLiteral("mnuChannelVisibility"));
-  items_.push_back({visible.menuAction(), [this] { return window_.view.mnuChannelVisibility; }, {}});
+  items_.Watch(visible.menuAction(), [this] { return window_.view.mnuChannelVisibility; });
   QMenu& values = *menu.addMenu(QStringLiteral("Show &Value of"));
   QMenu& averages = *menu.addMenu(QStringLiteral("&Average of"));
   for (int channel = 0; channel < kChannels; ++channel) {

@@ -7,12 +7,9 @@
 #include <QScreen>
 #include <QVBoxLayout>
 
-#include "core/chart_look_store.h"
 #include "forms/chart/file_drop.h"
 #include "forms/chart/plot_events.h"
-#include "forms/look/form_colors.h"
-#include "forms/look/form_fonts.h"
-#include "forms/look/form_tick_grid.h"
+#include "forms/load/load_forms.h"
 #include "forms/plot/chart_picture.h"
 #include "forms/qt_text.h"
 #include "text/number.h"
@@ -39,6 +36,7 @@ MainWindow::MainWindow(Session& session, FormMain& form)
     : session_(session),
       form_(form),
       window_(form.Window()),
+      items_(this, [this] { Refresh(); }),
       side_(
           session, window_, form.Chart(), [this](const ChartViewEntry& entry) { return ApplyViewToAll(entry); }, this) {
   setObjectName(QStringLiteral("form1"));
@@ -66,6 +64,7 @@ MainWindow::MainWindow(Session& session, FormMain& form)
     const auto all = FullRange(window_.chart, window_.run.ChannelCount);
     return DrawChartFile(window_, fullView ? std::optional(all) : std::nullopt, ToQString(file.string()), problem);
   });
+  form_.Loads().SetForms(LoadFormsOver(this, session_));
   RestoreGeometry();
   connect(&refresh_, &QTimer::timeout, this, [this] { Refresh(); });
   refresh_.start(kRefreshMilliseconds);
@@ -90,7 +89,7 @@ void MainWindow::MakeToolBar() {
   start_->setObjectName(QStringLiteral("cmdStart"));
   start_->setFlat(true);
   start_->setFocusPolicy(Qt::NoFocus);
-  connect(start_, &QPushButton::clicked, this, [this] { RunLater([this] { form_.cmdStart(); }); });
+  connect(start_, &QPushButton::clicked, this, [this] { items_.RunLater([this] { form_.cmdStart(); }); });
   main_->addWidget(start_);
   tools_ = new ChartToolBar(window_, form_.Chart(), this);
   addToolBar(tools_);
@@ -107,19 +106,9 @@ void MainWindow::MakeToolBar() {
   tools_->addWidget(value_);
 }
 
-void MainWindow::RunLater(Command command) {
-  QMetaObject::invokeMethod(
-      this,
-      [this, command = std::move(command)] {
-        command();
-        Refresh();
-      },
-      Qt::QueuedConnection);
-}
-
 void MainWindow::AddButton(const char* name, const QString& caption, const QString& tip, Command command,
                            Test enabled) {
-  QAction* action = MakeAction(name, caption, std::move(command), std::move(enabled));
+  QAction* action = items_.Make(name, caption, std::move(command), std::move(enabled));
   action->setToolTip(tip);
   tools_->addAction(action);
   tools_->widgetForAction(action)->setObjectName(QString::fromLatin1(name));
@@ -133,7 +122,7 @@ void MainWindow::Refresh() {
   start_->setEnabled(view.cmdStart);
   startMenu_->setText(ToQString(view.StartMenuCaption));
   value_->setText(ToQString(view.ValueLabel));
-  RefreshItems();
+  items_.Refresh();
   tools_->Refresh();
   offsets_->Refresh();
   status_->Refresh(view);
@@ -144,18 +133,12 @@ void MainWindow::Refresh() {
   }
 }
 
-void MainWindow::RefreshItems() {
-  for (const Item& item : items_) {
-    if (item.enabled) item.action->setEnabled(item.enabled());
-    if (item.checked) item.action->setChecked(item.checked());
-  }
-}
-
 void MainWindow::NewReview() {
   reviews_.resize(FrmReview::kMost);
   for (int place = 0; place < FrmReview::kMost; ++place) {
     QPointer<FormReview>& review = reviews_[place];
-    if (review && review->isVisible()) continue;
+    // One that was closed in the middle of a load still has its load on the way.
+    if (review && (review->isVisible() || review->Review().Window().save.Loading)) continue;
     delete review;
     review = new FormReview(session_, place + 1, [this](const ChartViewEntry& entry) { return ApplyViewToAll(entry); });
     review->show();
@@ -187,60 +170,6 @@ void MainWindow::TakeLookEverywhere() {
   }
 }
 
-void MainWindow::ShowTickGrid() {
-  FormTickGrid dialog(window_.look.ticks, this);
-  if (dialog.exec() != QDialog::Accepted) return;
-  SaveTickGrid(session_, dialog.GetFromControls());
-  TakeLookEverywhere();
-}
-
-void MainWindow::ShowColors() {
-  FormColors dialog(
-      window_.look.colors,
-      [this](const ChartColors& colors) {
-        SaveColors(session_, colors);
-        TakeLookEverywhere();
-      },
-      this);
-  dialog.exec();
-}
-
-void MainWindow::ShowFonts() {
-  FormFonts dialog(window_.look.fonts, this);
-  if (dialog.exec() != QDialog::Accepted) return;
-  SaveFonts(session_, dialog.Fonts());
-  TakeLookEverywhere();
-}
-
-// The box of a log that was closed may still wait for its deletion.
-void MainWindow::OpenObserverLog() {
-  if (!olog_ || !form_.OLog().IsOpen()) {
-    olog_ = new FormObserverLog(session_, form_, DesktopOLogHooks([this] { CopyChartPicture(*plot_); }));
-    olog_->show();
-    return;
-  }
-  olog_->setWindowState(olog_->windowState() & ~Qt::WindowMinimized);
-  olog_->show();
-  olog_->raise();
-  olog_->activateWindow();
-}
-
-// The log stays open to the last entry of the run, unless its text is not wanted.
-bool MainWindow::ObserverLogMayEnd() {
-  if (!olog_ || !form_.OLog().IsOpen() || !session_.settings.ShowMsgBox) return true;
-  if (!olog_->MayClose()) return false;
-  if (olog_ && olog_->HasUnsaved()) olog_->KillMe();
-  return true;
-}
-
-void MainWindow::Load(const std::string& path) {
-  if (window_.Mode != SessionMode::StandAlone) {
-    session_.Tell("Tarvolt", "Must be in Stand Alone Mode or using review window to load file.");
-    return;
-  }
-  if (window_.view.LoadCommands) form_.LoadDataFile(path);
-}
-
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
   if (!DroppedDataFile(*event->mimeData()).empty()) event->acceptProposedAction();
 }
@@ -248,14 +177,14 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
 void MainWindow::dropEvent(QDropEvent* event) {
   const std::string file = DroppedDataFile(*event->mimeData());
   event->acceptProposedAction();
-  RunLater([this, file] { Load(file); });
+  items_.RunLater([this, file] { form_.Loads().DropFile(file); });
 }
 
 // Closing asks the recorder to end; the program's loop then leaves, saves and lets the window go.
 void MainWindow::closeEvent(QCloseEvent* event) {
   StoreGeometry();
   event->ignore();
-  RunLater([this] {
+  items_.RunLater([this] {
     if (ObserverLogMayEnd()) form_.RequestEnd();
   });
 }

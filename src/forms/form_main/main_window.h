@@ -11,6 +11,7 @@
 #include "forms/chart/chart_side_windows.h"
 #include "forms/chart/chart_status_bar.h"
 #include "forms/chart/chart_tool_bar.h"
+#include "forms/chart/menu_items.h"
 #include "forms/form_main/offset_frame.h"
 #include "forms/logs/form_session_log.h"
 #include "forms/observer_log/form_observer_log.h"
@@ -36,8 +37,8 @@ class MainWindow final : public QMainWindow {
 
   /// The menus' and buttons' commands. They run outside of the click that asked for them, so that one which waits
   /// inside does not hold the button down.
-  using Command = std::function<void()>;
-  using Test = std::function<bool()>;
+  using Command = MenuItems::Command;
+  using Test = MenuItems::Test;
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -46,12 +47,6 @@ class MainWindow final : public QMainWindow {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
-  struct Item {
-    QAction* action;
-    Test enabled;
-    Test checked;
-  };
-
   // The menus (main_menus.cpp).
   void MakeMenus();
   void MakeFileMenu();
@@ -65,25 +60,21 @@ class MainWindow final : public QMainWindow {
   void MakeHelpMenu();
   QAction* Add(QMenu& menu, const char* name, const QString& caption, const QKeySequence& key, Command command,
                Test enabled = {}, Test checked = {});
-  QAction* MakeAction(const char* name, const QString& caption, Command command, Test enabled, Test checked = {});
-  void FillRecent(QMenu& menu, bool saved);
   void FillProfiles(QMenu& menu);
 
-  /// Runs a command outside of the click or key that asked for it.
-  void RunLater(Command command);
   void MakeToolBar();
   void AddButton(const char* name, const QString& caption, const QString& tip, Command command, Test enabled);
-  void RefreshItems();
   void NewReview();
   std::string ApplyViewToAll(const ChartViewEntry& entry);
+  void ScrollKey(int key);
+
+  // Dialogs and further windows (main_dialogs.cpp).
   void TakeLookEverywhere();
   void ShowTickGrid();
   void ShowColors();
   void ShowFonts();
-  void ScrollKey(int key);
   void OpenObserverLog();
   bool ObserverLogMayEnd();
-  void Load(const std::string& path);
   void ShowHelp();
   void RestoreGeometry();
   void StoreGeometry();
@@ -102,7 +93,7 @@ class MainWindow final : public QMainWindow {
   QPushButton* start_;
   QPointer<FormObserverLog> olog_;
   QAction* startMenu_;
-  std::vector<Item> items_;
+  MenuItems items_;
   std::vector<QPointer<FormReview>> reviews_;
   ChartSideWindows side_;
   QTimer refresh_;

@@ -44,7 +44,8 @@ void ChartOverlay::DrawCursor(QCPPainter* painter) const {
   painter->setPen(QPen(ColorOf(window_.look.colors.CursorColor), 0));
   painter->drawLine(QLineF(at.x(), area.top(), at.x(), area.bottom()));
   painter->drawLine(QLineF(area.left(), at.y(), area.right(), at.y()));
-  painter->setPen(QPen(ColorOf(window_.look.colors.PenColor[std::min(chart.CursorChannel, 7)]), 2));
+  const int own = std::clamp(chart.ChannelPen[chart.CursorChannel], 0, kChannels - 1);
+  painter->setPen(QPen(ColorOf(window_.look.colors.PenColor[own]), 2));
   painter->drawEllipse(at, 4, 4);
 }
 

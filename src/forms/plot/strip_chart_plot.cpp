@@ -17,6 +17,9 @@ constexpr double kLargestOnAxis = 1e200;
 
 constexpr double kWheelStep = 1.25;
 
+/// Between two drawings there is a pause of so many times what one took: a busy picture must not take the machine.
+constexpr double kRests = 9;
+
 }  // namespace
 
 StripChartPlot::StripChartPlot(const ChartWindow& window, QWidget* parent)
@@ -42,8 +45,9 @@ StripChartPlot::StripChartPlot(const ChartWindow& window, QWidget* parent)
 
 void StripChartPlot::RefreshWhenAsked() {
   const std::uint64_t requests = window_.chart.RepaintRequests;
-  if (drawnOnce_ && requests == drawnRequests_) return;
+  if (drawnOnce_ && (requests == drawnRequests_ || sinceDrawn_.elapsed() < kRests * replotTime())) return;
   drawnOnce_ = true;
+  sinceDrawn_.start();
   drawnRequests_ = requests;
   TakeOver();
   replot(QCustomPlot::rpQueuedReplot);
@@ -94,8 +98,9 @@ void StripChartPlot::TakeOverLook() {
   valueTicker_->minorCount = look.ticks.YAxisTickMinorCount;
   valueTicker_->decimals = look.YAxisLabelPrecision;
   for (int channel = 0; channel < kChannels; ++channel) {
-    const int style = look.LineStyle[channel] != 0 ? look.LineStyle[channel] : look.ticks.ChannelLineStyle;
-    QPen pen(ColorOf(colors.PenColor[channel]));
+    const int own = std::clamp(window_.chart.ChannelPen[channel], 0, kChannels - 1);
+    const int style = look.LineStyle[own] != 0 ? look.LineStyle[own] : look.ticks.ChannelLineStyle;
+    QPen pen(ColorOf(colors.PenColor[own]));
     pen.setWidth(1);
     pen.setCosmetic(true);
     pen.setStyle(PenStyleOf(style));
@@ -161,7 +166,9 @@ void StripChartPlot::TakeOverTitle() {
   title_->setTextColor(ColorOf(window_.look.colors.TitleFontColor));
 }
 
+// The mouse works on the chart as it is, which may be ahead of its last drawing.
 void StripChartPlot::mousePressEvent(QMouseEvent* event) {
+  TakeOverRanges();
   pressed_ = event->pos();
   const int slot = overlay_->NotationAt(event->position());
   if (slot >= 0 && events_.notationClicked) return events_.notationClicked(slot);
@@ -176,19 +183,20 @@ void StripChartPlot::mousePressEvent(QMouseEvent* event) {
 }
 
 void StripChartPlot::mouseMoveEvent(QMouseEvent* event) {
+  TakeOverRanges();
   const QPointF at = event->position();
   if (drag_ == Drag::Band) {
     band_.setGeometry(QRect(pressed_, event->pos()).normalized().intersected(axisRect()->rect()));
   } else if (drag_ == Drag::Pan) {
     if (events_.panned) events_.panned(XOf(dragged_.x()) - XOf(at.x()), YOf(dragged_.y()) - YOf(at.y()));
     dragged_ = at;
-    TakeOverRanges();
   } else if (events_.moved && axisRect()->rect().contains(event->pos())) {
     events_.moved(XOf(at.x()), YOf(at.y()));
   }
 }
 
 void StripChartPlot::mouseReleaseEvent(QMouseEvent*) {
+  TakeOverRanges();
   if (drag_ == Drag::Band) ZoomToBand();
   drag_ = Drag::None;
   band_.hide();
@@ -211,6 +219,7 @@ void StripChartPlot::wheelEvent(QWheelEvent* event) {
   const QPoint turned = event->angleDelta();
   const int steps = turned.y() != 0 ? turned.y() : turned.x();
   if (steps == 0 || !events_.zoomedTo) return;
+  TakeOverRanges();
   const double factor = std::pow(kWheelStep, -steps / 120.0);
   ChartRange range = RangeOf(window_.chart);
   if (event->modifiers().testFlag(Qt::ShiftModifier)) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <array>
 #include <functional>
 #include <optional>
@@ -35,7 +36,8 @@ class StripChartPlot final : public QCustomPlot {
   /// Draws another range than the chart's own, for a picture; nothing for the chart's.
   void ShowRange(std::optional<ChartRange> range) { shown_ = range; }
 
-  /// Draws anew, at the screen's next chance, when the chart has asked for it since the last call.
+  /// Draws anew, at the screen's next chance, when the chart has asked for it since the last drawing. One that takes
+  /// long is not drawn at each call: it then comes with a later one.
   void RefreshWhenAsked();
 
   /// Takes over everything that is drawn; draws nothing yet.
@@ -73,6 +75,7 @@ class StripChartPlot final : public QCustomPlot {
   double scale_ = 1;
   std::optional<ChartRange> shown_;
   std::uint64_t drawnRequests_ = 0;
+  QElapsedTimer sinceDrawn_;
   bool drawnOnce_ = false;
 };
 

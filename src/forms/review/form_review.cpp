@@ -6,12 +6,17 @@
 #include "forms/chart/file_drop.h"
 #include "forms/chart/picture_commands.h"
 #include "forms/chart/plot_events.h"
+#include "forms/load/load_forms.h"
+#include "forms/load/load_menus.h"
 #include "forms/qt_text.h"
 
 namespace tarvolt {
 
 FormReview::FormReview(Session& session, int number, FormChartView::Apply applyAll)
-    : review_(session, number), side_(session, review_.Window(), review_.Chart(), std::move(applyAll), this) {
+    : session_(session),
+      review_(session, number),
+      items_(this, [this] { Refresh(); }),
+      side_(session, review_.Window(), review_.Chart(), std::move(applyAll), this) {
   setObjectName(ToQString(review_.Window().Name));
   setAcceptDrops(true);
   plot_ = new StripChartPlot(review_.Window(), this);
@@ -21,38 +26,66 @@ FormReview::FormReview(Session& session, int number, FormChartView::Apply applyA
   addToolBar(tools_);
   status_ = new ChartStatusBar(this);
   setStatusBar(status_);
-  MakeMenus();
+  MakeFileMenu();
+  MakeViewMenu();
+  review_.Loads().SetForms(LoadFormsOver(this, session_));
   resize(800, 450);
   Refresh();
 }
 
-void FormReview::MakeMenus() {
-  QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
-  file->addAction(QStringLiteral("&Load Data File..."), QKeySequence::Open, this, [this] { review_.MnuLoadDataFile(); })
-      ->setObjectName(QStringLiteral("MnuLoadDataFile"));
-  file->addAction(QStringLiteral("Save &View..."), this, [this] { review_.cmdSaveView(); })
-      ->setObjectName(QStringLiteral("mnuSaveView"));
-  AddPictureCommands(*file, *plot_);
-  file->addAction(QStringLiteral("Data File &Information"), this, [this] { review_.Chart().mnuDataFileInfo(); })
-      ->setObjectName(QStringLiteral("mnuDataFileInfo"));
-  file->addSeparator();
-  file->addAction(QStringLiteral("Close This Window"), QKeySequence::Close, this, [this] { close(); });
-  QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
-  view->addAction(QStringLiteral("&Full View"), QKeySequence(Qt::Key_F9), this,
-                  [this] { review_.Chart().cmdFullView(); });
-  view->addAction(QStringLiteral("View by &Numbers..."), this, [this] { review_.Chart().mnuChartView(); });
-  view->addAction(QStringLiteral("&Remember XY"), this, [this] { review_.Chart().mnuRememberXY(); });
-  view->addAction(QStringLiteral("Re&call XY"), this, [this] { review_.Chart().mnuRecallXY(); });
-  view->addAction(QStringLiteral("Show &All Channels"), this, [this] { review_.Chart().mnuShowAllChannels(); });
+void FormReview::MakeFileMenu() {
+  QMenu& menu = *menuBar()->addMenu(QStringLiteral("&File"));
+  const WindowState& view = review_.Window().view;
+  AddLoadMenus(menu, items_, session_, review_.Loads());
+  menu.addSeparator();
+  items_.Add(
+      menu, "mnuSaveView", QStringLiteral("Save &View..."), {}, [this] { review_.cmdSaveView(); },
+      [this, &view] { return view.SaveCommands && HasSamples() && !review_.Window().save.Loading; });
+  AddPictureCommands(menu, *plot_);
+  items_.Add(
+      menu, "mnuDataFileInfo", QStringLiteral("Data File &Information"), {},
+      [this] { review_.Chart().mnuDataFileInfo(); }, [&view] { return view.InfoCommands; });
+  menu.addSeparator();
+  items_.Add(menu, "mnuClose", QStringLiteral("Close This Window"), QKeySequence::Close, [this] { close(); });
+}
+
+void FormReview::MakeViewMenu() {
+  QMenu& menu = *menuBar()->addMenu(QStringLiteral("&View"));
+  const ChartWindow& window = review_.Window();
+  ChartCommands& chart = review_.Chart();
+  const auto hasSamples = [this] { return HasSamples(); };
+  items_.Add(
+      menu, "mnuFullView", QStringLiteral("&Full View"), QKeySequence(Qt::Key_F9), [&chart] { chart.cmdFullView(); },
+      hasSamples);
+  items_.Add(
+      menu, "mnuChartView", QStringLiteral("View by &Numbers..."), {}, [&chart] { chart.mnuChartView(); }, hasSamples);
+  items_.Add(
+      menu, "mnuRememberXY", QStringLiteral("&Remember XY"), {}, [&chart] { chart.mnuRememberXY(); }, hasSamples);
+  items_.Add(
+      menu, "mnuRecallXY", QStringLiteral("Re&call XY"), {}, [&chart] { chart.mnuRecallXY(); },
+      [&window] { return window.view.mnuRecallXY; });
+  items_.Add(
+      menu, "mnuShowAllChannels", QStringLiteral("Show &All Channels"), {}, [&chart] { chart.mnuShowAllChannels(); },
+      [this, &window] { return window.view.mnuChannelVisibility && HasSamples(); });
+  items_.Add(
+      menu, "mnuShowChartNotations", QStringLiteral("Chart &Notations"), {},
+      [&chart] { chart.mnuShowChartNotations(); }, [&window] { return window.notations.count > 0; },
+      [&window] { return window.chart.NotationsShown; });
 }
 
 void FormReview::Refresh() {
   const QString title = ToQString(review_.Window().view.Title);
   if (windowTitle() != title) setWindowTitle(title);
+  items_.Refresh();
   tools_->Refresh();
   status_->Refresh(review_.Window().view);
   side_.Refresh();
   plot_->RefreshWhenAsked();
+}
+
+void FormReview::closeEvent(QCloseEvent* event) {
+  review_.Chart().UnloadMyInfoFile();
+  QMainWindow::closeEvent(event);
 }
 
 void FormReview::dragEnterEvent(QDragEnterEvent* event) {
@@ -60,7 +93,10 @@ void FormReview::dragEnterEvent(QDragEnterEvent* event) {
 }
 
 void FormReview::dropEvent(QDropEvent* event) {
-  review_.LoadDataFile(DroppedDataFile(*event->mimeData()));
+  const std::string file = DroppedDataFile(*event->mimeData());
+  event->acceptProposedAction();
+  QMetaObject::invokeMethod(
+      this, [this, file] { review_.Loads().DropFile(file); }, Qt::QueuedConnection);
 }
 
 }  // namespace tarvolt

@@ -6,6 +6,7 @@
 #include "forms/chart/chart_side_windows.h"
 #include "forms/chart/chart_status_bar.h"
 #include "forms/chart/chart_tool_bar.h"
+#include "forms/chart/menu_items.h"
 #include "forms/plot/strip_chart_plot.h"
 
 namespace tarvolt {
@@ -20,16 +21,21 @@ class FormReview final : public QMainWindow {
   void Refresh();
 
  protected:
+  void closeEvent(QCloseEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
 
  private:
-  void MakeMenus();
+  void MakeFileMenu();
+  void MakeViewMenu();
+  bool HasSamples() const { return review_.Window().chart.Count() > 0; }
 
+  Session& session_;
   FrmReview review_;
   StripChartPlot* plot_;
   ChartToolBar* tools_;
   ChartStatusBar* status_;
+  MenuItems items_;
   ChartSideWindows side_;
 };
 

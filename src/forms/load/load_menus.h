@@ -1,0 +1,11 @@
+#pragma once
+
+#include "core/load_commands.h"
+#include "forms/chart/menu_items.h"
+
+namespace tarvolt {
+
+/// Adds the commands that load a data file, and the lists of recent files, to the file menu of a window.
+void AddLoadMenus(QMenu& menu, MenuItems& items, const Session& session, LoadCommands& loads);
+
+}  // namespace tarvolt

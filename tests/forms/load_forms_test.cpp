@@ -1,0 +1,180 @@
+#include "forms/load/load_forms.h"
+
+#include <gtest/gtest.h>
+
+#include <QLabel>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QTimer>
+
+#include "files/raw_file.h"
+#include "forms/load/form_chart_loading_options.h"
+#include "forms/load/form_selective_load.h"
+#include "forms/review/form_review.h"
+#include "station/station.h"
+
+namespace tarvolt {
+namespace {
+
+constexpr const char* kFile = "/station/Data/two.tvd";
+
+template <class Widget>
+Widget& Child(QWidget& form, const QString& name) {
+  auto* widget = form.findChild<Widget*>(name);
+  if (widget == nullptr) throw std::runtime_error("no such widget: " + name.toStdString());
+  return *widget;
+}
+
+// Does what a person does with the next dialog, as soon as it is there.
+void AtTheNextDialog(std::function<void(QWidget&)> act) {
+  auto* timer = new QTimer(qApp);
+  QObject::connect(timer, &QTimer::timeout, timer, [timer, act = std::move(act)] {
+    QWidget* form = QApplication::activeModalWidget();
+    if (form == nullptr) return;
+    timer->stop();
+    timer->deleteLater();
+    act(*form);
+  });
+  timer->start(0);
+}
+
+struct LoadWindows : testing::Test {
+  LoadWindows() {
+    station.Boot();
+    RawFile raw;
+    raw.Front(40000, 40002, 2, Block("", {"CHL0Power", "CHL1Noise", "CHO010", "CHO120"}));
+    for (int i = 0; i < 4; ++i) raw.Add(40000.0 + i).Add(1.0 * i).Add(-1.0 * i);
+    station.host.disk.Put(kFile, raw.Bytes());
+    window = std::make_unique<FormReview>(station.TheSession(), 1, FormChartView::Apply());
+    window->show();
+  }
+
+  /// Presses a menu item as a person would, when it can be pressed.
+  bool Trigger(const QString& name) {
+    QAction& action = Item(name);
+    if (!action.isEnabled()) return false;
+    action.trigger();
+    QApplication::processEvents();
+    window->Refresh();
+    return true;
+  }
+  QAction& Item(const QString& name) {
+    window->Refresh();
+    auto* action = window->findChild<QAction*>(name);
+    if (action == nullptr) throw std::runtime_error("no such item: " + name.toStdString());
+    return *action;
+  }
+  const ChartWindow& State() { return window->Review().Window(); }
+
+  Station station;
+  std::unique_ptr<FormReview> window;
+};
+
+TEST_F(LoadWindows, ThePanelAppliesToItsOwnerAndSavesForAllLoads) {
+  Settings& settings = station.TheSession().settings;
+  LoadOptions options;
+  options.LoadFileOffsets = true;
+  FormChartLoadingOptions form(station.TheSession(), options, nullptr);
+  form.show();
+  EXPECT_TRUE(Child<QCheckBox>(form, "chkLoadWithFileOffsets").isChecked());
+  EXPECT_FALSE(Child<QCheckBox>(form, "chkLoadWithLocalOffsets").isChecked());
+  EXPECT_TRUE(Child<QCheckBox>(form, "chkShowOptions").isChecked());
+  Child<QCheckBox>(form, "chkLoadWithLocalOffsets").click();
+  Child<QCheckBox>(form, "chkLoadSelectedChannels").click();
+  Child<QCheckBox>(form, "chkShowOptions").click();
+  form.ApplyToOwner(options);
+  EXPECT_TRUE(options.LoadLocalOffsets && options.LoadFileOffsets && options.LoadSelectedChannels);
+  EXPECT_FALSE(settings.FLO_LocalOffsets) << "not stored yet";
+  Child<QPushButton>(form, "cmdSave").click();
+  EXPECT_TRUE(form.isVisible());
+  EXPECT_TRUE(settings.FLO_LocalOffsets && settings.FLO_FileOffsets && !settings.ShowLoadOptions);
+  EXPECT_EQ(station.TheSession().store.GetSetting(Section::Settings, "FLO_LocalOffsets"), "True");
+  EXPECT_EQ(station.TheSession().store.GetSetting(Section::Settings, "ShowLoadOptions"), "False");
+  Child<QPushButton>(form, "cmdOK").click();
+  EXPECT_EQ(form.result(), QDialog::Accepted);
+}
+
+TEST_F(LoadWindows, SelectedChannelsComeFromTheForm) {
+  station.Set("ShowLoadOptions", false).Set("Channel1Offset", "0.5");
+  station.host.dialogs.ChooseFileNext(kFile);
+  AtTheNextDialog([](QWidget& form) {
+    EXPECT_EQ(Child<QLabel>(form, "lblCH2").text(), "Noise");
+    EXPECT_TRUE(Child<QCheckBox>(form, "ChkCH2").isEnabled());
+    EXPECT_FALSE(Child<QCheckBox>(form, "ChkCH3").isEnabled()) << "the file has two channels";
+    Child<QCheckBox>(form, "ChkCH1").click();
+    Child<QCheckBox>(form, "ChkOffsets").click();
+    Child<QPushButton>(form, "cmdOK").click();
+  });
+  ASSERT_TRUE(Trigger("mnuLoadSelectedChannels"));
+  ASSERT_EQ(State().chart.Count(), 4);
+  EXPECT_EQ(State().chart.ChannelCount(), 1);
+  EXPECT_EQ(State().chart.GetValue(0, 3), -2.5);
+  EXPECT_EQ(State().view.Title, "two  File : Review 1");
+}
+
+TEST_F(LoadWindows, ACancelledPanelLoadsNothing) {
+  AtTheNextDialog([](QWidget& form) { Child<QPushButton>(form, "cmdCancel").click(); });
+  ASSERT_TRUE(Trigger("MnuLoadDataFile"));
+  EXPECT_EQ(station.host.dialogs.Questions(), 0) << "no file is asked for";
+  EXPECT_EQ(State().chart.Count(), 0);
+}
+
+TEST_F(LoadWindows, AReviewWindowOffersWhatItCanDo) {
+  for (const char* name : {"mnuSaveView", "mnuDataFileInfo", "mnuFullView", "mnuRememberXY", "mnuRecallXY",
+                           "mnuShowAllChannels", "mnuShowChartNotations"})
+    EXPECT_FALSE(Item(name).isEnabled()) << name;
+  EXPECT_TRUE(Item("MnuLoadDataFile").isEnabled());
+  ASSERT_TRUE(window->Review().LoadDataFile(kFile));
+  for (const char* name : {"mnuSaveView", "mnuDataFileInfo", "mnuFullView", "mnuRememberXY", "mnuShowAllChannels"})
+    EXPECT_TRUE(Item(name).isEnabled()) << name;
+  EXPECT_FALSE(Item("mnuRecallXY").isEnabled());
+  EXPECT_FALSE(Item("mnuShowChartNotations").isEnabled()) << "the file has none";
+}
+
+TEST_F(LoadWindows, RecentFilesAreLoadedFromTheMenu) {
+  ASSERT_TRUE(window->Review().LoadDataFile(kFile));
+  window = std::make_unique<FormReview>(station.TheSession(), 2, FormChartView::Apply());
+  window->Refresh();
+  QMenu* recent = nullptr;
+  for (QMenu* menu : window->menuBar()->findChildren<QMenu*>()) {
+    if (menu->title() == "Recently Loa&ded") recent = menu;
+  }
+  ASSERT_NE(recent, nullptr);
+  recent->aboutToShow();
+  ASSERT_EQ(recent->actions().size(), 1);
+  EXPECT_EQ(recent->actions()[0]->objectName(), "mnuRecentLoaded1");
+  recent->actions()[0]->trigger();
+  QApplication::processEvents();
+  EXPECT_EQ(State().chart.Count(), 4);
+}
+
+TEST_F(LoadWindows, TheInformationFollowsTheChartItTellsOf) {
+  const auto shown = [this] {
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    auto* form = window->findChild<QWidget*>("FormFileInfo");
+    return form != nullptr && form->isVisible();
+  };
+  ASSERT_TRUE(window->Review().LoadDataFile(kFile));
+  ASSERT_TRUE(Trigger("mnuDataFileInfo"));
+  EXPECT_TRUE(shown());
+  ASSERT_TRUE(window->Review().LoadDataFile(kFile));
+  window->Refresh();
+  EXPECT_FALSE(shown()) << "another load takes it away";
+
+  Trigger("mnuDataFileInfo");
+  Child<QWidget>(*window, "FormFileInfo").close();
+  EXPECT_FALSE(shown());
+  window->Refresh();
+  EXPECT_FALSE(State().view.InfoShown);
+  EXPECT_FALSE(shown()) << "a person closed it";
+
+  Trigger("mnuDataFileInfo");
+  station.host.dialogs.ChooseFileNext(kFile);
+  AtTheNextDialog([](QWidget& form) { Child<QPushButton>(form, "cmdOK").click(); });
+  ASSERT_TRUE(Trigger("mnuLoadWithFileOffsets"));
+  EXPECT_EQ(State().chart.GetValue(1, 3), 17);
+  EXPECT_TRUE(shown()) << "after a load with offsets it comes back";
+}
+
+}  // namespace
+}  // namespace tarvolt
