@@ -81,14 +81,10 @@ void ChartToolBar::Refresh() {
   for (QAction* action : {autoScroll_, autoScale_, cursor_, zoom_}) SetColor(action, action->isChecked());
 }
 
-// Black is the default of both colours and stands for the text colour of the desktop, light or dark.
 void ChartToolBar::SetColor(QAction* action, bool active) {
   const ChartColors& colors = window_.look.colors;
-  const ChartColor color = active ? colors.ToolbarActiveModeFontColor : colors.ToolbarInactiveModeFontColor;
-  QPalette palette = this->palette();
-  if (color != 0) palette.setColor(QPalette::Active, QPalette::ButtonText, ColorOf(color));
-  QWidget* button = widgetForAction(action);
-  if (button->palette() != palette) button->setPalette(palette);
+  ShowInColor(*widgetForAction(action),
+              active ? colors.ToolbarActiveModeFontColor : colors.ToolbarInactiveModeFontColor);
 }
 
 }  // namespace tarvolt

@@ -157,7 +157,7 @@ void MainWindow::MakeChannelsMenu() {
 
 void MainWindow::MakeOptionsMenu() {
   QMenu& menu = *menuBar()->addMenu(QStringLiteral("&Options"));
-  Add(menu, "mnuOptions", QStringLiteral("&Options..."), QKeySequence::Preferences,
+  Add(menu, "mnuOptions", QStringLiteral("&Options..."), QKeySequence(QStringLiteral("Ctrl+,")),
       [this] { (new FormOptions(session_, form_, this))->open(); });
   Add(menu, "mnuTickGrid", QStringLiteral("&Ticks and Grid..."), {}, [this] { ShowTickGrid(); });
   Add(menu, "mnuColors", QStringLiteral("&Colors..."), {}, [this] { ShowColors(); });

@@ -10,6 +10,7 @@
 #include "forms/chart/file_drop.h"
 #include "forms/chart/plot_events.h"
 #include "forms/load/load_forms.h"
+#include "forms/plot/chart_colors.h"
 #include "forms/plot/chart_picture.h"
 #include "forms/qt_text.h"
 #include "text/number.h"
@@ -122,6 +123,7 @@ void MainWindow::Refresh() {
   start_->setEnabled(view.cmdStart);
   startMenu_->setText(ToQString(view.StartMenuCaption));
   value_->setText(ToQString(view.ValueLabel));
+  ShowInColor(*value_, window_.look.colors.ChannelColor);
   items_.Refresh();
   tools_->Refresh();
   offsets_->Refresh();

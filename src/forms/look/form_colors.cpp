@@ -64,6 +64,8 @@ FormColors::FormColors(const ChartColors& colors, Save save, QWidget* parent) : 
   QPushButton* saveButton = buttons->addButton(QStringLiteral("Save"), QDialogButtonBox::ApplyRole);
   QPushButton* restore = buttons->addButton(QStringLiteral("Restore Defaults"), QDialogButtonBox::ResetRole);
   saveButton->setObjectName(QStringLiteral("CmdSave"));
+  saveButton->setDefault(true);
+  restore->setAutoDefault(false);
   restore->setObjectName(QStringLiteral("CmdRestore"));
   connect(saveButton, &QPushButton::clicked, this, [this, save = std::move(save)] { save(GetColorsFromLabels()); });
   connect(restore, &QPushButton::clicked, this, [this] { LoadIntoLabels(ChartColors()); });

@@ -35,4 +35,13 @@ Qt::PenStyle PenStyleOf(int lineStyle) {
   }
 }
 
+void ShowInColor(QWidget& widget, ChartColor color) {
+  QPalette palette = widget.parentWidget()->palette();
+  if (color != 0) {
+    palette.setColor(QPalette::Active, QPalette::ButtonText, ColorOf(color));
+    palette.setColor(QPalette::Active, QPalette::WindowText, ColorOf(color));
+  }
+  if (widget.palette() != palette) widget.setPalette(palette);
+}
+
 }  // namespace tarvolt
