@@ -44,6 +44,7 @@ void ClearChart(ChartWindow& window) {
   window.save.SavedAs.clear();
   window.run.Dcount = 0;
   window.run.TotalSamples = 0;
+  window.run.StoreStart = 0;
 }
 
 std::string ModeTitle(SessionMode mode) {
