@@ -61,7 +61,7 @@ bool IsDigital(const std::string& command) {
 TriggerRun::TriggerRun(Session& session, ChartWindow& window) : session_(session), window_(window) {}
 
 bool TriggerRun::LoadTriggers(const std::filesystem::path& path, std::string& problem) {
-  const auto definitions = ReadTriggerFile(session_.host.files, path, problem);
+  const auto definitions = ReadTriggers(path, problem);
   if (!definitions) return false;
   TakeDefinitions(*definitions);
   RememberFile(path);
@@ -94,6 +94,10 @@ void TriggerRun::FollowSetting() {
   std::string problem;
   if (LoadTriggers(path, problem)) return;
   session_.Add2SLog("Could not load the triggers of " + path + ": " + problem);
+}
+
+std::optional<TriggerDefinitions> TriggerRun::ReadTriggers(const std::filesystem::path& path, std::string& problem) {
+  return ReadTriggerFile(session_.host.files, path, problem);
 }
 
 bool TriggerRun::SaveoTriggers(const TriggerDefinitions& triggers, const std::filesystem::path& path,

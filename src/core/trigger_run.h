@@ -2,6 +2,7 @@
 
 #include <array>
 #include <filesystem>
+#include <optional>
 #include <string>
 
 #include "automation/triggers/trigger_outputs.h"
@@ -37,6 +38,9 @@ class TriggerRun {
   /// Loads the file of DefaultTriggerFile when the setting has changed since it was last looked at. One that is not
   /// there leaves the triggers as they are.
   void FollowSetting();
+
+  /// What a trigger file holds, for a person to look at; nothing, with `problem` in words, as above.
+  std::optional<TriggerDefinitions> ReadTriggers(const std::filesystem::path& path, std::string& problem);
 
   /// Writes triggers to a file, which loading them back gives again. False with `problem` in words.
   bool SaveoTriggers(const TriggerDefinitions& triggers, const std::filesystem::path& path, std::string& problem);

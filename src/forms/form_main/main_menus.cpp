@@ -5,6 +5,7 @@
 #include "forms/form_main/main_window.h"
 #include "forms/options/form_options.h"
 #include "forms/qt_text.h"
+#include "forms/triggers/form_triggers.h"
 
 namespace tarvolt {
 
@@ -181,6 +182,9 @@ void MainWindow::MakeChannelsMenu() {
   }
   Add(visible, "mnuShowAllChannels", QStringLiteral("Show &All Channels"), {},
       [&chart] { chart.mnuShowAllChannels(); });
+  menu.addSeparator();
+  Add(menu, "mnuTriggers", QStringLiteral("&Triggers..."), {},
+      [this] { (new FormTriggers(session_, form_, this))->open(); });
 }
 
 void MainWindow::MakeOptionsMenu() {
@@ -216,6 +220,10 @@ void MainWindow::MakeToolsMenu() {
   Add(
       menu, "mnuSaveFTPImage", QStringLiteral("Save &Images Regularly"), {},
       [this] { form_.Images().mnuSaveFTPImage(); }, {}, [this] { return form_.Images().IsOn(); });
+  Add(menu, "mnuTriggerMonitor", QStringLiteral("Trigger &Monitor"), {}, [this] {
+    monitor_->show();
+    monitor_->raise();
+  });
 }
 
 void MainWindow::MakeLogsMenu() {
