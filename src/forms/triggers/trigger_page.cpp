@@ -53,7 +53,7 @@ QWidget* MakeChannelRow(const QString& name, std::array<QCheckBox*, kChannels>& 
   auto* layout = new QHBoxLayout(row);
   layout->setContentsMargins(0, 0, 0, 0);
   for (int channel = 0; channel < kChannels; ++channel) {
-    boxes[channel] = new QCheckBox(QStringLiteral("CH%1").arg(channel + 1), row);
+    boxes[channel] = new QCheckBox(QString::number(channel + 1), row);
     boxes[channel]->setObjectName(name + QString::number(channel + 1));
     layout->addWidget(boxes[channel]);
   }
@@ -67,7 +67,17 @@ TriggerPage::TriggerPage(QWidget* parent) : QWidget(parent) {
   AddAction();
   AddNotes();
   static_cast<QVBoxLayout*>(layout())->addStretch();
+  KeepRoom();
   Show({});
+}
+
+// The dialog does not change its size with the action: there is room for the one with the most fields.
+void TriggerPage::KeepRoom() {
+  for (QWidget* field : findChildren<QWidget*>()) field->ensurePolished();
+  type_->setCurrentIndex(type_->findData(QStringLiteral("LPT")));
+  for (QGroupBox* box : findChildren<QGroupBox*>()) box->layout()->invalidate();
+  layout()->invalidate();
+  setMinimumHeight(sizeHint().height());
 }
 
 QFormLayout* TriggerPage::AddGroup(const QString& title) {
@@ -113,7 +123,7 @@ void TriggerPage::AddCondition() {
                    QStringLiteral("Samples ignored after the reset"));
   oneShot_ = AddCheck("ChkOneShot", QStringLiteral("Fire once in a run"));
   form.addRow(oneShot_);
-  form.addRow(QStringLiteral("Watches"), MakeChannelRow(QStringLiteral("ChkWatch"), watched_, this));
+  form.addRow(QStringLiteral("Watches channels"), MakeChannelRow(QStringLiteral("ChkWatch"), watched_, this));
 }
 
 void TriggerPage::AddAction() {
@@ -166,7 +176,7 @@ void TriggerPage::AddPort() {
   portRow_ = new QWidget(this);
   auto* row = new QHBoxLayout(portRow_);
   row->setContentsMargins(0, 0, 0, 0);
-  row->addWidget(new QLabel(QStringLiteral("&&H"), portRow_));
+  row->addWidget(new QLabel(QStringLiteral("&H"), portRow_));
   port_ = NumberLine("TxtLPTnum", portRow_);
   port_->setToolTip(QStringLiteral("Hexadecimal, such as 378. C8 and below is no port: nothing is set."));
   row->addWidget(port_);

@@ -45,6 +45,7 @@ class TriggerPage final : public QWidget {
   LabJack AddLabJack(const QString& name);
   void AddPort();
   void AddNotes();
+  void KeepRoom();
   void FollowAction();
   void NameValue(const LabJack& device);
   TriggerAction Chosen() const;
