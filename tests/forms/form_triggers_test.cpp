@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QPushButton>
+#include <QTest>
 
 #include "automation/triggers/trigger_file.h"
 #include "forms/desk.h"
@@ -148,7 +149,7 @@ TEST_F(FormTriggersTest, AWrongNumberIsShownAndNothingIsTaken) {
   desk.Click("CmdDone");
   EXPECT_EQ(Problem(), "Trigger 5: \"3xyz\" is not a number.");
   Type(5, "TxtLPTnum", "378");
-  desk.Click("CmdDone");
+  QTest::keyClick(&Field<QLineEdit>(5, "TxtLPTnum"), Qt::Key_Return);
   EXPECT_EQ((*InFile(kCopy))[0].Notation, "changed");
 }
 

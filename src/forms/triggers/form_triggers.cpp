@@ -71,7 +71,10 @@ void FormTriggers::AddButtons() {
   add("cmdLoadTriggers", QStringLiteral("&Load..."), QDialogButtonBox::ResetRole, &FormTriggers::cmdLoadTriggers);
   add("cmdSaveTriggers", QStringLiteral("&Save..."), QDialogButtonBox::ResetRole, &FormTriggers::cmdSaveTriggers);
   add("CmdDone", QStringLiteral("&Done"), QDialogButtonBox::ActionRole, &FormTriggers::CmdDone);
-  buttons->addButton(QDialogButtonBox::Cancel)->setObjectName(QStringLiteral("cmdCancel"));
+  findChild<QPushButton*>(QStringLiteral("CmdDone"))->setDefault(true);  // the Enter key, which must not cancel
+  auto* cancel = buttons->addButton(QDialogButtonBox::Cancel);
+  cancel->setObjectName(QStringLiteral("cmdCancel"));
+  cancel->setAutoDefault(false);
   connect(buttons, &QDialogButtonBox::rejected, this, [this] { reject(); });
   layout()->addWidget(buttons);
 }
