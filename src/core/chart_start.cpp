@@ -45,6 +45,7 @@ bool ChartRun::RunTheStart(const std::string& profile) {
   ResetRunState();
   if (!ReadyDataFolders()) return false;
   if (!CheckSources()) return false;
+  recorder_.triggers.OpenDevices();
   window_.notes.clear();
   if (!SetUnsavedAside()) return Refuse("The last chart waits for room on the disk, and no more can wait with it.");
   AskToSave();
@@ -57,6 +58,7 @@ bool ChartRun::RunTheStart(const std::string& profile) {
   ZeroCounters();
   if (!CheckTiming()) return false;
   PrepareChart();
+  recorder_.triggers.ResetForRun();
   AddTimingMetadata();
   if (!EnableStopControls()) return false;
   LogChartStarted();
@@ -83,6 +85,7 @@ void ChartRun::LoadRunProfile(const std::string& profile) {
                        problem)) {
     session_.Add2SLog("Could not load the profile " + profile + ": " + problem);
   }
+  recorder_.triggers.FollowSetting();
 }
 
 void ChartRun::ResetRunState() {
@@ -218,6 +221,7 @@ void ChartRun::ZeroCounters() {
   run_.Dcount = 0;
   run_.LastDcount = 0;
   run_.TotalSamples = 0;
+  run_.StoreStart = 0;
   window_.header.start = 0;
   window_.header.end = 0;
   TakeTimeBase();

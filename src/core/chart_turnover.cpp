@@ -60,10 +60,12 @@ void ChartRun::StopLogging() {
 void ChartRun::StartNextLog(bool timerWasOn) {
   view_.Title = " New Data Log Started at " + recorder_.LocalTimeText();
   window_.chart.ClearData();
+  window_.notations = Notations{};  // they stand in the file of the log that has ended
   window_.header.start = 0;
   window_.header.end = 0;
   run_.Dcount = 0;
   run_.TotalSamples = 0;
+  run_.StoreStart = 0;
   window_.chart.XAxisMin = run_.CurrentStamp;
   window_.chart.XAxisMax = run_.CurrentStamp + session_.settings.ChartWidth / 86400;
   RestartChart();

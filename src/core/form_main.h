@@ -75,6 +75,9 @@ class FormMain final : public RunControl {
   ChannelOffsets& Offsets() { return recorder_.offsets; }
   ChannelAverage& Average() { return recorder_.average; }
 
+  /// The triggers of the channels, and the way to hand them the outputs they drive.
+  TriggerRun& Triggers() { return recorder_.triggers; }
+
   /// The saver of pictures, which a program with a window gives something to draw with.
   ImageSaver& Images() { return recorder_.images; }
 
@@ -125,6 +128,7 @@ class FormMain final : public RunControl {
   void StoreProgramIdentity();
   void SettleFirstUse();
   void LoadSettings();
+  void LoadTriggers();
   void CheckZone();
   void ApplyPriority();
   void CheckIdentity();

@@ -88,6 +88,7 @@ void FormMain::UpdateAfterOptionsChange() {
     window.chart.Count() == 0 ? chartRun_.TakeTimeBase() : chartRun_.TakeClockOffset();
   }
   recorder_.commands.UpdateAfterOptionsChange();
+  recorder_.triggers.FollowSetting();
 }
 
 void FormMain::NoteImageSaved(const std::filesystem::path& file) {

@@ -6,6 +6,7 @@
 #include "core/channel_offsets.h"
 #include "core/chart_commands.h"
 #include "core/image_saver.h"
+#include "core/trigger_run.h"
 #include "files/backup.h"
 #include "files/pending_saves.h"
 #include "model/chart_window.h"
@@ -33,6 +34,7 @@ struct Recorder {
   ChannelOffsets offsets;
   ChannelAverage average;
   ImageSaver images;
+  TriggerRun triggers;
   bool saveFailed = false;         ///< the disk refused the last save: its samples wait in the store and in the backup
   std::unique_ptr<Timer> LoTime1;  ///< paces the samples with TimerType 0
   std::unique_ptr<Timer> TimerKeepAlive;  ///< rate display and watchdogs

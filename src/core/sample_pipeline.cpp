@@ -35,6 +35,7 @@ void SamplePipeline::GetAllData(std::optional<TimeStamp> sourceTime) {
   if (StampSample(sourceTime)) {
     KeepMiniChartSmall();
     StoreSample();
+    TestTriggers();
     RepaintWhenDue();
     FinalizeDataInput();
   }
@@ -122,6 +123,7 @@ void SamplePipeline::KeepMiniChartSmall() {
   if (session_.settings.SaveFTPImage) recorder_.images.Save();
   window_.chart.ClearData();
   recorder_.backup.StoreWasCleared();
+  run_.StoreStart = run_.Dcount;
   window_.chart.XAxisMin = run_.CurrentStamp;
   window_.chart.XAxisMax = run_.CurrentStamp + width;
 }
@@ -132,6 +134,13 @@ void SamplePipeline::StoreSample() {
   if (storeRefused_) session_.Add2SLog("No memory for a further sample: the log ends here.");
   for (int channel = 0; channel < std::min(run_.ChannelCount, kChannels); ++channel) {
     window_.chart.SetValue(channel, index, run_.ChannelValue[channel] + run_.ChannelOffset[channel]);
+  }
+}
+
+// Judged on the values without their offsets: an offset moved on the chart moves no threshold.
+void SamplePipeline::TestTriggers() {
+  for (int channel = 0; channel < std::min(run_.ChannelCount, kChannels); ++channel) {
+    recorder_.triggers.TestTriggers(channel, run_.ChannelValue[channel]);
   }
 }
 

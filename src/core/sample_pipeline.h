@@ -31,6 +31,7 @@ class SamplePipeline {
   bool HandleClockStep(TimeStamp stamp);
   void KeepMiniChartSmall();
   void StoreSample();
+  void TestTriggers();
   void RepaintWhenDue();
   void FinalizeDataInput();
   void ShowChannelValue();

@@ -22,9 +22,9 @@ constexpr std::size_t kNotesLimit = 1 << 20;
 bool FormMain::Form_Load(const std::string& commandLine) {
   session_.store.Load();
   for (const auto step :
-       {&FormMain::StoreProgramIdentity, &FormMain::SettleFirstUse, &FormMain::LoadSettings, &FormMain::CheckZone,
-        &FormMain::ApplyPriority, &FormMain::NameSessionLog, &FormMain::CheckIdentity, &FormMain::ReadNotes,
-        &FormMain::AlertAboutBackups, &FormMain::ReadRecentLists}) {
+       {&FormMain::StoreProgramIdentity, &FormMain::SettleFirstUse, &FormMain::LoadSettings, &FormMain::LoadTriggers,
+        &FormMain::CheckZone, &FormMain::ApplyPriority, &FormMain::NameSessionLog, &FormMain::CheckIdentity,
+        &FormMain::ReadNotes, &FormMain::AlertAboutBackups, &FormMain::ReadRecentLists}) {
     RunStep(step);
     if (firstUseCancelled_) return false;
   }
@@ -89,6 +89,10 @@ void FormMain::LoadSettings() {
   ClearHeader(recorder_.window);
   getStaticHeaderInfo(session_, recorder_.window, 0);
   recorder_.commands.UpdateAfterOptionsChange();
+}
+
+void FormMain::LoadTriggers() {
+  recorder_.triggers.FollowSetting();
 }
 
 void FormMain::CheckZone() {

@@ -83,8 +83,8 @@ std::string GetModifiedNotes(const ChartWindow& window, const std::string& freeT
   options.timeRefZero = window.run.TimeRefZeroFile;
   options.integers = layout.integers;
   options.onlyView = window.save.ViewSaveActive;
-  options.first = window.save.FirstViewIndex;
-  options.last = window.save.LastSaveIndex;
+  options.first = window.run.StoreStart + window.save.FirstViewIndex;
+  options.last = window.run.StoreStart + window.save.LastSaveIndex;
   return BuildNotes(window, freeText, options);
 }
 

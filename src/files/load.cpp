@@ -43,6 +43,7 @@ void ClearChart(ChartWindow& window) {
   window.save.LoadedFromFile = false;
   window.run.Dcount = 0;
   window.run.TotalSamples = 0;
+  window.run.StoreStart = 0;
   window.view.LeftStatus.clear();
   window.view.ToolCommands = false;
   window.view.SaveCommands = false;

@@ -25,6 +25,10 @@ struct Notations {
   static constexpr int kSlots = 101;
   std::array<Notation, kSlots> slots;
   int count = 0;
+
+  /// Puts a notation into the next slot. What would end it in a file, the bytes 254 and 255, line ends and the marks of
+  /// a notes block, becomes blanks. One without a text is none and is left out.
+  void Add(Notation notation);
 };
 
 }  // namespace tarvolt

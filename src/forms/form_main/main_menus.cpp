@@ -6,6 +6,7 @@
 #include "forms/load/load_menus.h"
 #include "forms/options/form_options.h"
 #include "forms/qt_text.h"
+#include "forms/triggers/form_triggers.h"
 
 namespace tarvolt {
 
@@ -153,6 +154,9 @@ void MainWindow::MakeChannelsMenu() {
   }
   Add(visible, "mnuShowAllChannels", QStringLiteral("Show &All Channels"), {},
       [&chart] { chart.mnuShowAllChannels(); });
+  menu.addSeparator();
+  Add(menu, "mnuTriggers", QStringLiteral("&Triggers..."), {},
+      [this] { (new FormTriggers(session_, form_, this))->open(); });
 }
 
 void MainWindow::MakeOptionsMenu() {
@@ -188,6 +192,10 @@ void MainWindow::MakeToolsMenu() {
   Add(
       menu, "mnuSaveFTPImage", QStringLiteral("Save &Images Regularly"), {},
       [this] { form_.Images().mnuSaveFTPImage(); }, {}, [this] { return form_.Images().IsOn(); });
+  Add(menu, "mnuTriggerMonitor", QStringLiteral("Trigger &Monitor"), {}, [this] {
+    monitor_->show();
+    monitor_->raise();
+  });
 }
 
 void MainWindow::MakeLogsMenu() {

@@ -60,6 +60,7 @@ MainWindow::MainWindow(Session& session, FormMain& form)
   setStatusBar(status_);
   log_ = new FormSessionLog(session_);
   log_->setParent(this, Qt::Window);
+  monitor_ = new FormTriggerMonitor(this);
   MakeMenus();
   form_.Images().SetDraw([this](const std::filesystem::path& file, bool fullView, std::string& problem) {
     const auto all = FullRange(window_.chart, window_.run.ChannelCount);
@@ -129,6 +130,7 @@ void MainWindow::Refresh() {
   offsets_->Refresh();
   status_->Refresh(view);
   side_.Refresh();
+  if (monitor_->isVisible()) monitor_->Refresh(form_.Triggers().oTriggers());
   plot_->RefreshWhenAsked();
   for (const QPointer<FormReview>& review : reviews_) {
     if (review && review->isVisible()) review->Refresh();

@@ -17,6 +17,7 @@
 #include "forms/observer_log/form_observer_log.h"
 #include "forms/plot/strip_chart_plot.h"
 #include "forms/review/form_review.h"
+#include "forms/triggers/form_trigger_monitor.h"
 
 class QPushButton;
 
@@ -90,6 +91,7 @@ class MainWindow final : public QMainWindow {
   QLabel* value_;
   OffsetFrame* offsets_;
   FormSessionLog* log_;
+  FormTriggerMonitor* monitor_;
   QPushButton* start_;
   QPointer<FormObserverLog> olog_;
   QAction* startMenu_;

@@ -58,10 +58,11 @@ void ChartOverlay::DrawNotations(QCPPainter* painter) {
   for (int slot = 0; slot < std::min(window_.notations.count, Notations::kSlots); ++slot) {
     const Notation& notation = window_.notations.slots[slot];
     if (notation.text.empty() || notation.text == kDeletedNotation) continue;
-    if (notation.index < 0 || notation.index >= chart.Count()) continue;
+    const std::int32_t index = notation.index - window_.run.StoreStart;
+    if (index < 0 || index >= chart.Count()) continue;
     const int channel = std::clamp<int>(notation.channel, 0, chart.ChannelCount() - 1);
     if (!chart.ChannelVisible[channel]) continue;
-    const QPointF at = PixelOf(chart.GetTime(notation.index), chart.GetValue(channel, notation.index));
+    const QPointF at = PixelOf(chart.GetTime(index), chart.GetValue(channel, index));
     if (!clipRect().contains(at.toPoint())) continue;
     const QString text = ToQString(notation.text);
     QRectF area(at.x() + 6, at.y() - metrics.height() - 6, metrics.horizontalAdvance(text) + 6, metrics.height() + 2);

@@ -1,0 +1,229 @@
+#include "core/trigger_run.h"
+
+#include <set>
+
+#include "automation/replace_tags.h"
+#include "automation/triggers/trigger_file.h"
+#include "config/text_file.h"
+#include "core/chart_notations.h"
+#include "model/channel_table.h"
+#include "text/ansi.h"
+#include "text/number.h"
+
+namespace tarvolt {
+namespace {
+
+/// The status line is free at 120: a note stays for 110 firings of TimerKeepAlive.
+constexpr int kHoldFrom = 10;
+
+/// Addresses up to this one are no port.
+constexpr std::int32_t kLastNoPort = 200;
+
+std::string Called(int slot) {
+  return "Trigger " + NumberText(std::int64_t{NumberOfSlot(slot)});
+}
+
+bool DrivesOutput(TriggerAction action) {
+  return action != TriggerAction::NoteOnly && action != TriggerAction::Execute;
+}
+
+std::string NameOfDevice(TriggerAction device) {
+  switch (device) {
+    case TriggerAction::Lpt:
+      return "the parallel port";
+    case TriggerAction::LjU3:
+      return "a LabJack U3";
+    case TriggerAction::LjU12:
+      return "a LabJack U12";
+    default:
+      return {};
+  }
+}
+
+/// The pin of the connector for a row of the list of pins.
+int PinOfRow(std::int32_t row) {
+  if (row == 10) return 14;
+  if (row == 11) return 16;
+  if (row == 12) return 17;
+  return row;
+}
+
+bool IsAnalog(const std::string& command) {
+  return EqualNoCase(Trim(command), "AO");
+}
+
+bool IsDigital(const std::string& command) {
+  return EqualNoCase(Trim(command), "DO");
+}
+
+}  // namespace
+
+TriggerRun::TriggerRun(Session& session, ChartWindow& window) : session_(session), window_(window) {}
+
+bool TriggerRun::LoadTriggers(const std::filesystem::path& path, std::string& problem) {
+  const auto definitions = ReadTriggers(path, problem);
+  if (!definitions) return false;
+  TakeDefinitions(*definitions);
+  RememberFile(path);
+  return true;
+}
+
+// A change of one trigger during a run does not fire another one a second time.
+void TriggerRun::TakeDefinitions(const TriggerDefinitions& definitions) {
+  for (int slot = 0; slot < kTriggerSlots; ++slot) {
+    TriggerDefinition& definition = triggers_[slot];
+    if (definition == definitions[slot]) continue;
+    definition = definitions[slot];
+    triggers_[slot].CancelActions();
+    triggers_[slot].Enabled = window_.run.ChartRunning || window_.run.Starting;
+  }
+}
+
+void TriggerRun::RememberFile(const std::filesystem::path& path) {
+  lookedAt_ = path.string();
+  if (session_.settings.DefaultTriggerFile == lookedAt_) return;
+  session_.settings.DefaultTriggerFile = lookedAt_;
+  SaveRegistrySettings(session_.store, session_.overrides, session_.home.string(), session_.settings);
+}
+
+void TriggerRun::FollowSetting() {
+  const std::string path = session_.settings.DefaultTriggerFile;
+  if (path == lookedAt_) return;
+  lookedAt_ = path;
+  if (!session_.host.files.FileExists(path)) return;
+  std::string problem;
+  if (LoadTriggers(path, problem)) return;
+  session_.Add2SLog("Could not load the triggers of " + path + ": " + problem);
+}
+
+std::optional<TriggerDefinitions> TriggerRun::ReadTriggers(const std::filesystem::path& path, std::string& problem) {
+  return ReadTriggerFile(session_.host.files, path, problem);
+}
+
+bool TriggerRun::SaveoTriggers(const TriggerDefinitions& triggers, const std::filesystem::path& path,
+                               std::string& problem) {
+  return ReplaceTextFile(session_.host.files, path, FormatTriggers(triggers), problem);
+}
+
+bool TriggerRun::TakeOver(const TriggerDefinitions& triggers, const TriggerChannels& channels, std::string& problem) {
+  const std::filesystem::path copy = session_.home / "TempTriggers.ini";
+  if (!SaveoTriggers(triggers, copy, problem) || !LoadTriggers(copy, problem)) return false;
+  session_.settings.CHTrigger = channels.CHTrigger;
+  session_.settings.ChTriggerEnabled = channels.ChTriggerEnabled;
+  SaveRegistrySettings(session_.store, session_.overrides, session_.home.string(), session_.settings);
+  session_.Add2SLog("Triggers changed.");
+  if (window_.run.ChartRunning) OpenDevices();
+  return true;
+}
+
+void TriggerRun::OpenDevices() {
+  std::set<TriggerAction> opened;
+  for (int slot = 0; slot < kTriggerSlots; ++slot) {
+    const TriggerAction device = ActionOf(triggers_[slot].Action);
+    if (!DrivesOutput(device) || !IsInUse(session_.settings, slot, ActiveChannels(session_.settings))) continue;
+    if (!opened.insert(device).second) continue;
+    const std::string problem = outputs_ != nullptr ? outputs_->Open(device) : "this version has no way to it";
+    if (problem.empty()) continue;
+    session_.Add2SLog(Called(slot) + " drives " + NameOfDevice(device) + ", which cannot be used: " + problem);
+  }
+}
+
+void TriggerRun::ResetForRun() {
+  for (clsTriggerObject& trigger : triggers_) {
+    trigger.CancelActions();
+    trigger.Enabled = true;
+  }
+}
+
+void TriggerRun::TestTriggers(int channel, double value) {
+  const Settings& settings = session_.settings;
+  if (!settings.ChTriggerEnabled[channel]) return;
+  for (int slot = 0; slot < kTriggerSlots; ++slot) {
+    if (Watches(settings, slot, channel) && triggers_[slot].Update(value) != 0) ExecuteTrigger(slot, channel);
+  }
+}
+
+void TriggerRun::ExecuteTrigger(int slot, int channel) {
+  if (slot < 0 || slot >= kTriggerSlots) return;
+  DoAction(slot);
+  DoNotes(slot, channel);
+}
+
+void TriggerRun::DoAction(int slot) {
+  const TriggerDefinition& trigger = triggers_[slot];
+  const TriggerAction action = ActionOf(trigger.Action);
+  if (action == TriggerAction::Execute) return Execute(slot);
+  if (!DrivesOutput(action)) return;
+  const std::string problem = outputs_ != nullptr ? Drive(trigger) : "this version has no way to it";
+  if (problem.empty()) return;
+  session_.Add2SLog(Called(slot) + " could not set " + NameOfDevice(action) + ": " + problem);
+}
+
+void TriggerRun::Execute(int slot) {
+  const std::string commandLine = Expand(triggers_[slot].Parameter);
+  std::string why;
+  if (session_.host.processes.StartMinimised(commandLine, why)) return;
+  session_.Add2SLog(Called(slot) + " could not start \"" + commandLine + "\": " + why);
+}
+
+std::string TriggerRun::Drive(const TriggerDefinition& trigger) {
+  switch (ActionOf(trigger.Action)) {
+    case TriggerAction::Lpt:
+      return DriveLpt(trigger);
+    case TriggerAction::LjU3:
+      return DriveU3(trigger);
+    case TriggerAction::LjU12:
+      return DriveU12(trigger);
+    default:
+      return {};
+  }
+}
+
+std::string TriggerRun::DriveLpt(const TriggerDefinition& trigger) {
+  if (trigger.LPTnum <= kLastNoPort) return {};
+  return outputs_->SetPin(trigger.LPTnum, PinOfRow(trigger.LPTpin), trigger.LPTvalue == 1);
+}
+
+std::string TriggerRun::DriveU3(const TriggerDefinition& trigger) {
+  if (IsDigital(trigger.LJU3command)) return outputs_->SetU3Digital(trigger.LJU3channel, trigger.LJU3value);
+  if (IsAnalog(trigger.LJU3command)) return outputs_->SetU3Analog(trigger.LJU3channel, trigger.LJU3value);
+  return {};
+}
+
+// The device takes both levels at once: the one that is not meant keeps its own.
+std::string TriggerRun::DriveU12(const TriggerDefinition& trigger) {
+  if (IsDigital(trigger.LJU12command)) return outputs_->SetU12Digital(trigger.LJU12channel, trigger.LJU12value);
+  if (!IsAnalog(trigger.LJU12command)) return {};
+  if (trigger.LJU12channel != 0 && trigger.LJU12channel != 1) return "its analog outputs are 0 and 1";
+  u12Levels_[trigger.LJU12channel] = trigger.LJU12value;
+  return outputs_->SetU12Analog(u12Levels_[0], u12Levels_[1]);
+}
+
+void TriggerRun::DoNotes(int slot, int channel) {
+  const TriggerDefinition& trigger = triggers_[slot];
+  if (!trigger.Annotate && !trigger.ShowInObLog && !trigger.ShowInStatusBar && !trigger.ShowInSessionLog) return;
+  const std::string note = Expand(trigger.Notation);
+  if (trigger.Annotate) AddLabelNow(window_, channel, note);
+  if (trigger.ShowInObLog) EnterInObLog(slot, note);
+  if (trigger.ShowInStatusBar) ShowInStatusBar(note);
+  if (trigger.ShowInSessionLog) session_.Add2SLog(note);
+}
+
+// A station without a screen has no observer log to open; its session log has the note then.
+void TriggerRun::EnterInObLog(int slot, const std::string& note) {
+  ObserverLog& log = window_.olog;
+  if (!log.IsOpen()) log.Open();
+  if (log.IsOpen()) return log.AddEntry(note, true);
+  session_.Add2SLog(Called(slot) + " for the observer log, which is not open: " + note);
+}
+
+void TriggerRun::ShowInStatusBar(const std::string& note) {
+  window_.view.StatusText = note;
+  window_.view.StatusHold = kHoldFrom;
+}
+
+std::string TriggerRun::Expand(const std::string& text) const {
+  return ReplaceTags(text, session_.host, window_.run);
+}
+
+}  // namespace tarvolt
