@@ -36,6 +36,9 @@ int main(int argc, char** argv) {
     return 1;
   }
   DesktopStation station(owner->host, dialogs, options, NameFromDisk(home.native()).value_or(home.native()));
-  stopSignals.OnStopSignal([&station] { station.RequestEnd(); });
+  stopSignals.OnStopSignal([&station, &dialogs] {
+    dialogs.EndWaiting();
+    station.RequestEnd();
+  });
   return station.Run();
 }

@@ -1,5 +1,6 @@
 #include "forms/dialogs/desktop_dialogs.h"
 
+#include <QApplication>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
@@ -63,12 +64,21 @@ DesktopDialogs::~DesktopDialogs() {
   delete messages_;
 }
 
+void DesktopDialogs::EndWaiting() {
+  ending_ = true;
+  for (QWidget* widget : QApplication::topLevelWidgets()) {
+    auto* dialog = qobject_cast<QDialog*>(widget);
+    if (dialog != nullptr && dialog->isModal() && dialog->isVisible()) dialog->done(QDialog::Rejected);
+  }
+}
+
 void DesktopDialogs::ShowMessage(const std::string& title, const std::string& text) {
   if (!messages_) messages_ = new MessageWindow(nullptr);
   static_cast<MessageWindow*>(messages_.data())->Add(ToQString(title), ToQString(text));
 }
 
 Answer DesktopDialogs::Ask(const Question& question) {
+  if (ending_) return question.defaultAnswer;
   QMessageBox box(parent_);
   box.setWindowTitle(ToQString(question.title));
   box.setText(ToQString(question.text));
@@ -84,6 +94,7 @@ Answer DesktopDialogs::Ask(const Question& question) {
 }
 
 std::optional<std::string> DesktopDialogs::AskSaveFile(const SaveFileRequest& request) {
+  if (ending_) return (std::filesystem::path(request.folder) / request.fileName).string();
   QString name = QFileDialog::getSaveFileName(parent_, ToQString(request.title),
                                               PathIn(request.folder, request.fileName), QtFilter(request.filter));
   if (name.isEmpty()) return std::nullopt;
@@ -92,6 +103,7 @@ std::optional<std::string> DesktopDialogs::AskSaveFile(const SaveFileRequest& re
 }
 
 std::optional<std::string> DesktopDialogs::AskOpenFile(const OpenFileRequest& request) {
+  if (ending_) return std::nullopt;
   const QString name = QFileDialog::getOpenFileName(parent_, ToQString(request.title), ToQString(request.folder),
                                                     QtFilter(request.filter));
   if (name.isEmpty()) return std::nullopt;
@@ -99,6 +111,7 @@ std::optional<std::string> DesktopDialogs::AskOpenFile(const OpenFileRequest& re
 }
 
 std::optional<std::string> DesktopDialogs::AskText(const TextRequest& request) {
+  if (ending_) return std::nullopt;
   bool accepted = false;
   const QString text = QInputDialog::getText(parent_, ToQString(request.title), ToQString(request.prompt),
                                              QLineEdit::Normal, ToQString(request.text), &accepted);

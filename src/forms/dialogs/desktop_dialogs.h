@@ -18,6 +18,10 @@ class DesktopDialogs final : public Dialogs {
   /// The window over which they are shown; may be null.
   void SetParent(QWidget* parent) { parent_ = parent; }
 
+  /// The program is to end without its person: what waits for one is closed, and from now on every question has its
+  /// default answer at once.
+  void EndWaiting();
+
   void ShowMessage(const std::string& title, const std::string& text) override;
   Answer Ask(const Question& question) override;
   std::optional<std::string> AskSaveFile(const SaveFileRequest& request) override;
@@ -26,6 +30,7 @@ class DesktopDialogs final : public Dialogs {
 
  private:
   QPointer<QWidget> parent_;
+  bool ending_ = false;
   QPointer<QWidget> messages_;
 };
 

@@ -1,0 +1,60 @@
+#include "forms/dialogs/desktop_dialogs.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QTimer>
+
+namespace tarvolt {
+namespace {
+
+// Does something once a box is open.
+void WhenOpen(const std::function<void(QWidget&)>& act) {
+  QTimer::singleShot(0, qApp, [act] {
+    QWidget* box = QApplication::activeModalWidget();
+    if (box == nullptr) return WhenOpen(act);
+    act(*box);
+  });
+}
+
+TEST(DesktopDialogs, AQuestionHasTheAnswerOfItsButtons) {
+  DesktopDialogs dialogs;
+  WhenOpen([](QWidget& box) {
+    EXPECT_EQ(box.windowTitle(), "Offsets Changed");
+    dynamic_cast<QMessageBox&>(box).button(QMessageBox::No)->click();
+  });
+  EXPECT_EQ(dialogs.Ask({"Offsets Changed", "Keep them?", Buttons::YesNo, Answer::Yes}), Answer::No);
+}
+
+TEST(DesktopDialogs, AnEndWithoutAPersonWaitsForNone) {
+  DesktopDialogs dialogs;
+  WhenOpen([&dialogs](QWidget&) { dialogs.EndWaiting(); });
+  EXPECT_EQ(dialogs.Ask({"Save", "Save it?", Buttons::YesNo, Answer::Yes}), Answer::Yes);
+  EXPECT_EQ(dialogs.Ask({"Save", "Save it?", Buttons::YesNoCancel, Answer::No}), Answer::No);
+  EXPECT_EQ(dialogs.AskSaveFile({"Save", "/folder", "a.tvd", ".tvd", "data|*.tvd"}), "/folder/a.tvd");
+  EXPECT_EQ(dialogs.AskOpenFile({"Load", "/folder", "", ".tvd", "data|*.tvd"}), std::nullopt);
+  EXPECT_EQ(dialogs.AskText({"Text", "Which?", "this"}), std::nullopt);
+}
+
+TEST(DesktopDialogs, MessagesStandBelowEachOtherAndWaitForNobody) {
+  DesktopDialogs dialogs;
+  dialogs.ShowMessage("First", "one");
+  dialogs.ShowMessage("Second", "two");
+  const QPlainTextEdit* text = nullptr;
+  for (QWidget* widget : QApplication::topLevelWidgets()) {
+    if (widget->objectName() == "FormMessage") text = widget->findChild<QPlainTextEdit*>("TxtMessages");
+  }
+  ASSERT_NE(text, nullptr);
+  EXPECT_EQ(text->toPlainText(), "First\none\n\nSecond\ntwo");
+}
+
+TEST(DesktopDialogs, FiltersOfTheSystemBecomeThoseOfTheDesktop) {
+  EXPECT_EQ(QtFilter("Tarvolt data (*.tvd)|*.tvd|Any (*.*)|*.*"), "Tarvolt data (*.tvd);;Any (*)");
+  EXPECT_EQ(QtFilter("*tarvolt data| *.tvd"), "*tarvolt data (*.tvd)");
+}
+
+}  // namespace
+}  // namespace tarvolt
