@@ -20,7 +20,9 @@ struct PixelColumn {
 
 /// Which samples lie in the columns of pixels from 0 to `width` - 1 over the times xMin to xMax: column x holds those
 /// from begins[x] up to, but not including, begins[x + 1]. A sample on the right edge belongs to the last column. The
-/// same for all channels of a chart. Steps grow with `width` and the logarithm of the samples.
+/// same for all channels of a chart. Steps grow with `width` and the logarithm of the samples. Where a column holds
+/// many bins of the pyramid an edge between two of them is moved back to the begin of its bin, by a sixteenth of a
+/// column at most: then no sample needs to be read to find the extremes.
 struct ColumnEdges {
   std::vector<std::int32_t> begins;  ///< one more than there are columns; empty for a range of no width
 };

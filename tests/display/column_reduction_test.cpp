@@ -56,7 +56,7 @@ TEST(ColumnReduction, ColumnsAgreeWithALookAtEverySample) {
     const double span = time - 40000 + 1e-9;
     const double xMin = 40000 + span * (engine() % 100) / 200;
     const double xMax = xMin + span * (1 + engine() % 100) / 100;
-    const int width = 1 + static_cast<int>(engine() % 600);
+    const int width = 30 + static_cast<int>(engine() % 600);  // few samples a column, so that edges are exact
     const auto expected = BruteForce(chart, xMin, xMax, width);
     const auto columns = ReduceToColumns(chart, 0, FindColumnEdges(chart, xMin, xMax, width));
     ASSERT_EQ(columns.size(), expected.size()) << round;
@@ -71,6 +71,29 @@ TEST(ColumnReduction, ColumnsAgreeWithALookAtEverySample) {
         EXPECT_TRUE(column.lowest == wanted.lowest && column.highest == wanted.highest) << round << " " << column.x;
       }
     }
+  }
+}
+
+TEST(ColumnReduction, EdgesOfDenseColumnsMoveBySixteenthsAndLoseNothing) {
+  StripChart chart;
+  constexpr int kSamples = 100'000;
+  for (int i = 0; i < kSamples; ++i) {
+    chart.AddTime(i);
+    chart.SetValue(0, i, i == 77'777 ? 1e9 : i % 10);
+  }
+  for (const int width : {1, 3, 50, 190, 199}) {
+    const ColumnEdges edges = FindColumnEdges(chart, 0.5, kSamples - 1, width);
+    ASSERT_EQ(edges.begins.size(), static_cast<std::size_t>(width) + 1);
+    EXPECT_EQ(edges.begins.front(), 1);
+    EXPECT_EQ(edges.begins.back(), kSamples) << "the last sample lies on the right edge";
+    for (int x = 1; x < width; ++x) {
+      const double exact = 0.5 + (kSamples - 1.5) * x / width;
+      EXPECT_LE(edges.begins[x], exact + 1);
+      EXPECT_GE(edges.begins[x], exact - 1 - kSamples / width / 16.0);
+    }
+    double highest = 0;
+    for (const PixelColumn& column : ReduceToColumns(chart, 0, edges)) highest = std::max(highest, column.highest);
+    EXPECT_EQ(highest, 1e9);
   }
 }
 

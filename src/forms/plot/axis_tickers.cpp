@@ -13,12 +13,10 @@ namespace {
 constexpr double kDay = 86400;
 
 /// Seconds that divide a minute, an hour or a day.
-constexpr double kTimeSteps[] = {0.001, 0.002, 0.005, 0.01,  0.02,  0.05,  0.1,  0.2,      0.5,     1,
-                                 2,     5,     10,    15,    30,    60,    120,  300,      600,     900,
-                                 1800,  3600,  7200,  10800, 21600, 43200, kDay, 2 * kDay, 7 * kDay};
-
-/// A half of the smallest step, in days: what a sum of steps may lack.
-constexpr double kHalfMillisecond = 0.0005 / kDay;
+constexpr double kTimeSteps[] = {0.001, 0.002, 0.005, 0.01,     0.02,     0.05,     0.1,      0.2,
+                                 0.5,   1,     2,     5,        10,       15,       30,       60,
+                                 120,   300,   600,   900,      1800,     3600,     7200,     10800,
+                                 21600, 43200, kDay,  2 * kDay, 3 * kDay, 5 * kDay, 7 * kDay, 14 * kDay};
 
 }  // namespace
 
@@ -38,10 +36,9 @@ int TimeTicker::getSubTickCount(double) {
 }
 
 QString TimeTicker::getTickLabel(double tick, const QLocale&, QChar, int) {
-  const double stamp = tick + kHalfMillisecond;
   const bool fine = milliseconds || span_ * kDay < tickCount();
-  std::string text = FormatDate(stamp, AxisPicture(fine, sidereal));
-  if (span_ > 1 && !sidereal) text += "\n" + FormatDate(stamp, "YYYY-MM-DD");
+  std::string text = FormatDate(tick, AxisPicture(fine, sidereal));
+  if (span_ > 1 && !sidereal) text += "\n" + FormatDate(tick, "YYYY-MM-DD");
   return ToQString(text);
 }
 
