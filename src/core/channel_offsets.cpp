@@ -43,7 +43,7 @@ void ChannelOffsets::cmdCHDown() {
 
 void ChannelOffsets::UpdateChannelOffsetControls() {
   WindowState& view = window_.view;
-  view.OffsetChannel = std::clamp(view.OffsetChannel, 0, kChannels - 1);
+  view.OffsetChannel = std::clamp(view.OffsetChannel, 0, std::clamp(window_.run.ChannelCount, 1, kChannels) - 1);
   view.OffsetText = NumberText(window_.run.ChannelOffset[view.OffsetChannel]);
 }
 

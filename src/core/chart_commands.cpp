@@ -5,6 +5,7 @@
 
 #include "config/settings_table.h"
 #include "core/chart_look_store.h"
+#include "files/auto_title.h"
 #include "model/channel_table.h"
 #include "text/number.h"
 #include "timebase/time_text.h"
@@ -204,6 +205,12 @@ void ChartCommands::mnuRememberXY() {
   view_.mnuRecallXY = true;
 }
 
+void ChartCommands::RememberYMax() {
+  if (!window_.views.remembered) return mnuRememberXY();
+  window_.views.remembered->yMax = chart_.YAxisMax;
+  view_.mnuRecallXY = true;
+}
+
 void ChartCommands::mnuRecallXY() {
   if (window_.views.remembered) ZoomTo(*window_.views.remembered);
 }
@@ -224,12 +231,14 @@ void ChartCommands::mnuSetYminToZero() {
 void ChartCommands::LeaveTool() {
   chart_.Mode = RunOn() && chart_.AutoScroll ? ChartMode::Tracking : ChartMode::Browsing;
   chart_.CursorChannel = -1;
+  CheckArrowColors();
   ++chart_.RepaintRequests;
 }
 
 void ChartCommands::cmdCursor() {
   if (chart_.Mode == ChartMode::Cursor) return LeaveTool();
   chart_.Mode = ChartMode::Cursor;
+  CheckArrowColors();
   ++chart_.RepaintRequests;
 }
 
@@ -237,6 +246,7 @@ void ChartCommands::cmdZoom() {
   if (chart_.Mode == ChartMode::Zoom) return LeaveTool();
   chart_.Mode = ChartMode::Zoom;
   chart_.CursorChannel = -1;
+  CheckArrowColors();
   ++chart_.RepaintRequests;
 }
 
@@ -351,28 +361,46 @@ void ChartCommands::ShowLastMessage() {
 
 void ChartCommands::UpdateAfterOptionsChange() {
   const Settings& settings = session_.settings;
+  const bool loaded = window_.save.LoadedFromFile || window_.save.Loading;
   TakeLook();
-  view_.StatusBarShown = settings.ShowStatusBar;
-  chart_.AutoScale = settings.AutoScale;
-  chart_.XAxisLabel = settings.XALabel;
-  chart_.YAxisLabel = settings.YALabel;
-  if (RunOn()) {
-    if (chart_.AutoScale) FitY(chart_, window_.run.ChannelCount);
-  } else if (!window_.save.LoadedFromFile && !window_.save.Loading && chart_.Count() == 0) {
-    window_.run.ChannelCount = std::max(ActiveChannels(settings), 1);
-    for (int channel = 0; channel < kChannels; ++channel) chart_.ChannelName[channel] = settings.ChannelLabel[channel];
-    chart_.SetChannelCount(window_.run.ChannelCount);
-    chart_.Mode = ChartMode::Browsing;
-    SetRange(chart_, {chart_.XAxisMin, chart_.XAxisMax, 0, settings.AutoScale ? 1 : settings.ChartYaxisMax});
+  if (!loaded) {
+    chart_.XAxisLabel = settings.XALabel;
+    chart_.YAxisLabel = settings.YALabel;
   }
+  if (!loaded && !RunOn() && !window_.run.Starting && chart_.Count() == 0) PrepareEmptyChart();
+  TakeScale();
   if (settings.AutoTitle) chart_.Title.clear();
+  if (RunOn() || chart_.Count() > 0) DoAutoTitle(session_, window_);
   ShowChartLegend();
   ShowArrows();
   CheckScrollEnabled();
 }
 
+void ChartCommands::PrepareEmptyChart() {
+  const Settings& settings = session_.settings;
+  window_.run.ChannelCount = std::max(ActiveChannels(settings), 1);
+  for (int channel = 0; channel < kChannels; ++channel) chart_.ChannelName[channel] = settings.ChannelLabel[channel];
+  chart_.SetChannelCount(window_.run.ChannelCount);
+  chart_.Mode = ChartMode::Browsing;
+  chart_.AutoScale = settings.AutoScale;
+  SetRange(chart_, {chart_.XAxisMin, chart_.XAxisMax, 0, settings.AutoScale ? 1 : settings.ChartYaxisMax});
+}
+
+// A range that a person has chosen stays while the settings of the scale do.
+void ChartCommands::TakeScale() {
+  const Settings& settings = session_.settings;
+  const bool changed = settings.AutoScale != takenAutoScale_ || settings.ChartYaxisMax != takenYaxisMax_;
+  takenAutoScale_ = settings.AutoScale;
+  takenYaxisMax_ = settings.ChartYaxisMax;
+  if (!changed || chart_.Count() == 0) return;
+  chart_.AutoScale = settings.AutoScale;
+  if (chart_.AutoScale) return FitY(chart_, window_.run.ChannelCount);
+  SetRange(chart_, {chart_.XAxisMin, chart_.XAxisMax, 0, settings.ChartYaxisMax});
+}
+
 void ChartCommands::TakeLook() {
   window_.look = LoadChartLook(session_);
+  view_.StatusBarShown = session_.settings.ShowStatusBar;
   ++chart_.RepaintRequests;
 }
 

@@ -59,6 +59,8 @@ class ChartCommands {
   void RestoreChartViewParams();
 
   void mnuRememberXY();
+  /// At the end of a run: the top of the y axis goes into the remembered range, all of it when there is none.
+  void RememberYMax();
   void mnuRecallXY();
   void mnuRestoreXYtoDefaults();
   void mnuSetYminToZero();
@@ -114,6 +116,8 @@ class ChartCommands {
  private:
   void EndManualScroll();
   void LeaveTool();
+  void PrepareEmptyChart();
+  void TakeScale();
   bool RunOn() const { return window_.run.ChartRunning; }
   std::string CursorText(std::int32_t index) const;
   int NearestChannel(std::int32_t index, double y) const;
@@ -122,6 +126,8 @@ class ChartCommands {
   ChartWindow& window_;
   StripChart& chart_;
   WindowState& view_;
+  bool takenAutoScale_ = true;  // as the chart has the settings of its scale
+  double takenYaxisMax_ = 0;
 };
 
 }  // namespace tarvolt

@@ -26,6 +26,7 @@ void ChartCommands::mnuChartView() {
 void ChartCommands::CloseChartViews() {
   view_.ChartViewShown = false;
   window_.views.saved.reset();
+  window_.views.full.reset();
 }
 
 }  // namespace tarvolt

@@ -26,8 +26,9 @@ class ChartRun {
   /// Tries again to save what the disk refused, when something waits.
   void RetrySaves();
 
-  /// Asks about a chart that was never saved. May yield.
-  void AskToSave();
+  /// Asks about a chart that was never saved. False when it was to be saved and is not: the person cancelled the name,
+  /// or the disk refused, which is told and makes the samples wait for it. May yield.
+  bool AskToSave();
 
   /// Puts a chart that the disk refused to take out of the way of the next one, to be saved when there is room. False
   /// when too many wait already: then the chart must stay.

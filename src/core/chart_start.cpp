@@ -4,6 +4,7 @@
 #include "config/profile.h"
 #include "core/chart_run.h"
 #include "core/observer_entries.h"
+#include "core/observer_notes.h"
 #include "core/run_metadata.h"
 #include "files/auto_title.h"
 #include "files/header_info.h"
@@ -47,8 +48,8 @@ bool ChartRun::RunTheStart(const std::string& profile) {
   if (!CheckSources()) return false;
   recorder_.triggers.OpenDevices();
   window_.notes.clear();
+  if (!AskToSave() && !recorder_.saveFailed) return false;
   if (!SetUnsavedAside()) return Refuse("The last chart waits for room on the disk, and no more can wait with it.");
-  AskToSave();
   ShowModeStatus();
   ClearForNewRun();
   BuildMetadata();
@@ -73,6 +74,7 @@ bool ChartRun::RunTheStart(const std::string& profile) {
   ShowStarted();
   run_.ChartRunning = true;
   run_.chartState = ChartState::Armed;
+  recorder_.commands.ShowArrows();
   recorder_.images.RunStarted();
   return true;
 }
@@ -86,6 +88,7 @@ void ChartRun::LoadRunProfile(const std::string& profile) {
     session_.Add2SLog("Could not load the profile " + profile + ": " + problem);
   }
   recorder_.triggers.FollowSetting();
+  ReadNotes(session_);
 }
 
 void ChartRun::ResetRunState() {
@@ -110,6 +113,7 @@ void ChartRun::ResetRunState() {
   run_.ShownChannel = 0;
   view_.ValueLabel.clear();
   view_.LeftStatus.clear();
+  view_.StatusHold = kStatusFree;
   recorder_.sources = SourcesInUse{};
 }
 
@@ -158,14 +162,16 @@ bool ChartRun::SetUnsavedAside() {
   return !recorder_.saveFailed;
 }
 
-void ChartRun::AskToSave() {
-  if (!run_.DataNeedsSave || !HasData() || !session_.settings.ShowMsgBox) return;
+bool ChartRun::AskToSave() {
+  if (!run_.DataNeedsSave || !HasData() || !session_.settings.ShowMsgBox) return true;
   const Question question{"Data Not Saved", "The last chart was not saved.\nDo you want to save it now?",
                           Buttons::YesNo, Answer::No};
-  if (session_.host.dialogs.Ask(question) != Answer::Yes) return;
+  if (session_.host.dialogs.Ask(question) != Answer::Yes) return true;
   window_.save.UserAskedSave = true;
-  CheckForSave(session_, window_, true);
+  const SaveOutcome outcome = CheckForSave(session_, window_, true);
   window_.save.UserAskedSave = false;
+  recorder_.saveFailed = outcome == SaveOutcome::Failed;
+  return outcome == SaveOutcome::Saved;
 }
 
 void ChartRun::ShowModeStatus() {
@@ -252,13 +258,12 @@ void ChartRun::PrepareChart() {
     chart.ChannelName[channel] = session_.settings.ChannelLabel[channel];
     window_.channelLabels[channel] = session_.settings.ChannelLabel[channel];
   }
+  recorder_.commands.TakeLook();
   recorder_.commands.ShowChartLegend();
-  recorder_.commands.ShowArrows();
   chart.TimeMarker.reset();
   chart.CursorChannel = -1;
   chart.AutoScale = session_.settings.AutoScale;
-  chart.YAxisMin = 0;
-  chart.YAxisMax = chart.AutoScale ? 1 : session_.settings.ChartYaxisMax;
+  SetRange(chart, {chart.XAxisMin, chart.XAxisMax, 0, chart.AutoScale ? 1 : session_.settings.ChartYaxisMax});
 }
 
 void ChartRun::AddTimingMetadata() {
@@ -352,6 +357,7 @@ void ChartRun::FollowChannelCount() {
   if (run_.ChannelCount == ActiveChannels(session_.settings)) return;
   TakeNotesAndHeader();
   recorder_.backup.InitLocalBU();
+  recorder_.commands.ShowChartLegend();
 }
 
 void ChartRun::ShowStarted() {

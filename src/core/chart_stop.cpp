@@ -22,8 +22,7 @@ void ChartRun::StopChart() {
   EnableCommands();
   recorder_.offsets.Close();
   AskToKeepOffsets();
-  recorder_.commands.mnuRememberXY();
-  window_.chart.AutoScroll = false;
+  recorder_.commands.RememberYMax();
   recorder_.commands.cmdFullView();
   SaveAtStop();
   view_.StatusText += "   Samples: " + NumberText(std::int64_t{run_.TotalSamples});
@@ -40,6 +39,7 @@ void ChartRun::StopTimers() {
   recorder_.LoTime1->SetEnabled(false);
   run_.TickBusy = false;
   recorder_.average.Clear();
+  view_.StatusHold = kStatusFree;
   recorder_.images.RunStopped();
   recorder_.TimerKeepAlive->SetInterval(kKeepAliveIdle);
   if (window_.chart.AutoScale) window_.chart.ScaleYToData();
@@ -102,7 +102,7 @@ void ChartRun::EnableCommands() {
   view_.LoadCommands = true;
   view_.InfoCommands = true;
   view_.cmdStart = true;
-  window_.chart.AutoScale = session_.settings.AutoScale;
+  if (session_.settings.AutoScale) window_.chart.AutoScale = true;
 }
 
 void ChartRun::AskToKeepOffsets() {

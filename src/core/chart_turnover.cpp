@@ -60,6 +60,7 @@ void ChartRun::StopLogging() {
 void ChartRun::StartNextLog(bool timerWasOn) {
   view_.Title = " New Data Log Started at " + recorder_.LocalTimeText();
   window_.chart.ClearData();
+  window_.chart.SetCapacity(session_.settings.MaxArrayCount);
   window_.notations = Notations{};  // they stand in the file of the log that has ended
   window_.header.start = 0;
   window_.header.end = 0;
@@ -83,6 +84,9 @@ void ChartRun::RestartChart() {
   run_.DataNeedsSave = false;
   window_.save.SavedAs.clear();
   recorder_.commands.CloseChartViews();
+  window_.chart.Mode = ChartMode::Tracking;
+  window_.chart.TimeMarker.reset();
+  window_.chart.CursorChannel = -1;
   run_.LastDcount = 0;
   // A log's stamps rise by themselves: a sidereal day, or the midnight of TimeRefZero, may begin again with it.
   run_.LastStamp = 0;

@@ -121,6 +121,7 @@ bool FormMain::RunCommand(const SlashCommand& command) {
 }
 
 bool FormMain::MakeRoomForLoad() {
+  if (!chartRun_.AskToSave() && !recorder_.saveFailed) return false;
   if (chartRun_.SetUnsavedAside()) return true;
   session_.Add2SLog("The last chart waits for room on the disk: no file can be loaded in its place.");
   return false;
@@ -130,6 +131,7 @@ bool FormMain::LoadProfile(const std::string& path) {
   std::string problem;
   if (LoadProfileFile(session_.host.files, path, session_.overrides, session_.home.string(), session_.settings,
                       problem)) {
+    ReadNotes();
     UpdateAfterOptionsChange();
     AddProfileFile(session_.recent, path);
     session_.Add2SLog("Loaded Profile " + std::filesystem::path(path).filename().string());

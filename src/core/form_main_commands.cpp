@@ -4,6 +4,7 @@
 #include "core/form_main.h"
 #include "core/observer_entries.h"
 #include "core/priority.h"
+#include "files/backup_source.h"
 #include "files/saving.h"
 
 namespace tarvolt {
@@ -35,6 +36,10 @@ void FormMain::cmdStart() {
 void FormMain::mnuSave() {
   ChartWindow& window = recorder_.window;
   if (window.run.Starting || window.run.Stopping || window.save.Loading) return;
+  if (window.run.ChartRunning && LastIndexOfRun(session_, window) < 2) {
+    session_.Tell("Tarvolt", "There is not enough data to save.");
+    return;
+  }
   if (window.run.ChartRunning) {
     const FlagSet force(window.run.ForceSave);
     MaxedOut(MaxedOutMode::LimitReached);

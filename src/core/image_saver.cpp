@@ -36,7 +36,8 @@ void ImageSaver::PlanNext(TimeStamp next) {
 }
 
 void ImageSaver::mnuSaveFTPImage() {
-  session_.settings.SaveFTPImage = !session_.settings.SaveFTPImage;
+  session_.settings.SaveFTPImage = !IsOn();
+  startedByRun_ = false;
   session_.store.SaveSetting(Section::Settings, "SaveFTPImage", session_.settings.SaveFTPImage ? "True" : "False");
   if (session_.settings.SaveFTPImage) PlanNext(NowPrecise(session_.host.clock) + Period());
 }

@@ -36,11 +36,10 @@ void KeepAlive::Fire() {
 
 // True when no message holds the status line. One that has had its time is taken off.
 bool KeepAlive::ReleaseStatusLine() {
-  constexpr int kReleased = 120;
   WindowState& view = window_.view;
-  if (view.StatusHold >= kReleased) return true;
-  if (++view.StatusHold == kReleased) view.StatusText.clear();
-  return view.StatusHold >= kReleased;
+  if (view.StatusHold >= kStatusFree) return true;
+  if (++view.StatusHold == kStatusFree) view.StatusText.clear();
+  return view.StatusHold >= kStatusFree;
 }
 
 void KeepAlive::ShowRate(double seconds) {
@@ -49,7 +48,7 @@ void KeepAlive::ShowRate(double seconds) {
   const bool slow = settings.SampleRate > recorder_.TimerKeepAlive->Interval();
   const std::string rate = slow ? SlowRateText(seconds) : run.Dcount > run.LastDcount ? RateText(seconds) : "";
   if (slow || !rate.empty()) {
-    const bool notSaving = settings.MiniServer && !settings.DiskBackUp;
+    const bool notSaving = run.MiniServer && !run.DiskBackUp;
     window_.view.LeftStatus = std::string(notSaving ? "NOT SAVING " : "") + rate +
                               "   Samples: " + NumberText(std::int64_t{run.TotalSamples});
   }

@@ -38,7 +38,7 @@ std::optional<OptionsProblem> ReadyDataDirectory(Session& session, const Setting
       "Your specified Data Directory:\n" + draft.DataDirectory + "\nis not found.\nDo you want it to be created?",
       Buttons::YesNo, Answer::Yes};
   const bool isOwn = folder == session.home / "Data";
-  if (!isOwn && session.settings.ShowMsgBox && session.host.dialogs.Ask(question) != Answer::Yes) {
+  if (!isOwn && draft.ShowMsgBox && session.host.dialogs.Ask(question) != Answer::Yes) {
     return refusal("The Data Directory " + draft.DataDirectory + " is not found.");
   }
   std::error_code error;

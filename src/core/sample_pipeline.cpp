@@ -63,7 +63,7 @@ bool SamplePipeline::PollUds() {
   const UdsClient::PollResult result = recorder_.uds.Poll();
   if (result == UdsClient::PollResult::Answered && run_.ChartRunning) return true;
   run_.TickBusy = false;
-  if (run_.ChartRunning) {
+  if (run_.ChartRunning && result == UdsClient::PollResult::LinkLost) {
     session_.Tell("Tarvolt", "Connection Lost with UDS");
     session_.Add2SLog("Lost UDS Connection Stopping Chart.");
     recorder_.control.StopChart();
@@ -175,7 +175,7 @@ void SamplePipeline::ResetExtremes() {
 
 void SamplePipeline::CheckLimits() {
   const Settings& settings = session_.settings;
-  if (run_.Dcount >= settings.MaxArrayCount || storeRefused_) {
+  if (run_.Dcount >= std::min(settings.MaxArrayCount, window_.chart.Capacity()) || storeRefused_) {
     recorder_.control.MaxedOut(MaxedOutMode::LimitReached);
   } else if (!settings.UseRestartTime && run_.CurrentStamp >= run_.ChartEndTime) {
     recorder_.control.MaxedOut(MaxedOutMode::LimitReached);

@@ -2,6 +2,7 @@
 
 #include "config/profile.h"
 #include "core/form_main.h"
+#include "core/observer_notes.h"
 #include "core/priority.h"
 #include "core/version.h"
 #include "files/header_info.h"
@@ -11,13 +12,6 @@
 #include "timebase/time_base.h"
 
 namespace tarvolt {
-
-namespace {
-
-/// The observer's notes are read up to this many bytes.
-constexpr std::size_t kNotesLimit = 1 << 20;
-
-}  // namespace
 
 bool FormMain::Form_Load(const std::string& commandLine) {
   session_.store.Load();
@@ -137,12 +131,7 @@ void FormMain::CheckIdentity() {
 }
 
 void FormMain::ReadNotes() {
-  std::error_code error;
-  const std::unique_ptr<File> file = session_.host.files.Open(session_.settings.NotesFileName, OpenMode::Read, error);
-  if (!file) return;
-  std::string notes(kNotesLimit, '\0');
-  notes.resize(file->Read(notes.data(), notes.size(), error));
-  session_.notes = notes;
+  tarvolt::ReadNotes(session_);
 }
 
 // The name holds the moment of the start, so it is taken once; a data folder that is not there yet is left for the

@@ -41,6 +41,8 @@ void ClearChart(ChartWindow& window) {
   window.save.PendingNotes.clear();
   window.save.SavedAs.clear();
   window.save.LoadedFromFile = false;
+  window.save.BackupActive = false;
+  window.run.DataNeedsSave = false;
   window.run.Dcount = 0;
   window.run.TotalSamples = 0;
   window.run.StoreStart = 0;

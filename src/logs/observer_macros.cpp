@@ -39,12 +39,16 @@ std::string CleanOMacroText(std::string_view text, std::size_t longest) {
   return clean;
 }
 
+// The default of the key, which stands for a button that nobody has configured.
+constexpr std::string_view kUnsetMacro = " text";
+
 OMacroSet GetOMacros(const SettingsStore& store) {
   OMacroSet macros;
   for (int i = 0; i < kOMacros; ++i) {
     const auto stored = [&](const char* base) { return store.GetSetting(Section::Settings, KeyOf(base, i)); };
     macros[i].caption = CleanOMacroText(stored("oMacroCaption"), OMacro::kLongestCaption);
-    macros[i].text = CleanOMacroText(stored("oMacro"), OMacro::kLongestText);
+    const std::string text = stored("oMacro");
+    if (text != kUnsetMacro) macros[i].text = CleanOMacroText(text, OMacro::kLongestText);
   }
   return macros;
 }

@@ -5,6 +5,9 @@
 
 namespace tarvolt {
 
+/// Firings of TimerKeepAlive after which the status line is free again.
+inline constexpr int kStatusFree = 120;
+
 /// What a person would see of a window, as data. Rules write it; forms and tests read it.
 struct WindowState {
   std::string Title;
@@ -40,8 +43,8 @@ struct WindowState {
   int OffsetChannel = 0;   ///< counted from 0
   std::string OffsetText;  ///< TxtOffset
 
-  /// Firings of TimerKeepAlive for which the status line keeps its message; at 120 it is free.
-  int StatusHold = 120;
+  /// Firings of TimerKeepAlive since the status line holds a message; at kStatusFree it is released.
+  int StatusHold = kStatusFree;
 };
 
 }  // namespace tarvolt

@@ -39,6 +39,7 @@ std::string ProgramName(std::string_view commandLine) {
 struct Link {
   std::unique_ptr<SocketControl> socket;
   bool open = true;
+  bool answerDue = false;  ///< a set was asked for and has not come yet
   std::string errorWords;
   std::string pending;    ///< whole messages still to be acted on
   std::size_t acted = 0;  ///< bytes of them that are done with
@@ -214,12 +215,17 @@ UdsClient::PollResult UdsClient::Poll() {
   const std::shared_ptr<Link> link = state.link;
   const RunState& run = state.window.run;
   state.window.run.AbortFlag = false;
-  state.dispatch.UDSDataDone = false;
-  link->socket->Write(UdsWord("GETD"));
+  if (!link->answerDue) {
+    state.dispatch.UDSDataDone = false;
+    link->socket->Write(UdsWord("GETD"));
+  }
+  link->answerDue = true;
   do {
     state.session.host.loop.Yield();
     if (!link->open || run.ChartStopped) return PollResult::LinkLost;
   } while (!state.dispatch.UDSDataDone && !state.GivenUp());
+  if (!state.dispatch.UDSDataDone) return PollResult::GivenUp;
+  link->answerDue = false;
   return PollResult::Answered;
 }
 

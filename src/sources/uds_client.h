@@ -26,7 +26,8 @@ class UdsClient {
   bool UDSConnect();
 
   enum class PollResult {
-    Answered,  ///< the set has ended, or Escape was pressed; the values are in the sums
+    Answered,  ///< the set has ended; the values are in the sums
+    GivenUp,   ///< Escape was pressed; the answer is still to come and will be that of the next poll
     LinkLost   ///< there is no link, or it was lost or the run stopped during the wait
   };
 

@@ -33,6 +33,10 @@ TEST(DesktopDialogs, AnEndWithoutAPersonWaitsForNone) {
   DesktopDialogs dialogs;
   WhenOpen([&dialogs](QWidget&) { dialogs.EndWaiting(); });
   EXPECT_EQ(dialogs.Ask({"Save", "Save it?", Buttons::YesNo, Answer::Yes}), Answer::Yes);
+  DesktopDialogs waiting;
+  WhenOpen([&waiting](QWidget&) { waiting.EndWaiting(); });
+  EXPECT_EQ(waiting.AskSaveFile({"Save", "/folder", "b.tvd", ".tvd", "data|*.tvd"}), "/folder/b.tvd")
+      << "a run whose name was asked for is saved";
   EXPECT_EQ(dialogs.Ask({"Save", "Save it?", Buttons::YesNoCancel, Answer::No}), Answer::No);
   EXPECT_EQ(dialogs.AskSaveFile({"Save", "/folder", "a.tvd", ".tvd", "data|*.tvd"}), "/folder/a.tvd");
   EXPECT_EQ(dialogs.AskOpenFile({"Load", "/folder", "", ".tvd", "data|*.tvd"}), std::nullopt);

@@ -61,7 +61,8 @@ StationOptions ParseStationOptions(const std::string& program, const std::string
       ->take_all()
       ->expected(1);
   app.add_option("--mode", mode, "standalone, server or client")->check(CLI::IsMember(kModes, CLI::ignore_case));
-  app.add_flag("--start", options.start, "Start a chart at once, and end when it has ended");
+  const std::string end = program == "tarvoltd" ? ", and end when it has ended" : "";
+  app.add_flag("--start", options.start, "Start a chart at once" + end);
   app.add_option("--seconds", options.seconds, "End after so many seconds of recording")
       ->check(CLI::Range(0.001, 2147483.0));
   app.add_flag("--quiet", options.quiet, "Print nothing but errors");

@@ -17,7 +17,10 @@ DesktopStation::DesktopStation(const Host& host, DesktopDialogs& dialogs, const 
                                const std::filesystem::path& home)
     : options_(options), dialogs_(dialogs), session_(host, home), form_(session_) {
   session_.overrides = options.overrides;
-  endTimer_ = host.loop.MakeTimer([this] { form_.RequestEnd(); });
+  endTimer_ = host.loop.MakeTimer([this] {
+    dialogs_.EndWaiting();
+    form_.RequestEnd();
+  });
 }
 
 int DesktopStation::Run() {
@@ -32,7 +35,8 @@ int DesktopStation::Run() {
   window_->show();
   int result = Load();
   if (result == kSuccess && !form_.EndRequested()) StartAsAsked();
-  while (result == kSuccess && !form_.EndRequested()) session_.host.loop.Yield();
+  const bool stays = result == kSuccess || !IsUnattended();  // a person reads in the window what is wrong
+  while (stays && !form_.EndRequested()) session_.host.loop.Yield();
   form_.Form_Unload();
   if (form_.HasUnsavedSamples()) result = kFailed;
   window_.reset();

@@ -31,7 +31,7 @@ void ChartSideWindows::ShowInfo(bool shown) {
     info_ = new FormFileInfo(owner_);
     info_->OnClosed([this] { commands_.UnloadMyInfoFile(); });
   }
-  if (shown) info_->Fill(window_);
+  if (shown) info_->Fill(window_, session_.settings.DisplayWest);
   info_->setVisible(shown);
 }
 

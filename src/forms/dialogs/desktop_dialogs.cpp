@@ -40,10 +40,6 @@ QMessageBox::StandardButtons ButtonsOf(Buttons buttons) {
   return QMessageBox::Ok;
 }
 
-QString PathIn(const std::string& folder, const std::string& fileName) {
-  return ToQString((std::filesystem::path(folder) / fileName).string());
-}
-
 }  // namespace
 
 QString QtFilter(const std::string& filter) {
@@ -93,13 +89,20 @@ Answer DesktopDialogs::Ask(const Question& question) {
   return question.defaultAnswer;
 }
 
+// The ending is put behind a name before the question whether to write over an existing file, so that none is lost. A
+// program that is to end saves under the name that it proposed.
 std::optional<std::string> DesktopDialogs::AskSaveFile(const SaveFileRequest& request) {
-  if (ending_) return (std::filesystem::path(request.folder) / request.fileName).string();
-  QString name = QFileDialog::getSaveFileName(parent_, ToQString(request.title),
-                                              PathIn(request.folder, request.fileName), QtFilter(request.filter));
-  if (name.isEmpty()) return std::nullopt;
-  if (QFileInfo(name).suffix().isEmpty()) name += ToQString(request.extension);
-  return FromQString(name);
+  const std::string proposed = (std::filesystem::path(request.folder) / request.fileName).string();
+  if (ending_) return proposed;
+  QFileDialog dialog(parent_, ToQString(request.title), ToQString(request.folder), QtFilter(request.filter));
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setFileMode(QFileDialog::AnyFile);
+  dialog.setDefaultSuffix(ToQString(request.extension).remove(QLatin1Char('.')));
+  dialog.selectFile(ToQString(request.fileName));
+  const bool accepted = dialog.exec() == QDialog::Accepted;
+  if (ending_) return proposed;
+  if (!accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+  return FromQString(dialog.selectedFiles().front());
 }
 
 std::optional<std::string> DesktopDialogs::AskOpenFile(const OpenFileRequest& request) {

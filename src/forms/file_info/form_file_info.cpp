@@ -33,6 +33,14 @@ void AddRow(QTableWidget* table, const std::vector<std::string>& texts) {
     table->setItem(row, static_cast<int>(column), new QTableWidgetItem(ToQString(Trim(texts[column]))));
 }
 
+std::string LatitudeText(double latitude) {
+  return latitude <= kUnsetPosition ? "unknown" : FormatLatitude(latitude);
+}
+
+std::string DateAndTime(TimeStamp stamp) {
+  return FormatDate(stamp, "YYYY-MM-DD hh:nn:ss");
+}
+
 std::string WholeTime(TimeStamp stamp) {
   return FormatDate(stamp, "YYYY-MM-DD hh:nn:ss.zzz");
 }
@@ -55,18 +63,18 @@ FormFileInfo::FormFileInfo(QWidget* parent) : QWidget(parent, Qt::Window) {
   resize(560, 420);
 }
 
-void FormFileInfo::Fill(const ChartWindow& window) {
+void FormFileInfo::Fill(const ChartWindow& window, bool displayWest) {
   for (QTableWidget* table : {header_, metadata_, notations_}) table->setRowCount(0);
   const DataFileHeader& header = window.header;
   AddRow(header_, {"Local Name", header.localName});
   AddRow(header_, {"Observer", header.author});
   AddRow(header_, {"Location", header.location});
-  AddRow(header_, {"Latitude", FormatLatitude(header.latitude)});
-  AddRow(header_, {"Longitude", FormatLongitude(header.longitude)});
+  AddRow(header_, {"Latitude", LatitudeText(header.latitude)});
+  AddRow(header_, {"Longitude", LongitudeForDisplay(header.longitude, displayWest)});
   AddRow(header_, {"Time Zone", NumberText(std::int64_t{header.timeZone})});
   AddRow(header_, {"Source", header.source});
-  AddRow(header_, {"Start", WholeTime(header.start)});
-  AddRow(header_, {"End", WholeTime(header.end)});
+  AddRow(header_, {"Start", DateAndTime(header.start)});
+  AddRow(header_, {"End", DateAndTime(header.end)});
   AddRow(header_, {"Time Base", window.run.ChartIsLMST ? "LMST" : window.run.ChartIsUT ? "UT" : "Local"});
   AddRow(header_, {"Samples", NumberText(std::int64_t{window.chart.Count()})});
   AddRow(header_, {"Channels", NumberText(std::int64_t{window.chart.ChannelCount()})});

@@ -15,8 +15,8 @@ class FormFileInfo final : public QWidget {
  public:
   explicit FormFileInfo(QWidget* parent);
 
-  /// Shows the window's chart as it is now.
-  void Fill(const ChartWindow& window);
+  /// Shows the window's chart as it is now, longitudes counted to the west or to the east.
+  void Fill(const ChartWindow& window, bool displayWest);
 
   /// Called when a person closes it.
   void OnClosed(std::function<void()> closed) { closed_ = std::move(closed); }

@@ -76,6 +76,9 @@ MainWindow::MainWindow(Session& session, FormMain& form)
 }
 
 MainWindow::~MainWindow() {
+  StoreGeometry();
+  form_.Images().SetDraw({});
+  form_.Loads().SetForms({});
   form_.OLog().OnOpen({});
   if (!olog_) return;
   if (form_.OLog().IsOpen()) olog_->SaveUnasked();
@@ -186,7 +189,6 @@ void MainWindow::dropEvent(QDropEvent* event) {
 
 // Closing asks the recorder to end; the program's loop then leaves, saves and lets the window go.
 void MainWindow::closeEvent(QCloseEvent* event) {
-  StoreGeometry();
   event->ignore();
   items_.RunLater([this] {
     if (ObserverLogMayEnd()) form_.RequestEnd();
@@ -226,8 +228,7 @@ void MainWindow::ScrollKey(int key) {
 void MainWindow::RestoreGeometry() {
   resize(PixelsOf(session_, "Width", kLeastWidth), PixelsOf(session_, "Height", kLeastHeight));
   QPoint corner(PixelsOf(session_, "Left", 0), PixelsOf(session_, "Top", 0));
-  const QScreen* screen = QGuiApplication::primaryScreen();
-  if (screen != nullptr && !screen->availableGeometry().contains(corner)) corner = QPoint(0, 0);
+  if (QGuiApplication::screenAt(corner) == nullptr) corner = QPoint(0, 0);
   move(corner);
 }
 

@@ -31,6 +31,7 @@ class MainWindow final : public QMainWindow {
   MainWindow(Session& session, FormMain& form);
 
   /// What is unsaved in the observer log is saved without a question.
+  /// Keeps its place on the screen for the next start.
   ~MainWindow() override;
 
   /// Copies the state to the widgets; draws when the chart has asked for it.

@@ -40,6 +40,7 @@ FormSessionLog::FormSessionLog(Session& session, QWidget* parent) : QWidget(pare
     while (text.endsWith(QLatin1Char('\n')) || text.endsWith(QLatin1Char('\r'))) text.chop(1);
     text_->appendPlainText(text);
     text_->moveCursor(QTextCursor::End);
+    RefreshTitle();
   });
 }
 

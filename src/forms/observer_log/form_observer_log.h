@@ -71,6 +71,7 @@ class FormObserverLog final : public QMainWindow {
   void LoadFile(const std::string& path);
   bool Save();
   bool SaveAs();
+  bool HasTextToSave() const;  ///< told when there is none
   bool SaveTold(const std::filesystem::path& file);
   bool WriteTo(const std::filesystem::path& file, std::string& problem);
   bool MayReplaceText();

@@ -66,14 +66,18 @@ std::filesystem::path FormObserverLog::ProposedName() const {
 }
 
 bool FormObserverLog::Save() {
-  return hasFile_ ? SaveTold(file_) : SaveAs();
+  if (!hasFile_) return SaveAs();
+  return HasTextToSave() && SaveTold(file_);
+}
+
+bool FormObserverLog::HasTextToSave() const {
+  if (!text_->document()->isEmpty()) return true;
+  session_.host.dialogs.ShowMessage(kTitle, "There is nothing to save.");
+  return false;
 }
 
 bool FormObserverLog::SaveAs() {
-  if (text_->document()->isEmpty()) {
-    session_.host.dialogs.ShowMessage(kTitle, "There is nothing to save.");
-    return false;
-  }
+  if (!HasTextToSave()) return false;
   const std::filesystem::path name = ProposedName();
   std::error_code ignored;
   session_.host.files.MakeFolders(name.parent_path(), ignored);
@@ -158,8 +162,11 @@ bool FormObserverLog::AskToSave(const char* title, const std::string& text) {
 
 void FormObserverLog::Load() {
   if (!MayReplaceText()) return;
+  const int revision = text_->document()->revision();
   const auto chosen = AskOpen("Load Observer Log", Filter(Ending()));
-  if (chosen) LoadFile(*chosen);
+  if (!chosen) return;
+  const bool entriesCame = text_->document()->revision() != revision;
+  if (!entriesCame || MayReplaceText()) LoadFile(*chosen);
 }
 
 void FormObserverLog::LoadFile(const std::string& path) {

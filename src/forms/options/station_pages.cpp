@@ -105,8 +105,6 @@ OptionPage* MakeMessagesPage(OptionFields& fields, QWidget* parent) {
   page->Check("ShowMsgBox", QStringLiteral("Show message boxes"))
       .setToolTip(QStringLiteral("Without them nothing waits for a person: for a station that runs alone."));
   page->Check("Warn", QStringLiteral("Show warnings"));
-  page->Check("ShowHints", QStringLiteral("Show hints when the program starts"));
-  page->Check("AutoNews", QStringLiteral("Look for news"));
   page->Group(QStringLiteral("Remote administration"));
   page->Check("AllowRemoteAdmin", QStringLiteral("Allow remote administration"));
   page->Check("PromptForAdmin", QStringLiteral("Ask about it when the program ends"));

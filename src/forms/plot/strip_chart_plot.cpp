@@ -135,18 +135,25 @@ void StripChartPlot::TakeOverTexts() {
   legend->setBorderPen(QPen(ColorOf(window_.look.colors.AxisGridColor), 0));
   legend->setFont(FontOf(window_.look.fonts.labels));
   legend->setTextColor(ColorOf(window_.look.colors.LabelFontColor));
-  bool any = false;
+  TakeOverLegend();
+}
+
+// A channel that comes back stands in its old place: the items are taken out and put in again in their order.
+void StripChartPlot::TakeOverLegend() {
+  const StripChart& chart = window_.chart;
+  std::array<bool, kChannels> shown{};
   for (int channel = 0; channel < kChannels; ++channel) {
-    const bool shown = channel < chart.ChannelCount() && chart.ChannelVisible[channel] && chart.Count() > 0;
+    shown[channel] = channel < chart.ChannelCount() && chart.ChannelVisible[channel] && chart.Count() > 0;
     channels_[channel]->setName(ToQString(window_.view.Legend[channel]));
-    if (shown) {
-      channels_[channel]->addToLegend();
-    } else {
-      channels_[channel]->removeFromLegend();
-    }
-    any = any || shown;
   }
-  legend->setVisible(chart.LegendShown && any);
+  if (shown != inLegend_) {
+    for (ChannelPlottable* channel : channels_) channel->removeFromLegend();
+    for (int channel = 0; channel < kChannels; ++channel) {
+      if (shown[channel]) channels_[channel]->addToLegend();
+    }
+    inLegend_ = shown;
+  }
+  legend->setVisible(chart.LegendShown && legend->itemCount() > 0);
 }
 
 // An empty title would still take its row.

@@ -56,6 +56,7 @@ class StripChartPlot final : public QCustomPlot {
   void TakeOverAxis(QCPAxis& axis, ChartColor label, ChartColor major, ChartColor minor);
   void TakeOverTexts();
   void TakeOverTitle();
+  void TakeOverLegend();
   void ZoomToBand();
   double XOf(double pixel) const { return xAxis->pixelToCoord(pixel); }
   double YOf(double pixel) const { return yAxis->pixelToCoord(pixel) / scale_; }
@@ -66,6 +67,7 @@ class StripChartPlot final : public QCustomPlot {
   QSharedPointer<ValueTicker> valueTicker_;
   SharedEdges edges_;
   std::array<ChannelPlottable*, kChannels> channels_{};
+  std::array<bool, kChannels> inLegend_{};  ///< the library puts none there by itself
   ChartOverlay* overlay_;
   QCPTextElement* title_;
   QRubberBand band_;
