@@ -52,6 +52,7 @@ struct RunState {
   std::int32_t UpdateCount = 0;     ///< samples since the last repaint
 
   std::array<double, kChannels> ChannelValue{};
+  std::array<double, kChannels> MsgData{};  ///< numbers of the message link, which equations may read
   std::array<double, kChannels> ChannelSum{};
   std::array<double, kChannels> ChannelMin{};
   std::array<double, kChannels> ChannelMax{};
