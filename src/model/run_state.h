@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "config/settings.h"
+#include "model/equation_set.h"
 #include "timebase/time_base.h"
 
 namespace tarvolt {
@@ -41,6 +41,8 @@ struct RunState {
   bool UDSpush = false;
   bool MiniServer = false;  ///< of the log under way, as the next
   bool DiskBackUp = false;
+  bool ApplyToIncoming = false;
+  EquationSet Equations;  ///< that work on the run's samples
 
   int ChannelCount = 1;
   std::int32_t Dcount = 0;        ///< index that the next sample gets

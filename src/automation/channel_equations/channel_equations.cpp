@@ -7,11 +7,6 @@
 
 namespace tarvolt {
 
-bool EquationSet::Applies(int channel) const {
-  const auto row = static_cast<std::size_t>(channel);
-  return ApplyToCH[row] != 0 && !Trim(EquString[row]).empty();
-}
-
 void ChannelEquations::ApplyEquation(const EquationSet& set, int channels, const EquationSample& sample,
                                      RunState& run) {
   for (std::size_t i = 0; i < static_cast<std::size_t>(std::min(channels, kChannels)); ++i) {

@@ -5,21 +5,10 @@
 #include <string>
 
 #include "automation/channel_equations/compiled_program.h"
-#include "config/settings.h"
+#include "automation/channel_equations/equation_file.h"
+#include "model/equation_set.h"
 
 namespace tarvolt {
-
-/// The texts of the channels' equations and which of them apply.
-struct EquationSet {
-  std::array<std::string, kChannels> EquString;
-  std::array<std::int16_t, kChannels> ApplyToCH{};  ///< 1 when ticked
-
-  /// True when the channel is ticked and has an equation.
-  bool Applies(int channel) const;
-};
-
-/// Longer equations than this are not run: their channels keep their values.
-inline constexpr std::size_t kLongestChannelEquation = 4000;
 
 /// The equations of a window at work. An equation is compiled when it is first run or has changed; one that cannot be,
 /// or whose numbers cannot, is run as text with the same results.
