@@ -1,6 +1,5 @@
 #include <algorithm>
 
-
 #include "core/form_main.h"
 #include "text/number.h"
 
@@ -24,6 +23,11 @@ bool FormMain::ChartIsAtRest() const {
   return !run.ChartRunning && !run.Starting && !run.Stopping && !window.save.Loading;
 }
 
+bool FormMain::CanApplyFunction() const {
+  constexpr std::int32_t kLeastSamples = 5;
+  return ChartIsAtRest() && recorder_.window.view.ToolCommands && recorder_.window.chart.Count() >= kLeastSamples;
+}
+
 void FormMain::mnuChannelEquations() {
   if (!ChartIsAtRest() || !editEquations_) return;
   EquationSet set = EquationsOf(session_.settings);
@@ -38,7 +42,7 @@ void FormMain::mnuChannelEquations() {
 // Anything may happen while a person is asked: what was found before is looked at again behind each question.
 void FormMain::mnuApplyFunction() {
   ChartWindow& window = recorder_.window;
-  if (!ChartIsAtRest() || !window.view.ToolCommands || window.chart.Count() == 0 || !editEquations_) return;
+  if (!CanApplyFunction() || !editEquations_) return;
   if (recorder_.saveFailed) {
     return RefuseEquations("The last chart waits for room on the disk: it cannot be changed before it is saved.");
   }
@@ -49,7 +53,7 @@ void FormMain::mnuApplyFunction() {
   if (!editEquations_({kTitle, channels}, set)) return;
   PutEquations(set, session_.settings);
   if (!AnyTicked(set, channels)) return RefuseEquations("No Channels were selected for processing");
-  if (!ChartIsAtRest() || window.chart.Count() == 0 || recorder_.saveFailed) {
+  if (!CanApplyFunction() || recorder_.saveFailed) {
     return RefuseEquations("The chart is in use now: no equation was applied.");
   }
   if (!AddNewChannels(*added)) return RefuseEquations("You cannot add that many channels.");

@@ -117,6 +117,10 @@ class FormMain final : public RunControl {
   /// Applies equations to the chart on display, which may get new channels for them, and saves it as a new file.
   void mnuApplyFunction();
 
+  /// True while no run is on and none is being started, ended or loaded.
+  bool ChartIsAtRest() const;
+  bool CanApplyFunction() const;
+
   /// After the options dialog or a profile: what may change at once changes. A run, and a chart that may still be
   /// saved, keep the base of their time.
   void UpdateAfterOptionsChange();
@@ -148,7 +152,6 @@ class FormMain final : public RunControl {
   void ApplyOptions(const Settings& draft);
 
   // Steps of mnuApplyFunction (equation_commands.cpp).
-  bool ChartIsAtRest() const;
   std::optional<int> AskForNewChannels();
   bool AddNewChannels(int count);
   void RefuseEquations(const std::string& text);

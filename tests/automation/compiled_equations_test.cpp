@@ -21,7 +21,8 @@ class Dice {
     return choices[static_cast<std::size_t>(Upto(static_cast<int>(std::size(choices))))];
   }
   double Number() {
-    static constexpr double kOdd[] = {0, -0.0, 1, -1, 5, 0.5, -2.25, 1e-15, -4e-15, 99.999999999999986, 1e15, 1e20, -1e300};
+    static constexpr double kOdd[] = {0,    -0.0, 1,     -1, 5, 0.5, -2.25, 1e-15, -4e-15, 99.999999999999986,
+                                      1e15, 1e20, -1e300};
     switch (Upto(8)) {
       case 0:
         return Of(kOdd);
@@ -39,9 +40,9 @@ class Dice {
 };
 
 std::string Formula(Dice& dice, int depth) {
-  static const std::string kLeaves[] = {"X", "X", "Z1", "Z2", "Z3[-1]", "Z1[1]", "Z2[ -2]", "Snum", "TDay", "TSDay",
-                                        "MsgData1", "MsgData2", "DataMin1", "DataMax2", "2", "0.5", "10", "a", "b", "pi",
-                                        "rnd", "nix"};
+  static const std::string kLeaves[] = {
+      "X",        "X",        "Z1",       "Z2", "Z3[-1]", "Z1[1]", "Z2[ -2]", "Snum", "TDay", "TSDay", "MsgData1",
+      "MsgData2", "DataMin1", "DataMax2", "2",  "0.5",    "10",    "a",       "b",    "pi",   "rnd",   "nix"};
   static const std::string kOperators[] = {"+", "-", "*", "/", "^", " mod ", "%", "\\", " "};
   static const std::string kHeads[] = {"sin(", "abs(", "sqr(", "int(", "exp(", "-(", "("};
   if (depth == 0 || dice.Upto(3) == 0) return dice.Of(kLeaves);
@@ -76,9 +77,11 @@ std::string Program(Dice& dice) {
 // Pieces in any order, so that numbers grow together with names and with each other.
 std::string Rubble(Dice& dice) {
   static const std::string kPieces[] = {
-      "X",   "X",  "Z", "Z1", "Z2", "Z3[", "Z1[-1]", "[",    "]",     "TDay", "TSDay", "Snum", "MsgData", "MsgData1",
-      "Data", "DataMin", "DataMax1", "DataM", "1", "2", ".", "5.", "a", "b", "e", "=", "=", ";", ";", ";", "IF{", "THEN{", "ELSE{",
-      "}", "}", "+", "-", "*", "^", "(", ")", " ", " mod", "mod ", "sin(", "min(", ",", ">", "<", "n", "ax", "E", "\x01", "\xE9"};
+      "X",    "X",       "Z",        "Z1",   "Z2",      "Z3[",      "Z1[-1]", "[", "]",    "TDay",  "TSDay",
+      "Snum", "MsgData", "MsgData1", "Data", "DataMin", "DataMax1", "DataM",  "1", "2",    ".",     "5.",
+      "a",    "b",       "e",        "=",    "=",       ";",        ";",      ";", "IF{",  "THEN{", "ELSE{",
+      "}",    "}",       "+",        "-",    "*",       "^",        "(",      ")", " ",    " mod",  "mod ",
+      "sin(", "min(",    ",",        ">",    "<",       "n",        "ax",     "E", "\x01", "\xE9"};
   std::string text;
   for (int left = 1 + dice.Upto(16); left > 0; --left) text += dice.Of(kPieces);
   return text;

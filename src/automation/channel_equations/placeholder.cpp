@@ -22,9 +22,8 @@ std::int64_t SampleOf(const Placeholder& placeholder, const EquationSample& samp
 
 const std::vector<NamedPlaceholder>& TimesAndMessages() {
   static const std::vector<NamedPlaceholder> kAll = [] {
-    std::vector<NamedPlaceholder> all = {{"TDay", {PlaceholderKind::TDay}},
-                                         {"TSDay", {PlaceholderKind::TSDay}},
-                                         {"Snum", {PlaceholderKind::Snum}}};
+    std::vector<NamedPlaceholder> all = {
+        {"TDay", {PlaceholderKind::TDay}}, {"TSDay", {PlaceholderKind::TSDay}}, {"Snum", {PlaceholderKind::Snum}}};
     AddEight("MsgData", PlaceholderKind::MsgData, all);
     return all;
   }();

@@ -10,21 +10,21 @@ namespace tarvolt {
 
 /// What the text of an equation may hold in place of a number.
 enum class PlaceholderKind : std::uint8_t {
-  X,       ///< the value of the channel whose equation it is
-  TDay,    ///< the time of day, or of the sample
-  TSDay,   ///< the time since the begin
-  Snum,    ///< the index of the sample
-  MsgData, ///< a number of the message link
-  DataMin, ///< the lowest value of a channel in the chart
-  DataMax, ///< the highest
-  Z,       ///< the value of a channel in this sample
-  ZAt,     ///< the value of a channel in another sample
+  X,        ///< the value of the channel whose equation it is
+  TDay,     ///< the time of day, or of the sample
+  TSDay,    ///< the time since the begin
+  Snum,     ///< the index of the sample
+  MsgData,  ///< a number of the message link
+  DataMin,  ///< the lowest value of a channel in the chart
+  DataMax,  ///< the highest
+  Z,        ///< the value of a channel in this sample
+  ZAt,      ///< the value of a channel in another sample
 };
 
 struct Placeholder {
   PlaceholderKind kind = PlaceholderKind::X;
-  int channel = 0;           ///< of MsgData and those below it, counted from 0
-  std::int32_t offset = 0;   ///< of ZAt, in samples
+  int channel = 0;          ///< of MsgData and those below it, counted from 0
+  std::int32_t offset = 0;  ///< of ZAt, in samples
   bool operator==(const Placeholder&) const = default;
 };
 

@@ -14,7 +14,7 @@ namespace {
 /// of the digits does it.
 constexpr double kWholeLimit = 9007199254740992.0;
 
-constexpr std::array<double, 17> kTens = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7, 1e8,
+constexpr std::array<double, 17> kTens = {1e0, 1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7, 1e8,
                                           1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16};
 constexpr int kMostDigits = 17;
 

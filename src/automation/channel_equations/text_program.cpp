@@ -11,9 +11,7 @@ class NumbersAsText {
  public:
   NumbersAsText(const EquationSample& sample, double x) : sample_(sample), x_(x) {}
 
-  std::string Put(const Placeholder& placeholder) {
-    return TextOf(placeholder, ValueOf(placeholder, sample_, x_));
-  }
+  std::string Put(const Placeholder& placeholder) { return TextOf(placeholder, ValueOf(placeholder, sample_, x_)); }
   std::optional<std::string> PutAt(int channel, const std::string& offset) {
     const Placeholder placeholder{PlaceholderKind::ZAt, channel, ValLong(offset)};
     if (!IsInRange(placeholder, sample_)) return std::nullopt;

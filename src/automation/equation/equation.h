@@ -65,14 +65,16 @@ class clsEquation {
   void VarRemove(std::string_view name);
 
   /// Whether there is a variable of that name, trimmed and in either case; and how many there are in all.
-  bool HasVar(std::string_view name) const { return variables_.Find(Variables::WithoutOuterBlanks(name)) != Variables::kNone; }
+  bool HasVar(std::string_view name) const {
+    return variables_.Find(Variables::WithoutOuterBlanks(name)) != Variables::kNone;
+  }
   std::size_t VarCount() const { return variables_.Count(); }
 
   /// Takes a text apart for Evaluate. Raises the faults of the scan.
   void Parse(std::string_view text, ParsedEquation& parsed) const;
 
-  /// The value of a text taken apart, with this object's variables and random values. Equation and Solution stay. Raises
-  /// EquationError. Allocates nothing unless it fails.
+  /// The value of a text taken apart, with this object's variables and random values. Equation and Solution stay.
+  /// Raises EquationError. Allocates nothing unless it fails.
   double Evaluate(ParsedEquation& parsed);
 
   /// Parses the equation unless that is done, and evaluates it. On a fault raises EquationError, and Solution and

@@ -10,6 +10,7 @@
 #include "core/chart_look_store.h"
 #include "forms/chart/file_drop.h"
 #include "forms/chart/plot_events.h"
+#include "forms/equations/form_apply_to_channels.h"
 #include "forms/look/form_colors.h"
 #include "forms/look/form_fonts.h"
 #include "forms/look/form_tick_grid.h"
@@ -66,6 +67,12 @@ MainWindow::MainWindow(Session& session, FormMain& form)
     const auto all = FullRange(window_.chart, window_.run.ChannelCount);
     return DrawChartFile(window_, fullView ? std::optional(all) : std::nullopt, ToQString(file.string()), problem);
   });
+  form_.OnEditEquations([this](const EquationsRequest& request, EquationSet& set) {
+    FormApplytoChannels dialog(session_, window_, request, set, this);
+    if (dialog.exec() != QDialog::Accepted) return false;
+    set = dialog.Equations();
+    return true;
+  });
   RestoreGeometry();
   connect(&refresh_, &QTimer::timeout, this, [this] { Refresh(); });
   refresh_.start(kRefreshMilliseconds);
@@ -75,6 +82,7 @@ MainWindow::MainWindow(Session& session, FormMain& form)
 }
 
 MainWindow::~MainWindow() {
+  form_.OnEditEquations({});
   form_.OLog().OnOpen({});
   if (!olog_) return;
   if (form_.OLog().IsOpen()) olog_->SaveUnasked();
