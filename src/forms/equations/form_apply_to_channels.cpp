@@ -65,7 +65,7 @@ FormApplytoChannels::FormApplytoChannels(Session& session, const ChartWindow& wi
   layout()->addWidget(result_);
   MakeButtons();
   Show(set_);
-  resize(680, sizeHint().height());
+  resize(680, minimumSizeHint().height());
   texts_[0]->setFocus();
 }
 
