@@ -47,13 +47,13 @@ FormApplytoChannels::FormApplytoChannels(Session& session, const ChartWindow& wi
   grid->setColumnStretch(1, 1);
   for (int channel = 0; channel < rows_; ++channel) MakeRow(*grid, channel);
   static_cast<QVBoxLayout*>(layout())->addLayout(grid);
-  auto* hint = new QLabel(
-      QStringLiteral(
-          "X is the value of the channel itself, Z1 to Z8 those of the channels, and Z1[-1] is channel 1 one "
-          "sample before. TDay, TSDay, Snum, DataMin1 and DataMax1 are known too. Statements are parted by "
-          "\";\", as in  IF{[X] > [100]};THEN{y=100};ELSE{y=X};y*2  and functions are in lower case."),
-      this);
-  hint->setWordWrap(true);
+  // Broken by hand: a label that wraps would leave the layout without a height to begin with.
+  auto* hint =
+      new QLabel(QStringLiteral("X is the value of the channel itself, Z1 to Z8 those of the channels, and Z1[-1] is\n"
+                                "channel 1 one sample before. TDay, TSDay, Snum, DataMin1 and DataMax1 are known too.\n"
+                                "Statements are parted by \";\" and functions are in lower case:\n"
+                                "IF{[X] > [100]};THEN{y=100};ELSE{y=X};y*2"),
+                 this);
   layout()->addWidget(hint);
   file_->setObjectName(QStringLiteral("LBLEquationFile"));
   file_->setTextFormat(Qt::PlainText);
@@ -61,11 +61,12 @@ FormApplytoChannels::FormApplytoChannels(Session& session, const ChartWindow& wi
   result_->setObjectName(QStringLiteral("txtTestResult"));
   result_->setReadOnly(true);
   result_->setPlaceholderText(QStringLiteral("Test (Ctrl+T) tries the equation that the cursor stands in."));
-  result_->setMinimumHeight(fontMetrics().lineSpacing() * 7);
-  layout()->addWidget(result_);
+  result_->setMinimumHeight(fontMetrics().lineSpacing() * 9);
+  result_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
+  static_cast<QVBoxLayout*>(layout())->addWidget(result_, 1);
   MakeButtons();
   Show(set_);
-  resize(680, minimumSizeHint().height());
+  resize(680, sizeHint().height());
   texts_[0]->setFocus();
 }
 
