@@ -110,8 +110,8 @@ class FormMain final : public RunControl {
   /// Who edits equations. Without one the commands of equations do nothing.
   void OnEditEquations(EditEquations person) { editEquations_ = std::move(person); }
 
-  /// The equations that work on the samples of the runs to come: edits them, and switches ApplyToIncoming on when one is
-  /// ticked, off when none is. Does nothing during a run.
+  /// The equations that work on the samples of the runs to come: edits them, and switches ApplyToIncoming on when one
+  /// is ticked, off when none is. Does nothing during a run.
   void mnuChannelEquations();
 
   /// Applies equations to the chart on display, which may get new channels for them, and saves it as a new file.
