@@ -97,6 +97,8 @@ void ChartRun::ResetRunState() {
   run_.Dsrc = session_.settings.Dsrc;
   run_.vAvg = session_.settings.vAvg;
   run_.UDSpush = session_.settings.UDSpush;
+  run_.ApplyToIncoming = session_.settings.ApplyToIncoming;
+  run_.Equations = EquationsOf(session_.settings);
   run_.LastStamp = 0;
   run_.CurrentStamp = 0;
   run_.StepBack = 0;
@@ -108,6 +110,7 @@ void ChartRun::ResetRunState() {
   run_.MaxingOut = false;
   run_.AvgCount = 0;
   run_.ChannelSum.fill(0);
+  run_.ChannelValue.fill(0);
   run_.ChannelMin.fill(kNoMinimum);
   run_.ChannelMax.fill(kNoMaximum);
   run_.ShownChannel = 0;
@@ -145,7 +148,7 @@ bool ChartRun::CheckSources() {
   const std::string refusal = RefuseAtStart(settings, kSoundAvailable);
   if (!refusal.empty()) return Refuse(refusal);
   for (int channel = 0; channel < ActiveChannels(settings); ++channel) {
-    if (!IsUds(settings.Dsrc[channel])) {
+    if (!IsUds(settings.Dsrc[channel]) && !IsEquation(settings.Dsrc[channel])) {
       return Refuse("Channel " + NumberText(std::int64_t{channel + 1}) + " is set to \"" +
                     SourceName(settings.Dsrc[channel]) +
                     "\", which this version cannot read. Change to another data source under Options / Data Source.");
@@ -344,6 +347,10 @@ void ChartRun::TakeNotesAndHeader() {
 }
 
 bool ChartRun::ConnectSources() {
+  if (!recorder_.sources.UDSInUse) {
+    recorder_.LoTime1->SetEnabled(true);
+    return true;
+  }
   session_.Add2SLog("Using UDS: " + session_.settings.UDSexe);
   session_.Add2SLog(std::string("UDS Data: ") + (session_.settings.UDSpush ? "Pushed" : "Polled"));
   if (!recorder_.uds.UDSConnect()) return Refuse("UDS Connection Canceled - Chart Canceled");

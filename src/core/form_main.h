@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/apply_function.h"
 #include "core/chart_run.h"
 #include "core/command_line.h"
 #include "core/keep_alive.h"
@@ -112,6 +113,20 @@ class FormMain final : public RunControl {
   /// Real Time is asked about first.
   void mnuPriority(PriorityClass priority);
 
+  /// Who edits equations. Without one the commands of equations do nothing.
+  void OnEditEquations(EditEquations person) { editEquations_ = std::move(person); }
+
+  /// The equations that work on the samples of the runs to come: edits them, and switches ApplyToIncoming on when one
+  /// is ticked, off when none is. Does nothing during a run.
+  void mnuChannelEquations();
+
+  /// Applies equations to the chart on display, which may get new channels for them, and saves it as a new file.
+  void mnuApplyFunction();
+
+  /// True while no run is on and none is being started, ended or loaded.
+  bool ChartIsAtRest() const;
+  bool CanApplyFunction() const;
+
   /// After the options dialog or a profile: what may change at once changes. A run, and a chart that may still be
   /// saved, keep the base of their time.
   void UpdateAfterOptionsChange();
@@ -144,12 +159,18 @@ class FormMain final : public RunControl {
   void ApplyOptions(const Settings& draft);
   bool MakeRoomForLoad();
 
+  // Steps of mnuApplyFunction (equation_commands.cpp).
+  std::optional<int> AskForNewChannels();
+  bool AddNewChannels(int count);
+  void RefuseEquations(const std::string& text);
+
   Session& session_;
   Recorder recorder_;
   ChartRun chartRun_;
   SamplePipeline pipeline_;
   KeepAlive keepAlive_;
   FirstUse firstUse_;
+  EditEquations editEquations_;
   bool firstUseCancelled_ = false;
   LoadCommands loads_;
 };

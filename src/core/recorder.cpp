@@ -14,7 +14,8 @@ Recorder::Recorder(Session& sharedSession, RunControl& runControl, UdsClient::Se
       offsets(sharedSession, window),
       average(sharedSession, window),
       images(sharedSession, window),
-      triggers(sharedSession, window) {}
+      triggers(sharedSession, window),
+      equations(static_cast<std::uint64_t>(sharedSession.host.clock.MonotonicMilliseconds())) {}
 
 // The zone is looked at again after the clock: between the two readings it may have changed, and a stamp an hour ahead
 // would cost all samples of the hour behind it.

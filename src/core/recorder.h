@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "automation/channel_equations/channel_equations.h"
 #include "core/channel_average.h"
 #include "core/channel_offsets.h"
 #include "core/chart_commands.h"
@@ -35,6 +36,7 @@ struct Recorder {
   ChannelAverage average;
   ImageSaver images;
   TriggerRun triggers;
+  ChannelEquations equations;
   bool saveFailed = false;         ///< the disk refused the last save: its samples wait in the store and in the backup
   std::unique_ptr<Timer> LoTime1;  ///< paces the samples with TimerType 0
   std::unique_ptr<Timer> TimerKeepAlive;  ///< rate display and watchdogs

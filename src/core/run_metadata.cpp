@@ -2,6 +2,7 @@
 
 #include "model/channel_table.h"
 #include "sources/source_table.h"
+#include "text/ansi.h"
 #include "text/number.h"
 
 namespace tarvolt {
@@ -19,11 +20,25 @@ void AddDataSources(const Settings& settings, Metadata& metadata) {
   }
 }
 
+void AddEquations(const Settings& settings, Metadata& metadata) {
+  if (!settings.ApplyToIncoming) return;
+  const EquationSet set = EquationsOf(settings);
+  for (int channel = 0; channel < ActiveChannels(settings); ++channel) {
+    if (!set.Applies(channel)) continue;
+    metadata.AddToMetaData("Equation Applied When Collected CH " + ChannelNumber(channel), EquationText(set, channel));
+  }
+}
+
 }  // namespace
+
+std::string EquationText(const EquationSet& set, int channel) {
+  return "CH: " + ChannelNumber(channel) + "  Equation: " + Trim(set.EquString[static_cast<std::size_t>(channel)]);
+}
 
 void BuildRunMetadata(const Session& session, ChartWindow& window) {
   window.metadata.DeleteMetaData();
   AddDataSources(session.settings, window.metadata);
+  AddEquations(session.settings, window.metadata);
   window.metadata.AddToMetaData("Email", session.settings.ServerEmail);
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "model/chart_window.h"
 #include "model/session.h"
 
@@ -7,6 +9,9 @@ namespace tarvolt {
 
 /// Clears the metadata of the window and adds the rows that describe the run about to start.
 void BuildRunMetadata(const Session& session, ChartWindow& window);
+
+/// A channel's equation as the metadata tell of it.
+std::string EquationText(const EquationSet& set, int channel);
 
 /// Adds the rows about the pacing of the run and about its data source.
 void AddTimingMetadata(const Session& session, bool udsInUse, ChartWindow& window);

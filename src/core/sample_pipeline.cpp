@@ -132,6 +132,9 @@ void SamplePipeline::StoreSample() {
   const std::int32_t index = window_.chart.AddTime(run_.CurrentStamp);
   storeRefused_ = index >= window_.chart.Count();
   if (storeRefused_) session_.Add2SLog("No memory for a further sample: the log ends here.");
+  if (run_.ApplyToIncoming) {
+    recorder_.equations.ApplyEquation(run_.Equations, run_.ChannelCount, SampleOfRun(window_, index), run_);
+  }
   for (int channel = 0; channel < std::min(run_.ChannelCount, kChannels); ++channel) {
     window_.chart.SetValue(channel, index, run_.ChannelValue[channel] + run_.ChannelOffset[channel]);
   }

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace tarvolt {
 
@@ -13,6 +14,22 @@ void SampleColumns::Append(TimeStamp stamp) {
 
   times_.Append(stamp);
   for (auto& column : values_) column.Append(kUnwritten);
+}
+
+void SampleColumns::AddChannels(int count) {
+  const auto wanted = values_.size() + static_cast<std::size_t>(count);
+  values_.reserve(wanted);
+  pyramids_.reserve(wanted);
+  std::vector<BlockColumn> columns(static_cast<std::size_t>(count));
+  std::vector<MinMaxPyramid> pyramids(static_cast<std::size_t>(count));
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    for (std::int32_t index = 0; index < Count(); ++index) {
+      pyramids[i].Cover(index);
+      columns[i].Append(kUnwritten);
+    }
+  }
+  for (auto& column : columns) values_.push_back(std::move(column));
+  for (auto& pyramid : pyramids) pyramids_.push_back(std::move(pyramid));
 }
 
 void SampleColumns::SetValue(int channel, std::int32_t index, double value) {

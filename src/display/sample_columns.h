@@ -20,6 +20,9 @@ class SampleColumns {
   int ChannelCount() const { return static_cast<int>(values_.size()); }
   std::int32_t Count() const { return times_.Count(); }
 
+  /// Adds columns in which nothing is written. Throws std::bad_alloc with the columns as they were.
+  void AddChannels(int count);
+
   /// Appends a position whose values are all 0. A value counts for the ranges once SetValue has written it. Throws
   /// std::bad_alloc with the columns as they were.
   void Append(TimeStamp stamp);

@@ -21,6 +21,17 @@ void StripChart::SetChannelCount(int channels) {
   ++RepaintRequests;
 }
 
+bool StripChart::AddChannels(int count) {
+  if (count < 0 || ChannelCount() + count > kMaxChannels) return false;
+  try {
+    samples_.AddChannels(count);
+  } catch (const std::bad_alloc&) {
+    return false;
+  }
+  ++RepaintRequests;
+  return true;
+}
+
 int StripChart::ChannelCount() const {
   return samples_.ChannelCount();
 }

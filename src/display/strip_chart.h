@@ -31,6 +31,10 @@ class StripChart {
   void SetChannelCount(int channels);
   int ChannelCount() const;
 
+  /// Adds value columns to the samples that are stored, all 0 until set. False, with nothing changed, when that were
+  /// more than kMaxChannels or memory is full.
+  bool AddChannels(int count);
+
   /// Drops all samples and the data range.
   void ClearData();
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "config/settings.h"
+#include "model/equation_set.h"
 #include "timebase/time_base.h"
 
 namespace tarvolt {
@@ -41,6 +41,8 @@ struct RunState {
   bool UDSpush = false;
   bool MiniServer = false;  ///< of the log under way, as the next
   bool DiskBackUp = false;
+  bool ApplyToIncoming = false;
+  EquationSet Equations;  ///< that work on the run's samples
 
   int ChannelCount = 1;
   std::int32_t Dcount = 0;        ///< index that the next sample gets
@@ -53,6 +55,7 @@ struct RunState {
   std::int32_t UpdateCount = 0;     ///< samples since the last repaint
 
   std::array<double, kChannels> ChannelValue{};
+  std::array<double, kChannels> MsgData{};  ///< numbers of the message link, which equations may read
   std::array<double, kChannels> ChannelSum{};
   std::array<double, kChannels> ChannelMin{};
   std::array<double, kChannels> ChannelMax{};

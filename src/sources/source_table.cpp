@@ -48,6 +48,10 @@ std::string ChannelNumber(int row) {
 
 }  // namespace
 
+bool IsEquation(DataSourceId source) {
+  return IsOf(source, 40);
+}
+
 bool IsUds(DataSourceId source) {
   return IsOf(source, 20);
 }

@@ -18,6 +18,9 @@ inline constexpr int kSourceNames = 72;
 /// True for the values of a User Data Source.
 bool IsUds(DataSourceId source);
 
+/// True for a channel that is made by its equation alone.
+bool IsEquation(DataSourceId source);
+
 /// Name of a source; empty for numbers that are not used.
 std::string SourceName(DataSourceId source);
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "sources/source_table.h"
 #include "text/number.h"
 
 namespace tarvolt {
@@ -71,8 +72,9 @@ void UdsDispatch::RunCommand(std::string_view text) {
 }
 
 void UdsDispatch::TakeChannelCount(std::string_view text) {
-  const std::int32_t count = ValLong(text);
-  if (count < 1 || count > kChannels) return FailStream();
+  const std::int32_t declared = ValLong(text);
+  if (declared < 1 || declared > kChannels) return FailStream();
+  const std::int32_t count = WithEquations(declared);
   if ((window_.run.ChartRunning || window_.chart.Count() > 0) && count != window_.chart.ChannelCount()) {
     session_.Add2SLog("UDS changed its channels to " + NumberText(std::int64_t{count}) +
                       " during the run. The chart keeps its channels.");
@@ -82,6 +84,13 @@ void UdsDispatch::TakeChannelCount(std::string_view text) {
   window_.header.channels = static_cast<std::int16_t>(count);
   window_.chart.SetChannelCount(count);
   window_.view.StatusText = "Channels: " + NumberText(std::int64_t{count});
+}
+
+// The source counts its own values. A table with channels that are made by equations has rows beyond them.
+std::int32_t UdsDispatch::WithEquations(std::int32_t declared) const {
+  const auto end = std::find_if(dsrc_.begin(), dsrc_.end(), [](DataSourceId source) { return source <= 0; });
+  if (std::none_of(dsrc_.begin(), end, IsEquation)) return declared;
+  return std::max(declared, static_cast<std::int32_t>(end - dsrc_.begin()));
 }
 
 void UdsDispatch::FailStream() {

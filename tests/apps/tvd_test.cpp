@@ -158,5 +158,31 @@ TEST_F(Tvd, PlotDrawsAPictureWithoutADisplay) {
   EXPECT_NE(missing.output.find("Cannot Find the file: "), std::string::npos) << missing.output;
 }
 
+TEST_F(Tvd, AppliesEquationsIntoANewFile) {
+  RawFile raw;
+  raw.Front(40180.5, 40180.75, 2, Block("notes", {"Logged Using UT", "CHL0Power"}));
+  for (int i = 0; i < 1200; ++i) raw.Add(40180.5 + i / 86400.0).Add(1.0 * i).Add(-2.5);
+  const std::string file = Write("in.tvd", raw);
+  const std::string out = "'" + (folder_ / "out.tvd").string() + "'";
+  const Result done =
+      Run("apply " + file + " --equation '1=X*2+1' --equation '3=Z1+Z2[-1]' --new-channels 1 -o " + out);
+  EXPECT_EQ(done.status, 0) << done.output;
+  EXPECT_EQ(done.output, "");
+  const Result dump = Run("dump --csv --from 1198 " + out);
+  EXPECT_EQ(dump.output,
+            "index,stamp,date,Power,CH 2,EQ CH3\n"
+            "1198,40180.513865740744,2010-01-02 12:19:58.000,2397,-2.5,2394.5\n"
+            "1199,40180.513877314814,2010-01-02 12:19:59.000,2399,-2.5,2396.5\n");
+  EXPECT_NE(Run("info " + out).output.find("CH: 3  Equation: Z1+Z2[-1]"), std::string::npos);
+  EXPECT_EQ(Run("dump --csv --from 1199 " + file).output.find("2399"), std::string::npos);
+
+  EXPECT_EQ(Run("apply " + file + " --equation '1=X' -o " + file).status, 2) << "never over what was measured";
+  EXPECT_EQ(Run("apply " + file + " --equation '9=X' -o " + out).status, 2);
+  EXPECT_EQ(Run("apply " + file + " --equation '3=X' -o " + out).status, 2) << "there is no third channel";
+  EXPECT_EQ(Run("apply " + file + " --equation '3=X' --new-channels 7 -o " + out).status, 2);
+  EXPECT_EQ(Run("apply '" + (folder_ / "none").string() + "' --equation '1=X' -o " + out).status, 1);
+  EXPECT_EQ(Run("apply " + file + " --equation '1=X' -o '" + (folder_ / "no" / "out.tvd").string() + "'").status, 1);
+}
+
 }  // namespace
 }  // namespace tarvolt

@@ -38,6 +38,22 @@ enum class PlotResult { Drawn, Failed, WrongUsage };
 /// Draws it without a display. What is wrong is told on standard error.
 PlotResult PlotFile(const PlotOptions& options, int argc, char** argv);
 
+/// Equations to apply to a data file.
+struct ApplyRequest {
+  std::string file;
+  std::vector<std::string> equations;  ///< each N=TEXT, checked by EquationArgumentFault
+  int newChannels = 0;                 ///< added behind those of the file
+  std::string output;
+};
+
+enum class CommandResult { Done, Failed, WrongUsage };
+
+/// What is wrong with an N=TEXT; empty when it is fine.
+std::string EquationArgumentFault(const std::string& argument);
+
+/// Applies the equations and writes the result; FILE stays as it is. What is wrong is told on standard error.
+CommandResult ApplyToFile(const ApplyRequest& request, int argc, char** argv);
+
 /// An equation to evaluate, as the shell gave it.
 struct EvalRequest {
   std::string expression;

@@ -24,6 +24,7 @@ struct Options {
   bool csv = false;
   DumpRange range;
   EvalRequest eval;
+  ApplyRequest apply;
 };
 
 CLI::App* AddInfo(CLI::App& app, Options& options) {
@@ -92,6 +93,33 @@ CLI::App* AddEval(CLI::App& app, Options& options) {
   return eval;
 }
 
+CLI::App* AddApply(CLI::App& app, Options& options) {
+  CLI::App* apply = app.add_subcommand("apply", "Channel equations over a data file, into a new file");
+  apply->add_option("FILE", options.apply.file, "Data file")->required();
+  apply->add_option("--equation", options.apply.equations, "Equation of channel N, as often as there are equations")
+      ->type_name("N=TEXT")
+      ->required()
+      ->allow_extra_args(false)
+      ->check(EquationArgumentFault);
+  apply->add_option("--new-channels", options.apply.newChannels, "Channels to add for equation data")
+      ->check(CLI::Range(0, 7));
+  apply->add_option("-o,--output", options.apply.output, "The new file")->required();
+  apply->footer("tvd apply night.tvd --equation '1=X*2+1' --equation '3=Z1-Z2' --new-channels 1 -o out.tvd");
+  return apply;
+}
+
+int RunApply(const Options& options, int argc, char** argv) {
+  switch (ApplyToFile(options.apply, argc, argv)) {
+    case CommandResult::Done:
+      return kSuccess;
+    case CommandResult::Failed:
+      return kFailed;
+    case CommandResult::WrongUsage:
+      return kWrongUsage;
+  }
+  return kFailed;
+}
+
 // Tells in one line what is wrong with the file; false then.
 bool OpenDataFile(DataFileReader& reader, const std::string& name) {
   switch (reader.Open(name)) {
@@ -132,12 +160,14 @@ int Main(int argc, char** argv) {
   const CLI::App* dump = AddDump(app, options);
   const CLI::App* plot = AddPlot(app, options);
   const CLI::App* eval = AddEval(app, options);
+  const CLI::App* apply = AddApply(app, options);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? kSuccess : kWrongUsage;
   }
   if (plot->parsed()) return RunPlot(options, argc, argv);
+  if (apply->parsed()) return RunApply(options, argc, argv);
   if (options.range.to && *options.range.to < options.range.from.value_or(0)) {
     Complain("--to lies before --from");
     return kWrongUsage;

@@ -36,23 +36,29 @@ void clsEquation::VarRemove(std::string_view name) {
   stale_ = true;
 }
 
-void clsEquation::Parse() {
-  ScanEquation(equation_, decimalSeparator_, tokens_);
-  MakeOrderList(tokens_, order_);
-  WalkOrderList(tokens_, order_, decimalSeparator_, plan_);
-  LinkVariables(plan_, variables_);
-  linkedGeneration_ = variables_.Generation();
-  parsed_ = true;
+void clsEquation::Parse(std::string_view text, ParsedEquation& parsed) const {
+  ScanEquation(Lower(text), decimalSeparator_, parsed.tokens);
+  MakeOrderList(parsed.tokens, parsed.order);
+  WalkOrderList(parsed.tokens, parsed.order, decimalSeparator_, parsed.plan);
+  LinkVariables(parsed.plan, variables_);
+  parsed.linkedGeneration = variables_.Generation();
+}
+
+double clsEquation::Evaluate(ParsedEquation& parsed) {
+  if (parsed.linkedGeneration != variables_.Generation()) {
+    LinkVariables(parsed.plan, variables_);
+    parsed.linkedGeneration = variables_.Generation();
+  }
+  FunctionContext context{degrees_, random_};
+  return RunPlan(parsed.plan, variables_, context);
 }
 
 void clsEquation::Solve() {
-  if (!parsed_) Parse();
-  if (linkedGeneration_ != variables_.Generation()) {
-    LinkVariables(plan_, variables_);
-    linkedGeneration_ = variables_.Generation();
+  if (!parsed_) {
+    Parse(equation_, parse_);
+    parsed_ = true;
   }
-  FunctionContext context{degrees_, random_};
-  solution_ = RunPlan(plan_, variables_, context);
+  solution_ = Evaluate(parse_);
   stale_ = false;
 }
 

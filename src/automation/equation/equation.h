@@ -14,6 +14,18 @@
 
 namespace tarvolt {
 
+/// A text that was taken apart, to be evaluated any number of times. Stays where it is: its parts refer to each other.
+struct ParsedEquation {
+  ParsedEquation() = default;
+  ParsedEquation(const ParsedEquation&) = delete;
+  ParsedEquation& operator=(const ParsedEquation&) = delete;
+
+  TokenList tokens;
+  std::vector<Position> order;
+  Plan plan;
+  std::uint64_t linkedGeneration = 0;  ///< of the variables, when the plan last found its rows
+};
+
 /// Turns a line of text such as "sin(x)*2 + y mod 3" into a number: a text, named variables, and the last result.
 ///
 /// The text is taken apart once, into tokens with priorities. Each priority is served from left to right, the highest
@@ -52,6 +64,19 @@ class clsEquation {
   void VarClear();
   void VarRemove(std::string_view name);
 
+  /// Whether there is a variable of that name, trimmed and in either case; and how many there are in all.
+  bool HasVar(std::string_view name) const {
+    return variables_.Find(Variables::WithoutOuterBlanks(name)) != Variables::kNone;
+  }
+  std::size_t VarCount() const { return variables_.Count(); }
+
+  /// Takes a text apart for Evaluate. Raises the faults of the scan.
+  void Parse(std::string_view text, ParsedEquation& parsed) const;
+
+  /// The value of a text taken apart, with this object's variables and random values. Equation and Solution stay.
+  /// Raises EquationError. Allocates nothing unless it fails.
+  double Evaluate(ParsedEquation& parsed);
+
   /// Parses the equation unless that is done, and evaluates it. On a fault raises EquationError, and Solution and
   /// whether it is stale stay as they were. An empty equation is a fault.
   void Solve();
@@ -63,8 +88,6 @@ class clsEquation {
   }
 
  private:
-  void Parse();
-
   char decimalSeparator_;
   EquationRandom random_;
   bool degrees_ = false;
@@ -74,10 +97,7 @@ class clsEquation {
   bool stale_ = false;
   double solution_ = 0;
 
-  TokenList tokens_;
-  std::vector<Position> order_;
-  Plan plan_;
-  std::uint64_t linkedGeneration_ = 0;  // of the variables, when the plan last found its rows
+  ParsedEquation parse_;
 };
 
 }  // namespace tarvolt

@@ -27,6 +27,10 @@ class Variables {
   bool Remove(std::string_view name);
   void Clear();
 
+  static std::string_view WithoutOuterBlanks(std::string_view name);
+
+  std::size_t Count() const { return rows_.size(); }
+
   /// The row of a name as it stands, blanks and all; kNone when there is none. A row holds while Generation() does.
   std::int64_t Find(std::string_view name) const;
   double Value(std::int64_t row) const { return rows_[static_cast<std::size_t>(row)].value; }
@@ -46,7 +50,6 @@ class Variables {
     bool taken;
   };
 
-  static std::string_view WithoutOuterBlanks(std::string_view name);
   Place PlaceOf(std::string_view name) const;
   void Insert(const Place& place, std::string_view name, double value);
 

@@ -163,6 +163,9 @@ void MainWindow::MakeOptionsMenu() {
   QMenu& menu = *menuBar()->addMenu(QStringLiteral("&Options"));
   Add(menu, "mnuOptions", QStringLiteral("&Options..."), QKeySequence(QStringLiteral("Ctrl+,")),
       [this] { (new FormOptions(session_, form_, this))->open(); });
+  Add(
+      menu, "mnuChannelEquations", QStringLiteral("Channel &Equations..."), {}, [this] { form_.mnuChannelEquations(); },
+      [this] { return form_.ChartIsAtRest(); });
   Add(menu, "mnuTickGrid", QStringLiteral("&Ticks and Grid..."), {}, [this] { ShowTickGrid(); });
   Add(menu, "mnuColors", QStringLiteral("&Colors..."), {}, [this] { ShowColors(); });
   Add(menu, "mnuFonts", QStringLiteral("&Fonts..."), {}, [this] { ShowFonts(); });
@@ -189,6 +192,9 @@ void MainWindow::MakePriorityMenu(QMenu& options) {
 void MainWindow::MakeToolsMenu() {
   QMenu& menu = *menuBar()->addMenu(QStringLiteral("&Tools"));
   menu.menuAction()->setObjectName(QStringLiteral("MnuTools"));
+  Add(
+      menu, "mnuApplyFunction", QStringLiteral("Apply &Function to Loaded Data..."), {},
+      [this] { form_.mnuApplyFunction(); }, [this] { return form_.CanApplyFunction(); });
   Add(
       menu, "mnuSaveFTPImage", QStringLiteral("Save &Images Regularly"), {},
       [this] { form_.Images().mnuSaveFTPImage(); }, {}, [this] { return form_.Images().IsOn(); });

@@ -9,6 +9,7 @@
 
 #include "forms/chart/file_drop.h"
 #include "forms/chart/plot_events.h"
+#include "forms/equations/form_apply_to_channels.h"
 #include "forms/load/load_forms.h"
 #include "forms/plot/chart_colors.h"
 #include "forms/plot/chart_picture.h"
@@ -67,6 +68,12 @@ MainWindow::MainWindow(Session& session, FormMain& form)
     return DrawChartFile(window_, fullView ? std::optional(all) : std::nullopt, ToQString(file.string()), problem);
   });
   form_.Loads().SetForms(LoadFormsOver(this, session_));
+  form_.OnEditEquations([this](const EquationsRequest& request, EquationSet& set) {
+    FormApplytoChannels dialog(session_, window_, request, set, this);
+    if (dialog.exec() != QDialog::Accepted) return false;
+    set = dialog.Equations();
+    return true;
+  });
   RestoreGeometry();
   connect(&refresh_, &QTimer::timeout, this, [this] { Refresh(); });
   refresh_.start(kRefreshMilliseconds);
@@ -79,6 +86,7 @@ MainWindow::~MainWindow() {
   StoreGeometry();
   form_.Images().SetDraw({});
   form_.Loads().SetForms({});
+  form_.OnEditEquations({});
   form_.OLog().OnOpen({});
   if (!olog_) return;
   if (form_.OLog().IsOpen()) olog_->SaveUnasked();

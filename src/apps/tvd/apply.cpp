@@ -1,0 +1,88 @@
+#include <QCoreApplication>
+#include <filesystem>
+
+#include "commands.h"
+#include "core/apply_function.h"
+#include "core/version.h"
+#include "files/load.h"
+#include "files/saving.h"
+#include "host/disk_path.h"
+#include "host/headless_dialogs.h"
+#include "host/make_host.h"
+#include "output.h"
+#include "text/ansi.h"
+#include "text/number.h"
+
+namespace tarvolt {
+namespace {
+
+struct ChannelEquation {
+  int channel = 0;  ///< counted from 1; 0 for what is none
+  std::string text;
+};
+
+// "N=TEXT" with an N of 1 to 8.
+ChannelEquation EquationOf(const std::string& argument) {
+  if (argument.size() < 3 || argument[1] != '=' || argument[0] < '1' || argument[0] > '0' + kChannels) return {};
+  return {argument[0] - '0', AnsiFromUtf8(argument.substr(2))};
+}
+
+EquationSet SetOf(const ApplyRequest& request) {
+  EquationSet set;
+  for (const std::string& argument : request.equations) {
+    const ChannelEquation equation = EquationOf(argument);
+    set.EquString[static_cast<std::size_t>(equation.channel - 1)] = equation.text;
+    set.ApplyToCH[static_cast<std::size_t>(equation.channel - 1)] = 1;
+  }
+  return set;
+}
+
+bool FitsChart(const EquationSet& set, int channels) {
+  for (int channel = channels; channel < kChannels; ++channel) {
+    if (!set.Applies(channel)) continue;
+    Complain("channel " + NumberText(std::int64_t{channel + 1}) + " has an equation, but the file has " +
+             NumberText(std::int64_t{channels}) + " channels with those added");
+    return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+std::string EquationArgumentFault(const std::string& argument) {
+  const ChannelEquation equation = EquationOf(argument);
+  if (equation.channel == 0) return argument + " is not N=TEXT with a channel from 1 to 8 and its equation";
+  return equation.text.size() > kLongestChannelEquation ? "the equation is too long" : "";
+}
+
+CommandResult ApplyToFile(const ApplyRequest& request, int argc, char** argv) {
+  std::error_code ignored;
+  if (std::filesystem::equivalent(request.file, request.output, ignored)) {
+    Complain("the output is the file itself: what was measured is not written over");
+    return CommandResult::WrongUsage;
+  }
+  QCoreApplication application(argc, argv);
+  const auto owner = MakeHost(
+      application, std::make_unique<HeadlessDialogs>([](const std::string& line) { Complain(Utf8FromAnsi(line)); }));
+  Session session(owner->host, "");
+  session.store.BeginBatch();  // never ended: what a save remembers for a station is not kept here
+  session.store.SaveSetting(Section::Settings, "Version", kProgramVersion);
+  ChartWindow window;
+  if (LoadData(session, window, NameFromDisk(request.file).value_or(request.file)) != LoadOutcome::Loaded) {
+    return CommandResult::Failed;
+  }
+  if (request.newChannels > FreeChannels(window.chart)) {
+    Complain("You cannot add that many channels.");
+    return CommandResult::WrongUsage;
+  }
+  if (!AddEquationChannels(window, request.newChannels)) return CommandResult::Failed;
+  const EquationSet set = SetOf(request);
+  if (!FitsChart(set, window.chart.ChannelCount())) return CommandResult::WrongUsage;
+  ChannelEquations equations(1);
+  ApplyFunction(session, window, equations, set);
+  const std::string output = NameFromDisk(request.output).value_or(request.output);
+  const bool saved = SaveDataFile(session, window, output, false) == SaveOutcome::Saved;
+  return saved ? CommandResult::Done : CommandResult::Failed;
+}
+
+}  // namespace tarvolt

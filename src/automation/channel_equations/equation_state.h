@@ -1,0 +1,53 @@
+#pragma once
+
+#include <string_view>
+
+#include "automation/equation/equation.h"
+#include "text/ansi.h"
+
+namespace tarvolt {
+
+/// What the equations of a window share: the evaluator with its variables, which carry from statement to statement,
+/// from channel to channel and from sample to sample, and the last solution.
+class EquationState {
+ public:
+  /// More names than this are not kept: a name with a number in it could be a new one each sample.
+  static constexpr std::size_t kMostVariables = 10000;
+
+  explicit EquationState(std::uint64_t seed) : equation_('.', seed) {}
+
+  /// Solves a text. On a fault raises EquationError, and the solution stays.
+  double Solve(std::string_view text) {
+    equation_.Equation(text);
+    equation_.Solve();
+    solution_ = equation_.Solution();
+    return solution_;
+  }
+
+  /// The same for a text that Parse has taken apart.
+  double Solve(ParsedEquation& parsed) {
+    solution_ = equation_.Evaluate(parsed);
+    return solution_;
+  }
+  void Parse(std::string_view text, ParsedEquation& parsed) const { equation_.Parse(text, parsed); }
+
+  /// Stores the solution under a name. One that no equation could read, as it does not begin with a letter, is not
+  /// kept.
+  void Assign(std::string_view name) {
+    if (!IsReadable(name)) return;
+    if (equation_.VarCount() < kMostVariables || equation_.HasVar(name)) equation_.Var(name, solution_);
+  }
+  static bool IsReadable(std::string_view name) {
+    if (name.empty()) return false;
+    const char first = LowerByte(name[0]);
+    return (first >= 'a' && first <= 'z') || first == '_';
+  }
+
+  double Solution() const { return solution_; }
+
+ private:
+  clsEquation equation_;
+  double solution_ = 0;
+};
+
+}  // namespace tarvolt

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "automation/channel_equations/sample_view.h"
+
+namespace tarvolt {
+
+/// What the text of an equation may hold in place of a number.
+enum class PlaceholderKind : std::uint8_t {
+  X,        ///< the value of the channel whose equation it is
+  TDay,     ///< the time of day, or of the sample
+  TSDay,    ///< the time since the begin
+  Snum,     ///< the index of the sample
+  MsgData,  ///< a number of the message link
+  DataMin,  ///< the lowest value of a channel in the chart
+  DataMax,  ///< the highest
+  Z,        ///< the value of a channel in this sample
+  ZAt,      ///< the value of a channel in another sample
+};
+
+struct Placeholder {
+  PlaceholderKind kind = PlaceholderKind::X;
+  int channel = 0;          ///< of MsgData and those below it, counted from 0
+  std::int32_t offset = 0;  ///< of ZAt, in samples
+  bool operator==(const Placeholder&) const = default;
+};
+
+/// Those that are put in before a text is cut into its statements, in their order. X and Z follow in each statement.
+struct NamedPlaceholder {
+  std::string name;
+  Placeholder placeholder;
+};
+const std::vector<NamedPlaceholder>& TimesAndMessages();
+const std::vector<NamedPlaceholder>& DataExtremes();
+
+/// False for a ZAt whose sample is not there.
+bool IsInRange(const Placeholder& placeholder, const EquationSample& sample);
+
+/// The number it stands for. `x` is the value of the channel whose equation it is.
+double ValueOf(const Placeholder& placeholder, const EquationSample& sample, double x);
+
+/// The text that is put in its place.
+std::string TextOf(const Placeholder& placeholder, double value);
+
+/// True when its text leads with a blank unless with a minus.
+bool HasWireForm(const Placeholder& placeholder);
+
+/// A placeholder's number as the equation reads it.
+struct PlacedNumber {
+  double raw = 0;      ///< before it was printed
+  double printed = 0;  ///< and read again
+  bool plain = true;   ///< printed as digits with a point; what is not must be read as text
+};
+
+/// Prints and reads the number, in effect. `known` is what it was last time.
+void Place(const Placeholder& placeholder, double value, PlacedNumber& known);
+
+}  // namespace tarvolt

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "automation/channel_equations/equation_state.h"
+#include "automation/channel_equations/sample_view.h"
+
+namespace tarvolt {
+
+/// Runs a channel's equation as it is defined: the numbers are put into its text, and each statement is then solved.
+/// Gives the channel's new value: the solution of what was solved last. Nothing when a sample was asked for that is not
+/// there. A statement that cannot be solved changes nothing, and those behind it go on.
+std::optional<double> RunAsText(EquationState& state, std::string_view equation, const EquationSample& sample,
+                                double x);
+
+/// Solves one statement whose numbers stand in it: a formula, or one with a name to store the result under. Raises
+/// EquationError.
+void RunStatement(EquationState& state, const std::string& statement);
+
+}  // namespace tarvolt

@@ -1,0 +1,95 @@
+#include "core/apply_function.h"
+
+#include <algorithm>
+#include <chrono>
+
+#include "core/run_metadata.h"
+#include "text/number.h"
+#include "timebase/time_text.h"
+
+namespace tarvolt {
+namespace {
+
+constexpr std::int32_t kSamplesBetweenYields = 500;
+
+/// Holds other loads and a start off while it lives.
+class BusyFlag {
+ public:
+  explicit BusyFlag(bool& flag) : flag_(flag) { flag_ = true; }
+  ~BusyFlag() { flag_ = false; }
+  BusyFlag(const BusyFlag&) = delete;
+  BusyFlag& operator=(const BusyFlag&) = delete;
+
+ private:
+  bool& flag_;
+};
+
+void ApplyToSample(ChartWindow& window, ChannelEquations& equations, const EquationSet& set,
+                   const ChannelExtremes& extremes, std::int32_t index) {
+  StripChart& chart = window.chart;
+  RunState& run = window.run;
+  const int channels = std::min(chart.ChannelCount(), kChannels);
+  for (int channel = 0; channel < channels; ++channel) run.ChannelValue[channel] = chart.GetValue(channel, index);
+  equations.ApplyEquation(set, channels, SampleOfChart(window, index, extremes), run);
+  for (int channel = 0; channel < channels; ++channel) chart.SetValue(channel, index, run.ChannelValue[channel]);
+}
+
+// The samples are no longer those of a file or of a backup.
+void MarkChanged(ChartWindow& window) {
+  window.run.DataNeedsSave = true;
+  window.save.SavedAs.clear();
+  window.save.BackupActive = false;
+  window.header.channels = static_cast<std::int16_t>(window.chart.ChannelCount());
+  window.chart.ScaleYToData();
+  ++window.chart.RepaintRequests;
+}
+
+void AddMetadata(Session& session, ChartWindow& window, const EquationSet& set) {
+  const std::string when = FormatDate(NowPrecise(session.host.clock), "YYMMDDHHnnSS");
+  for (int channel = 0; channel < std::min(window.chart.ChannelCount(), kChannels); ++channel) {
+    if (!set.Applies(channel)) continue;
+    const std::string problem = window.metadata.AddToMetaData(
+        "Equation Applied:" + when + NumberText(std::int64_t{channel + 1}), EquationText(set, channel));
+    if (!problem.empty()) session.Add2SLog(problem);
+  }
+}
+
+}  // namespace
+
+int FreeChannels(const StripChart& chart) {
+  return std::max(kChannels - chart.ChannelCount(), 0);
+}
+
+bool AddEquationChannels(ChartWindow& window, int count) {
+  const int before = window.chart.ChannelCount();
+  if (count < 0 || count > FreeChannels(window.chart) || !window.chart.AddChannels(count)) return false;
+  for (int channel = before; channel < before + count; ++channel) {
+    const std::string name = "EQ CH" + NumberText(std::int64_t{channel + 1});
+    window.chart.ChannelName[channel] = name;
+    window.channelLabels[channel] = name;
+    window.chart.ChannelVisible[channel] = true;
+    window.run.ChannelOffset[channel] = 0;
+  }
+  window.run.ChannelCount = before + count;
+  return true;
+}
+
+void ApplyFunction(Session& session, ChartWindow& window, ChannelEquations& equations, const EquationSet& set) {
+  const BusyFlag busy(window.save.Loading);
+  window.view.StatusText = "Applying Function to Data ... Please Wait";
+  session.host.loop.Yield(std::chrono::milliseconds(0));
+  const ChannelExtremes extremes = ExtremesOf(window.chart);
+  const std::int32_t count = window.chart.Count();
+  for (std::int32_t index = 0; index < count; ++index) {
+    ApplyToSample(window, equations, set, extremes, index);
+    if ((index + 1) % kSamplesBetweenYields != 0) continue;
+    ++window.chart.RepaintRequests;
+    session.host.loop.Yield(std::chrono::milliseconds(0));
+  }
+  MarkChanged(window);
+  AddMetadata(session, window, set);
+  window.view.StatusText = "Equation Applied";
+  session.Add2SLog("Equation Applied");
+}
+
+}  // namespace tarvolt

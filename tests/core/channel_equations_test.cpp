@@ -1,0 +1,196 @@
+#include <gtest/gtest.h>
+
+#include "files/data_file_reader.h"
+#include "station/station.h"
+
+namespace tarvolt {
+namespace {
+
+using namespace std::chrono_literals;
+
+std::string ValueOfRow(const Metadata& metadata, const std::string& name) {
+  for (const MetadataRecord& record : metadata.Records()) {
+    if (record.name == name) return record.value;
+  }
+  return "(none)";
+}
+
+std::vector<double> Channel(const StripChart& chart, int channel) {
+  std::vector<double> values;
+  for (std::int32_t i = 0; i < chart.Count(); ++i) values.push_back(chart.GetValue(channel, i));
+  return values;
+}
+
+TEST(EquationsOnARun, RewriteEachSampleBeforeItIsStoredAndTheFileTellsOfThem) {
+  Station station;
+  station.Set("ApplyToIncoming", true).Set("Equ0", "X*2+1").Set("ApplyToCH1", 0).Set("Equ1", "X*100");
+  station.Set("UseOffsets", true).Set("Channel0Offset", 1000).StartChart();
+  station.TheSession().settings.Equ[0] = "0";  // a profile that is loaded meanwhile does not change the run
+  station.RunForSets(6);
+  const ChartWindow& window = station.Form().Window();
+  EXPECT_EQ(Channel(window.chart, 0), (std::vector<double>{1001, 1003, 1005, 1007, 1009, 1011}));
+  EXPECT_EQ(Channel(window.chart, 1), (std::vector<double>{0, -1, -2, -3, -4, -5})) << "not ticked";
+  station.StopChart();
+  DataFileReader reader(station.host.disk);
+  ASSERT_EQ(reader.Open(station.FilesSaved().at(0)), OpenResult::Ok);
+  EXPECT_EQ(ValueOfRow(reader.Notes().metadata, "Equation Applied When Collected CH 1"), "CH: 1  Equation: X*2+1");
+  EXPECT_EQ(ValueOfRow(reader.Notes().metadata, "Equation Applied When Collected CH 2"), "(none)");
+  EXPECT_EQ(station.FirstChannelIn(station.FilesSaved().at(0)), Channel(window.chart, 0));
+}
+
+TEST(EquationsOnARun, MakeChannelsOfTheirOwnBesideThoseOfTheSource) {
+  Station station;  // whose source declares two channels
+  station.Set("Dsrc2", 42).Set("ApplyToIncoming", true).Set("Equ2", "IF{[Z1]>[2]};THEN{Z1-Z1[-1]};ELSE{7}");
+  station.StartChart();
+  station.RunForSets(6);
+  station.StopChart();
+  const auto samples = station.SamplesIn(station.FilesSaved().at(0));
+  ASSERT_EQ(samples.size(), 6u);
+  ASSERT_EQ(samples[5].values.size(), 3u);
+  EXPECT_EQ(samples[1].values[2], 7);
+  EXPECT_EQ(samples[5].values[2], 1);
+}
+
+TEST(EquationsOnARun, NeedNoSource) {
+  Station station;
+  station.Set("Dsrc0", 40).Set("Dsrc1", 0).Set("ApplyToIncoming", true).Set("Equ0", "n=n0+1;Snum*10").StartChart();
+  ASSERT_TRUE(station.Running()) << station.Log();
+  station.RunFor(1050ms);
+  EXPECT_EQ(Channel(station.Form().Window().chart, 0), (std::vector<double>{0, 10, 20, 30, 40, 50, 60, 70, 80, 90}));
+  EXPECT_FALSE(station.Logged("UDS"));
+}
+
+/// A recorded and loaded chart of two channels, and a person who edits equations.
+class EquationsOnAChart : public testing::Test {
+ protected:
+  EquationsOnAChart() {
+    station.StartChart();
+    station.RunForSets(1200);
+    station.StopChart();
+    original = station.FilesSaved().at(0);
+    station.Form().OnEditEquations([this](const EquationsRequest& request, EquationSet& set) {
+      asked.push_back(request);
+      if (whileEditing) whileEditing();
+      set = edited;
+      return accepts;
+    });
+    edited.ApplyToCH = {1, 0, 1};
+    edited.EquString = {"X*2", "nothing", "Z1+Z2[-1]"};
+  }
+
+  const ChartWindow& Window() { return station.Form().Window(); }
+  void Apply() { station.Form().mnuApplyFunction(); }
+
+  Station station;
+  std::string original;
+  EquationSet edited;
+  bool accepts = true;
+  std::vector<EquationsRequest> asked;
+  std::function<void()> whileEditing;
+};
+
+TEST_F(EquationsOnAChart, AreAppliedToAllSamplesAndSavedAsANewFile) {
+  ASSERT_TRUE(station.Form().LoadDataFile(original));
+  station.host.dialogs.EnterNext("1");
+  const double before = Window().chart.GetValue(0, 700);
+  Apply();
+  ASSERT_EQ(asked.size(), 1u);
+  EXPECT_EQ(asked[0].channels, 3);
+  EXPECT_EQ(asked[0].caption, "Apply Function to Loaded Chart Data");
+  EXPECT_EQ(Window().chart.ChannelCount(), 3);
+  EXPECT_EQ(Window().header.channels, 3);
+  EXPECT_EQ(Window().chart.ChannelName[2], "EQ CH3");
+  EXPECT_EQ(Window().chart.GetValue(0, 700), before * 2);
+  EXPECT_EQ(Window().chart.YAxisMax, Window().chart.DataMax());
+  EXPECT_TRUE(station.Logged("Equation Applied"));
+  ASSERT_EQ(station.FilesSaved().size(), 2u);
+  const auto was = station.SamplesIn(original);
+  EXPECT_EQ(was.at(700).values, (std::vector<double>{700, -700})) << "the file that was loaded stays";
+  const std::string fresh = station.FilesSaved()[0] == original ? station.FilesSaved()[1] : station.FilesSaved()[0];
+  const auto now = station.SamplesIn(fresh);
+  ASSERT_EQ(now.size(), was.size());
+  EXPECT_EQ(now[700].values, (std::vector<double>{1400, -700, 1400 - 699}));
+  EXPECT_EQ(now[0].values[2], 0) << "there is no sample before the first";
+  EXPECT_EQ(now[700].stamp, was[700].stamp);
+  DataFileReader reader(station.host.disk);
+  ASSERT_EQ(reader.Open(fresh), OpenResult::Ok);
+  EXPECT_EQ(reader.Notes().labels[2], "EQ CH3");
+  int rows = 0;
+  for (const MetadataRecord& record : reader.Notes().metadata.Records()) {
+    if (!record.name.starts_with("Equation Applied:")) continue;
+    ++rows;
+    EXPECT_EQ(record.name.size(), std::string("Equation Applied:YYMMDDHHnnSS1").size()) << record.name;
+    EXPECT_EQ(record.value, record.name.back() == '1' ? "CH: 1  Equation: X*2" : "CH: 3  Equation: Z1+Z2[-1]");
+  }
+  EXPECT_EQ(rows, 2);
+}
+
+TEST_F(EquationsOnAChart, TheChartJustRecordedIsSavedAsItIsNowAndNotFromItsBackup) {
+  Apply();
+  ASSERT_EQ(station.FilesSaved().size(), 2u);
+  std::vector<double> firsts;
+  for (const std::string& file : station.FilesSaved()) firsts.push_back(station.FirstChannelIn(file).at(600));
+  std::sort(firsts.begin(), firsts.end());
+  EXPECT_EQ(firsts, (std::vector<double>{600, 1200}));
+  EXPECT_TRUE(station.TheSession().settings.Equ[0] == "X*2") << "they are the equations in force now";
+  EXPECT_FALSE(station.TheSession().settings.ApplyToIncoming) << "but not on samples that come in";
+}
+
+TEST_F(EquationsOnAChart, AreRefusedInWordsAndThenNothingHasChanged) {
+  const auto expectUntouched = [&](const char* words) {
+    EXPECT_TRUE(station.host.dialogs.HasShown(words)) << words;
+    EXPECT_EQ(station.FilesSaved().size(), 1u);
+    EXPECT_EQ(Window().chart.ChannelCount(), 2);
+    EXPECT_EQ(Window().chart.GetValue(0, 3), 3);
+  };
+  station.host.dialogs.EnterNext("7");
+  Apply();
+  expectUntouched("You cannot add that many channels.");
+  EXPECT_TRUE(asked.empty());
+  edited.ApplyToCH = {0, 0, 1};
+  Apply();
+  expectUntouched("No Channels were selected for processing");
+  edited.ApplyToCH = {1};
+  accepts = false;
+  Apply();
+  expectUntouched("Channels for equation data.\nEnter 0 or press Cancel for no new channels.");
+  accepts = true;
+  whileEditing = [this] { station.Form().StartChart(""); };
+  Apply();
+  EXPECT_TRUE(station.Running());
+  EXPECT_TRUE(station.host.dialogs.HasShown("The chart is in use now"));
+  asked.clear();
+  station.RunFor(3s);
+  Apply();
+  EXPECT_TRUE(asked.empty()) << "no run is rewritten";
+}
+
+TEST_F(EquationsOnAChart, NothingElseTakesTheChartWhileTheyWork) {
+  bool tried = false;
+  station.host.loop.Post([&] {
+    tried = true;
+    station.Form().StartChart("");
+    EXPECT_FALSE(station.Form().LoadDataFile(original));
+    EXPECT_FALSE(station.Form().CanApplyFunction());
+  });
+  Apply();
+  EXPECT_TRUE(tried);
+  EXPECT_FALSE(station.Running());
+  EXPECT_EQ(Window().chart.GetValue(0, 1100), 2200);
+}
+
+TEST_F(EquationsOnAChart, TheEquationsOfRunsToComeSwitchApplyToIncoming) {
+  station.Form().mnuChannelEquations();
+  EXPECT_TRUE(station.TheSession().settings.ApplyToIncoming);
+  EXPECT_EQ(station.TheSession().store.GetSetting(Section::Settings, "ApplyToIncoming"), "True");
+  station.StartChart();
+  station.RunForSets(1210);
+  EXPECT_EQ(Window().chart.GetValue(0, 2), 2 * (-Window().chart.GetValue(1, 2)));
+  station.StopChart();
+  edited.ApplyToCH = {};
+  station.Form().mnuChannelEquations();
+  EXPECT_FALSE(station.TheSession().settings.ApplyToIncoming);
+}
+
+}  // namespace
+}  // namespace tarvolt
