@@ -14,6 +14,7 @@
 #include "logs/observer_log.h"
 #include "model/data_file_header.h"
 #include "model/run_state.h"
+#include "model/sound_state.h"
 #include "model/window_state.h"
 
 namespace tarvolt {
@@ -57,6 +58,7 @@ struct ChartWindow {
   std::string Name = "form1";
   SessionMode Mode = SessionMode::StandAlone;
   RunState run;
+  SoundState sound;
   StripChart chart;
   ChartLook look;
   ChartViews views;
