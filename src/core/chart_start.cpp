@@ -5,6 +5,7 @@
 #include "core/chart_run.h"
 #include "core/observer_entries.h"
 #include "core/run_metadata.h"
+#include "core/sound_card.h"
 #include "files/header_info.h"
 #include "files/naming.h"
 #include "files/saving.h"
@@ -56,6 +57,7 @@ bool ChartRun::RunTheStart(const std::string& profile) {
   ZeroCounters();
   if (!CheckTiming()) return false;
   PrepareChart();
+  if (!SetUpSound()) return false;
   AddTimingMetadata();
   if (!EnableStopControls()) return false;
   LogChartStarted();
@@ -69,6 +71,7 @@ bool ChartRun::RunTheStart(const std::string& profile) {
   if (!ConnectSources()) return false;
   ShowStarted();
   run_.ChartRunning = true;
+  window_.sound.ClearAccumulators();  // buffers counted while the run was not yet armed have given no reading
   run_.chartState = ChartState::Armed;
   recorder_.images.RunStarted();
   return true;
@@ -88,6 +91,8 @@ void ChartRun::ResetRunState() {
   // A sidereal run ignores it: its stamps are no time of a day.
   run_.TimeRefZero = session_.settings.TimeRefZero && !session_.settings.LogLMST;
   run_.Dsrc = session_.settings.Dsrc;
+  run_.Detection = session_.settings.Detection;
+  run_.TimerType = session_.settings.TimerType;
   run_.vAvg = session_.settings.vAvg;
   run_.UDSpush = session_.settings.UDSpush;
   run_.LastStamp = 0;
@@ -106,6 +111,7 @@ void ChartRun::ResetRunState() {
   run_.ShownChannel = 0;
   view_.ValueLabel.clear();
   view_.LeftStatus.clear();
+  window_.sound.ClearAccumulators();
   recorder_.sources = SourcesInUse{};
 }
 
@@ -133,18 +139,22 @@ void ChartRun::CreateDataFolder() {
 
 bool ChartRun::CheckSources() {
   const Settings& settings = session_.settings;
-  constexpr bool kSoundAvailable = false;
-  const std::string refusal = RefuseAtStart(settings, kSoundAvailable);
+  recorder_.sources = FindSourcesInUse(settings);
+  if (NeedsSound()) MatchSoundCard(session_);
+  const std::string refusal = RefuseAtStart(settings, HasSoundCard(settings));
   if (!refusal.empty()) return Refuse(refusal);
   for (int channel = 0; channel < ActiveChannels(settings); ++channel) {
-    if (!IsUds(settings.Dsrc[channel])) {
+    if (!CanRead(settings.Dsrc[channel])) {
       return Refuse("Channel " + NumberText(std::int64_t{channel + 1}) + " is set to \"" +
                     SourceName(settings.Dsrc[channel]) +
                     "\", which this version cannot read. Change to another data source under Options / Data Source.");
     }
   }
-  recorder_.sources = FindSourcesInUse(settings);
   return true;
+}
+
+bool ChartRun::CanRead(DataSourceId source) const {
+  return IsUds(source) || ReadsSound(source);
 }
 
 bool ChartRun::SetUnsavedAside() {
@@ -230,7 +240,7 @@ bool ChartRun::CheckTiming() {
   const Settings& settings = session_.settings;
   if (settings.vAvg < 1) return Refuse("Must have greater than zero samples to average.");
   if (!(settings.SampleRate >= 10)) return Refuse("Sample Rate must be 10 milliseconds or greater.");
-  if (settings.TimerType != 0)
+  if (run_.TimerType == kSoundTimer && !HasSoundCard(settings))
     return Refuse("The sound card is set as the timing method but no sound card is available.");
   recorder_.LoTime1->SetInterval(RoundToInt32(settings.SampleRate));
   return true;
@@ -256,7 +266,12 @@ void ChartRun::PrepareChart() {
 }
 
 void ChartRun::AddTimingMetadata() {
-  tarvolt::AddTimingMetadata(session_, recorder_.sources.UDSInUse, window_);
+  TimingFacts facts;
+  facts.udsInUse = recorder_.sources.UDSInUse;
+  facts.soundPaces = run_.TimerType == kSoundTimer;
+  const bool uneven = facts.soundPaces && session_.settings.SampleRate > 1000 && !soundTiming_.divided;
+  if (uneven) facts.actualPeriod = (run_.EffectiveAvg - run_.vAvg + 1) * soundTiming_.bufMs;
+  tarvolt::AddTimingMetadata(session_, facts, window_);
 }
 
 bool ChartRun::EnableStopControls() {
@@ -332,11 +347,16 @@ void ChartRun::TakeNotesAndHeader() {
 }
 
 bool ChartRun::ConnectSources() {
+  if (recorder_.sources.UDSInUse && !ConnectUds()) return false;
+  recorder_.LoTime1->SetEnabled(run_.TimerType != kSoundTimer && !PushReplacesSound());
+  return true;
+}
+
+bool ChartRun::ConnectUds() {
   session_.Add2SLog("Using UDS: " + session_.settings.UDSexe);
   session_.Add2SLog(std::string("UDS Data: ") + (session_.settings.UDSpush ? "Pushed" : "Polled"));
   if (!recorder_.uds.UDSConnect()) return Refuse("UDS Connection Canceled - Chart Canceled");
   FollowChannelCount();
-  recorder_.LoTime1->SetEnabled(!run_.UDSpush);
   return true;
 }
 
@@ -367,6 +387,7 @@ bool ChartRun::Refuse(const std::string& text) {
 
 void ChartRun::Abort() {
   recorder_.uds.Close();
+  recorder_.sound.Close();
   recorder_.LoTime1->SetEnabled(false);
   recorder_.TimerKeepAlive->SetInterval(kKeepAliveIdle);
   run_.chartState = ChartState::Idle;

@@ -11,6 +11,7 @@ FormMain::FormMain(Session& session)
       recorder_(session, *this, [this](std::optional<TimeStamp> time) { pipeline_.GetAllData(time); }),
       chartRun_(recorder_),
       pipeline_(recorder_),
+      soundClock_(recorder_, chartRun_, pipeline_),
       keepAlive_(recorder_, chartRun_) {
   EventLoop& loop = session_.host.loop;
   recorder_.LoTime1 = loop.MakeTimer([this] { pipeline_.TimerTick(); });

@@ -11,6 +11,7 @@
 #include "core/options_check.h"
 #include "core/recorder.h"
 #include "core/sample_pipeline.h"
+#include "core/sound_clock.h"
 
 namespace tarvolt {
 
@@ -122,6 +123,7 @@ class FormMain final : public RunControl {
   void StoreProgramIdentity();
   void SettleFirstUse();
   void LoadSettings();
+  void FindSoundCard();
   void CheckZone();
   void ApplyPriority();
   void CheckIdentity();
@@ -140,6 +142,7 @@ class FormMain final : public RunControl {
   Recorder recorder_;
   ChartRun chartRun_;
   SamplePipeline pipeline_;
+  SoundClock soundClock_;
   KeepAlive keepAlive_;
   FirstUse firstUse_;
   bool firstUseCancelled_ = false;

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
+#include <string>
+
 #include "model/chart_window.h"
 #include "model/session.h"
 
@@ -8,7 +12,18 @@ namespace tarvolt {
 /// Clears the metadata of the window and adds the rows that describe the run about to start.
 void BuildRunMetadata(const Session& session, ChartWindow& window);
 
+/// Adds the rows about the sound input: its format and buffer, and the mixer's input and volume.
+void AddSoundMetadata(const Session& session, const std::string& formatText, std::int32_t bufferBytes,
+                      ChartWindow& window);
+
+/// What paces a run.
+struct TimingFacts {
+  bool udsInUse = false;
+  bool soundPaces = false;
+  std::optional<double> actualPeriod;  ///< milliseconds, when the buffers cannot make up the period asked for
+};
+
 /// Adds the rows about the pacing of the run and about its data source.
-void AddTimingMetadata(const Session& session, bool udsInUse, ChartWindow& window);
+void AddTimingMetadata(const Session& session, const TimingFacts& facts, ChartWindow& window);
 
 }  // namespace tarvolt

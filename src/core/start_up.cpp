@@ -3,6 +3,7 @@
 #include "config/profile.h"
 #include "core/form_main.h"
 #include "core/priority.h"
+#include "core/sound_card.h"
 #include "core/version.h"
 #include "files/header_info.h"
 #include "files/naming.h"
@@ -22,9 +23,9 @@ constexpr std::size_t kNotesLimit = 1 << 20;
 bool FormMain::Form_Load(const std::string& commandLine) {
   session_.store.Load();
   for (const auto step :
-       {&FormMain::StoreProgramIdentity, &FormMain::SettleFirstUse, &FormMain::LoadSettings, &FormMain::CheckZone,
-        &FormMain::ApplyPriority, &FormMain::NameSessionLog, &FormMain::CheckIdentity, &FormMain::ReadNotes,
-        &FormMain::AlertAboutBackups, &FormMain::ReadRecentLists}) {
+       {&FormMain::StoreProgramIdentity, &FormMain::SettleFirstUse, &FormMain::LoadSettings, &FormMain::FindSoundCard,
+        &FormMain::CheckZone, &FormMain::ApplyPriority, &FormMain::NameSessionLog, &FormMain::CheckIdentity,
+        &FormMain::ReadNotes, &FormMain::AlertAboutBackups, &FormMain::ReadRecentLists}) {
     RunStep(step);
     if (firstUseCancelled_) return false;
   }
@@ -89,6 +90,10 @@ void FormMain::LoadSettings() {
   ClearHeader(recorder_.window);
   getStaticHeaderInfo(session_, recorder_.window, 0);
   recorder_.commands.UpdateAfterOptionsChange();
+}
+
+void FormMain::FindSoundCard() {
+  MatchSoundCard(session_);
 }
 
 void FormMain::CheckZone() {
