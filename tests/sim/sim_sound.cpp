@@ -7,11 +7,11 @@ namespace tarvolt {
 
 class SimSound::Input final : public WaveInDevice {
  public:
-  Input(SimSound& sound, std::string name) : sound_(sound), name_(std::move(name)) {
+  Input(SimSound& sound, std::string name) : sound_(sound), inputs_(sound.inputs_), name_(std::move(name)) {
     timer_ = sound_.loop_.MakeTimer([this] { Deliver(); });
-    sound_.inputs_.insert(this);
+    inputs_->insert(this);
   }
-  ~Input() override { sound_.inputs_.erase(this); }
+  ~Input() override { inputs_->erase(this); }
 
   bool Open(const WaveFormat& format, std::int32_t bufferBytes, std::string& why) override {
     Close();
@@ -100,6 +100,7 @@ class SimSound::Input final : public WaveInDevice {
   }
 
   SimSound& sound_;
+  std::shared_ptr<std::set<Input*>> inputs_;
   std::string name_;
   std::unique_ptr<Timer> timer_;
   WaveFormat format_;
@@ -133,7 +134,7 @@ void SimSound::Plug(const std::string& name, Signal signal) {
 }
 
 void SimSound::Unplug(const std::string& name) {
-  for (Input* input : inputs_) {
+  for (Input* input : *inputs_) {
     if (input->Name() == name) input->PullOut();
   }
   signals_.erase(name);
@@ -148,7 +149,7 @@ void SimSound::Heal() {
 
 int SimSound::OpenNow() const {
   return static_cast<int>(
-      std::count_if(inputs_.begin(), inputs_.end(), [](const Input* input) { return input->IsOpen(); }));
+      std::count_if(inputs_->begin(), inputs_->end(), [](const Input* input) { return input->IsOpen(); }));
 }
 
 }  // namespace tarvolt

@@ -68,7 +68,7 @@ class SimSound final : public WaveInDevices {
   SimRandom random_;
   std::map<std::string, Signal> signals_;
   std::set<std::string> stalled_;
-  std::set<Input*> inputs_;
+  std::shared_ptr<std::set<Input*>> inputs_ = std::make_shared<std::set<Input*>>();  ///< some die after this
   std::chrono::milliseconds jitter_{0};
   bool wrongSizes_ = false;
   std::string refusal_;
