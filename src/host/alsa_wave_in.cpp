@@ -200,9 +200,9 @@ bool AlsaWaveIn::ReadAvailable(Capture& capture, std::string& frames) {
     }
     int error = static_cast<int>(read);
     if (error == -EPIPE || error == -ESTRPIPE) {
-      capture.blocks.NoteLost(1);
       error = snd_pcm_recover(capture.pcm.get(), error, 1);
       if (error == 0) error = snd_pcm_start(capture.pcm.get());
+      if (error == 0) capture.blocks.NoteLost(1);
     }
     if (error >= 0) break;
     const std::lock_guard lock(capture.mutex);

@@ -14,6 +14,9 @@ namespace {
 constexpr int kWatchInterval = 250;         // milliseconds
 constexpr double kOverRunLineEvery = 1000;  // milliseconds; a flood of lines would cost more buffers yet
 
+constexpr const char* kBusyWords = "Sound buffer filled while last data was still being processed.";
+constexpr const char* kLateWords = "Sound was lost because it was not taken from the driver in time.";
+
 /// True while a buffer is worked on, however that ends.
 class Busy {
  public:
@@ -56,7 +59,7 @@ bool SoundInput::OpenDevice(std::string& why) {
   Device device = session_.host.sound.Make(request_.name);
   if (!device->Open(request_.format, request_.bufferBytes, why)) return false;
   device->onBuffer = [this](WaveHandle handle) { TakeBuffer(handle); };
-  device->onOverRun = [this](std::int64_t buffers) { NoteOverRuns(buffers); };
+  device->onOverRun = [this](std::int64_t buffers) { NoteOverRuns(buffers, kLateWords); };
   device->onLost = [this](const std::string& reason) { Lose(reason); };
   device->onEnded = [this] {
     running_ = false;
@@ -144,7 +147,7 @@ void SoundInput::StartLevelMeter() {
 // Nothing of a dropped buffer is counted: what has gathered since the last read stays as it is.
 void SoundInput::TakeBuffer(WaveHandle handle) {
   NoteDelivery();
-  if (sound_.BufferBusy || window_.run.TickBusy) return NoteOverRuns(1);
+  if (sound_.BufferBusy || window_.run.TickBusy) return NoteOverRuns(1, kBusyWords);
   {
     const Busy busy(sound_.BufferBusy);
     sound_.SoundBufCountL += 1;
@@ -164,12 +167,12 @@ std::size_t SoundInput::FetchSamples(WaveHandle handle) {
 }
 
 // Each lost buffer counts; of a flood a line a second is logged, and the number at the end.
-void SoundInput::NoteOverRuns(std::int64_t buffers) {
+void SoundInput::NoteOverRuns(std::int64_t buffers, const char* words) {
   sound_.overRuns += buffers;
   const double now = session_.host.clock.MonotonicMilliseconds();
   if (sound_.overRuns > buffers && now < nextOverRunLine_) return;
   nextOverRunLine_ = now + kOverRunLineEvery;
-  session_.Add2SLog("Sound buffer filled while last data was still being processed.");
+  session_.Add2SLog(words);
 }
 
 DetectionSetup SoundInput::Setup() const {

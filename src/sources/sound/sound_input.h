@@ -67,7 +67,7 @@ class SoundInput {
   void LetGo();
   void TakeBuffer(WaveHandle handle);
   std::size_t FetchSamples(WaveHandle handle);
-  void NoteOverRuns(std::int64_t buffers);
+  void NoteOverRuns(std::int64_t buffers, const char* words);
   DetectionSetup Setup() const;
 
   // The watchdog (sound_watchdog.cpp).
