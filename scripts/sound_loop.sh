@@ -56,10 +56,17 @@ for _ in 1 2; do
   sleep 2
   start_server
 done
+used=0
+ticks="$(getconf CLK_TCK)"
+while kill -0 "$station" 2>/dev/null; do
+  used="$(awk -v t="$ticks" '{ print ($14 + $15) / t }' "/proc/$station/stat" 2>/dev/null || echo "$used")"
+  sleep 0.5
+done
 status=0
 wait "$station" || status=$?
 station=""
 cat "$folder/station.log"
+echo "Processor time of the station: $used of $seconds seconds"
 echo "Standard error of the station: $(wc -c <"$folder/station.err") bytes"
 file="$(find "$folder/station/Data" -name '*.tvd' ! -name 'localdatabackup.tvd' | head -n 1)"
 "$bin/tvd" info "$file" | grep -iE "samples|sound|buffer" || true
