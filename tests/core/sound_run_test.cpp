@@ -242,6 +242,29 @@ TEST_F(SoundRun, HoursOfRoughWeatherKeepTheRunAndItsValues) {
   EXPECT_EQ(samples.back().values[0], 1000);
 }
 
+TEST_F(SoundRun, LogsTurnOverWithoutLosingABufferAndKeepTheirClock) {
+  station.Set("TimerType", 1).Set("MaxArrayCount", 50).Set("MetaDataActive", 1).StartChart();
+  station.RunFor(12s);
+  station.TheSession().settings.TimerType = 0;  // as a profile loaded meanwhile would
+  station.TheSession().settings.Detection[0] = 3;
+  station.RunFor(12s);
+  EXPECT_EQ(station.host.sound.Openings(), 1);
+  ASSERT_GE(station.FilesSaved().size(), 4u);
+  TimeStamp last = 0;
+  for (const std::string& file : station.FilesSaved()) {
+    const std::vector<Sample> samples = station.SamplesIn(file);
+    ASSERT_EQ(samples.size(), 50u);
+    for (const Sample& sample : samples) {
+      EXPECT_EQ(sample.values[0], 1000);
+      if (last > 0) {
+        EXPECT_NEAR(sample.stamp - last, 100 * kMillisecond, 1.5 * kMillisecond);
+      }
+      last = sample.stamp;
+    }
+    EXPECT_NE(station.host.disk.Contents(file)->find("8000 Hz 16 Bit Stereo Buffer:3200"), std::string::npos) << file;
+  }
+}
+
 TEST_F(SoundRun, EachCardHasItsOwnCalibration) {
   station.Boot();
   Settings& settings = station.TheSession().settings;
