@@ -103,8 +103,9 @@ class PipelineRig {
   SimHost machine_{kSeed, kSwitchedOn};
   WeightlessDisk disk_{machine_.disk, "localdatabackup.tvd"};
   UdsPeer source_{machine_.loop, machine_.network, kSeed};
-  Session session_{{machine_.clock, machine_.loop, machine_.network, disk_, machine_.processes, machine_.dialogs},
-                   kHome};
+  Session session_{
+      {machine_.clock, machine_.loop, machine_.network, disk_, machine_.processes, machine_.dialogs, machine_.sound},
+      kHome};
   Verbs verbs_;
   Recorder recorder_{session_, verbs_, [](std::optional<TimeStamp>) {}};
   ChartRun chartRun_{recorder_};
@@ -166,7 +167,9 @@ void MessagesOfASample(benchmark::State& state) {
   window.run.ChartRunning = true;
   Verbs verbs;
   std::int64_t sets = 0;
-  UdsDispatch dispatch(session, window, verbs, [&](std::optional<TimeStamp>) { ++sets; });
+  SoundInput sound(session, window);
+  UdsDispatch dispatch(
+      session, window, verbs, sound, [&](std::optional<TimeStamp>) { ++sets; }, [](std::string_view) {});
   const std::vector<std::string> messages = MessagesOfASet();
   Values bareSums{};
   RunSideBySide(

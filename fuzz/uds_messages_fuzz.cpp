@@ -58,6 +58,28 @@ class NoDialogs final : public Dialogs {
   std::optional<std::string> AskSaveFile(const SaveFileRequest&) override { return std::nullopt; }
 };
 
+class NoSound final : public WaveInDevices {
+ public:
+  std::vector<std::string> List() override { return {}; }
+  bool IsThere(const std::string&) override { return false; }
+  std::optional<WaveFormat> FixedFormat(const std::string&) override { return std::nullopt; }
+  std::vector<WaveFormat> Formats(const std::string&, std::span<const WaveFormat>) override { return {}; }
+  std::unique_ptr<WaveInDevice> Make(const std::string&) override { return std::make_unique<NoInput>(); }
+
+ private:
+  class NoInput final : public WaveInDevice {
+   public:
+    bool Open(const WaveFormat&, std::int32_t, std::string&) override { return false; }
+    void Start() override {}
+    void Pause() override {}
+    void Restart() override {}
+    void Stop() override {}
+    void Close() override {}
+    std::size_t ParseWaveHeader(WaveHandle) const override { return 0; }
+    std::size_t CopyWaveHeader(WaveHandle, void*, std::size_t) const override { return 0; }
+  };
+};
+
 /// A connection that is up at once and hears what it is given.
 class FedSocket final : public SocketControl {
  public:
@@ -128,15 +150,17 @@ void RunLink(bool push, std::string_view input) {
   static NoFiles files;
   static NoProcesses processes;
   static NoDialogs dialogs;
+  static NoSound inputs;
   static OneSocket sockets;
   static OpeningLoop loop(sockets);
-  static Session session(Host{clock, loop, sockets, files, processes, dialogs}, "home");
+  static Session session(Host{clock, loop, sockets, files, processes, dialogs, inputs}, "home");
   loop.DropPosted();
   session.settings.Dsrc = {20, 21, 22, 23, 24, 25, 26, 27};
   session.settings.UDSpush = push;
   ChartWindow window;
   StoppingControl control;
-  UdsClient client(session, window, control, [&](std::optional<TimeStamp> time) {
+  SoundInput sound(session, window);
+  UdsClient client(session, window, control, sound, [&](std::optional<TimeStamp> time) {
     StoppingControl::Require(!time || (*time > 0 && *time < 2958466));
     if (window.chart.Count() < 10) window.chart.AddTime(time.value_or(0));
   });

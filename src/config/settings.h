@@ -8,6 +8,12 @@ namespace tarvolt {
 
 inline constexpr int kChannels = 8;
 
+/// Inputs of the mixer, each with a background of its own.
+inline constexpr int kMixerInputs = 4;
+
+/// What SoundCardName reads while there is no sound input.
+inline constexpr const char* kNoSoundCard = "None Available";
+
 /// The session-wide settings, each under its key's own name. A default-constructed one holds the defaults of the table
 /// of settings; a default path that begins with a backslash is still relative to the station's home. Indexed members
 /// are counted from channel 0.
@@ -130,21 +136,25 @@ struct Settings {
   bool MAX186Differential{};
 
   // Sound.
-  std::string SoundCardName{};
-  std::string Source{};       ///< name of the mixer's input
-  std::int32_t sWavFormat{};  ///< row of the sound formats
-  std::int32_t Pbuffer{};     ///< sound buffer in bytes with TimerType 0
-  double PreBuffLen{};        ///< pre-buffer of the WAV recorder in seconds
-  double PwrMultiL{};         ///< the mean square of the left side is divided by it
-  double PwrMultiR{};         ///< the same for the right side
-  double SCTadjust{};         ///< correction factor of the sound card's clock
+  std::string SoundCardName{};  ///< as the host lists it; kNoSoundCard for none
+  std::string Source{};         ///< name of the mixer's input
+  std::int32_t sWavFormat{};    ///< row of the sound formats
+  std::int32_t Pbuffer{};       ///< sound buffer in bytes with TimerType 0
+  double PreBuffLen{};          ///< pre-buffer of the WAV recorder in seconds
   bool MixerEnabled{};
-  std::int16_t MixerSource{};  ///< 0 Line, 1 Mic, 2 Wave, 3 Stereo Mix
   std::int32_t MixerDeviceNum{};
   std::int32_t MixerMicVol{};
   std::int32_t MixerLineVol{};
   std::int32_t MixerWaveVol{};
   std::int32_t MixerStereoMixVol{};
+
+  // Kept for each sound card by itself, in a section of the store that bears its name.
+  double PwrMultiL{};                                 ///< the mean square of the left side is divided by it
+  double PwrMultiR{};                                 ///< the same for the right side
+  double SCTadjust{};                                 ///< correction factor of the sound card's clock
+  std::int16_t MixerSource{};                         ///< 0 Line, 1 Mic, 2 Wave, 3 Stereo Mix
+  std::array<std::int16_t, kMixerInputs> LCHbkgnd{};  ///< background of the left side, by MixerSource
+  std::array<std::int16_t, kMixerInputs> RCHbkgnd{};
 
   // The WAV recorder.
   bool WavTimed{};

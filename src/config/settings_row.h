@@ -19,7 +19,8 @@ using SettingMember =
     std::variant<std::monostate, bool Settings::*, std::int16_t Settings::*, std::int32_t Settings::*,
                  double Settings::*, std::string Settings::*, std::array<bool, kChannels> Settings::*,
                  std::array<std::int16_t, kChannels> Settings::*, std::array<std::int32_t, kChannels> Settings::*,
-                 std::array<std::string, kChannels> Settings::*, std::array<double, kChannels + 1> Settings::*>;
+                 std::array<std::string, kChannels> Settings::*, std::array<double, kChannels + 1> Settings::*,
+                 std::array<std::int16_t, kMixerInputs> Settings::*>;
 
 /// Numbers that the members of an array, and so its keys, can have.
 inline constexpr std::size_t CountOf(const auto&) {
@@ -42,6 +43,7 @@ struct SettingRow {
   int firstNumber = 0;
   int count = 1;          ///< how many numbers an indexed key has, else 1
   bool cast = false;      ///< a boolean that also takes a number, 0 for false
+  bool ofCard = false;    ///< kept for each sound card by itself
   bool lineOnly = false;  ///< a further line of a profile for a setting with a row of its own; never read
 
   /// The same row in another section than Settings.
@@ -77,6 +79,13 @@ struct SettingRow {
   constexpr SettingRow Cast() const {
     SettingRow row = *this;
     row.cast = true;
+    return row;
+  }
+
+  /// The same row for a setting that each sound card has of its own.
+  constexpr SettingRow OfCard() const {
+    SettingRow row = *this;
+    row.ofCard = true;
     return row;
   }
 

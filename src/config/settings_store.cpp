@@ -135,15 +135,32 @@ std::string SettingsStore::GetSetting(Section section, std::string_view key) con
 }
 
 std::string SettingsStore::GetSetting(Section section, std::string_view key, std::string_view fallback) const {
-  const auto values = values_.find(SectionName(section));
+  return Get(SectionName(section), key, fallback);
+}
+
+std::string SettingsStore::GetCardSetting(std::string_view card, std::string_view key,
+                                          std::string_view fallback) const {
+  return Get(std::string(card), key, fallback);
+}
+
+std::string SettingsStore::Get(const std::string& section, std::string_view key, std::string_view fallback) const {
+  const auto values = values_.find(section);
   if (values == values_.end()) return std::string(fallback);
   const auto value = values->second.find(std::string(key));
   return value == values->second.end() ? std::string(fallback) : value->second;
 }
 
 void SettingsStore::SaveSetting(Section section, std::string_view key, std::string_view text) {
+  Save(SectionName(section), key, text);
+}
+
+void SettingsStore::SaveCardSetting(std::string_view card, std::string_view key, std::string_view text) {
+  Save(std::string(card), key, text);
+}
+
+void SettingsStore::Save(const std::string& section, std::string_view key, std::string_view text) {
   if (key.empty()) return;
-  const auto [value, isNew] = values_[SectionName(section)].try_emplace(std::string(key), text);
+  const auto [value, isNew] = values_[section].try_emplace(std::string(key), text);
   if (isNew || value->second != text) {
     value->second = text;
     changed_ = true;

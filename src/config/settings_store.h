@@ -34,6 +34,10 @@ class SettingsStore {
   std::string GetSetting(Section section, std::string_view key) const;
   std::string GetSetting(Section section, std::string_view key, std::string_view fallback) const;
 
+  /// The same from the section of a sound card, which bears its name.
+  std::string GetCardSetting(std::string_view card, std::string_view key, std::string_view fallback) const;
+  void SaveCardSetting(std::string_view card, std::string_view key, std::string_view text);
+
   /// Stores and writes. Any bytes inside a value are kept. When the write fails the next change tries it again.
   void SaveSetting(Section section, std::string_view key, std::string_view text);
 
@@ -49,6 +53,8 @@ class SettingsStore {
   };
   using Values = std::map<std::string, std::string, NameOrder>;
 
+  std::string Get(const std::string& section, std::string_view key, std::string_view fallback) const;
+  void Save(const std::string& section, std::string_view key, std::string_view text);
   void Tell(const std::string& words) const;
   void ReadLines(std::string_view text);
   bool ReadLine(std::string_view line, Values*& section);

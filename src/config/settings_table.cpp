@@ -76,6 +76,25 @@ void LoadRegistrySettings(const SettingsStore& store, const SettingOverrides& ov
     row.Set(settings, index, row.IsUnderHome() ? PathFromStored(text, home) : text);
   });
   ApplyOverrides(overrides, home, settings);
+  LoadCardSettings(store, overrides, home, settings);
+}
+
+bool HasSoundCard(const Settings& settings) {
+  return !settings.SoundCardName.empty() && settings.SoundCardName != kNoSoundCard;
+}
+
+void LoadCardSettings(const SettingsStore& store, const SettingOverrides& overrides, const std::string& home,
+                      Settings& settings) {
+  const std::string card = settings.SoundCardName;
+  const bool hasCard = HasSoundCard(settings);
+  ForEachMember([&](const SettingRow& row, int index) {
+    if (!row.ofCard) return;
+    const std::string key = row.Key(index);
+    row.Set(settings, index,
+            hasCard ? store.GetCardSetting(card, key, row.Fallback(index))
+                    : store.GetSetting(row.section, key, row.Fallback(index)));
+  });
+  ApplyOverrides(overrides, home, settings);
 }
 
 void ApplyOverrides(const SettingOverrides& overrides, const std::string& home, Settings& settings) {
@@ -92,6 +111,7 @@ void SaveRegistrySettings(SettingsStore& store, const SettingOverrides& override
     const std::string key = row.Key(index);
     if (IsOverridden(overrides, key)) return;
     const std::string text = row.Text(settings, index);
+    if (row.ofCard && HasSoundCard(settings)) return store.SaveCardSetting(settings.SoundCardName, key, text);
     store.SaveSetting(row.section, key, row.IsUnderHome() ? StoredFromPath(text, home) : text);
   });
   store.EndBatch();

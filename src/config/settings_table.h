@@ -19,6 +19,14 @@ using SettingOverrides = std::vector<std::pair<std::string, std::string>>;
 void LoadRegistrySettings(const SettingsStore& store, const SettingOverrides& overrides, const std::string& home,
                           Settings& settings);
 
+/// Fills what each sound card has of its own from the section of SoundCardName, then lays the overrides on top; to be
+/// called whenever that name has changed. Without a card the section is Settings.
+void LoadCardSettings(const SettingsStore& store, const SettingOverrides& overrides, const std::string& home,
+                      Settings& settings);
+
+/// True when SoundCardName names a card.
+bool HasSoundCard(const Settings& settings);
+
 /// Lays the overrides over `settings`. Unknown keys are passed over: they are refused where they are given.
 void ApplyOverrides(const SettingOverrides& overrides, const std::string& home, Settings& settings);
 

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "core/recorder.h"
+#include "sources/sound/sound_timing.h"
 
 namespace tarvolt {
 
@@ -40,6 +41,9 @@ class ChartRun {
   /// Takes only what turns the clock into log time, and leaves the chart on display its own base.
   void TakeClockOffset();
 
+  /// The log begins at this moment and not at that of the start: its first stamp, its axis and its end.
+  void BeginLogNow();
+
   /// Works out the moment of the next planned restart.
   void PlanNextRestart();
 
@@ -67,9 +71,22 @@ class ChartRun {
   void SetTimeOrigin(bool rebaseAxis);
   void TakeNotesAndHeader();
   bool ConnectSources();
+  bool ConnectUds();
   void FollowChannelCount();
   void ShowStarted();
   bool Refuse(const std::string& text);
+  bool CanRead(DataSourceId source) const;
+
+  // Its sound input (chart_sound.cpp).
+  bool NeedsSound() const;
+  bool PushReplacesSound() const;
+  bool SetUpSound();
+  bool CheckSoundFormat();
+  void PlanSound();
+  void AddSoundMetadata();
+  bool OpenSound();
+  bool WaitForSound();
+
   void Abort();
 
   // The turnover (chart_turnover.cpp).
@@ -97,6 +114,8 @@ class ChartRun {
   ChartWindow& window_;
   RunState& run_;
   WindowState& view_;
+  WaveFormat soundFormat_;
+  SoundTiming soundTiming_;
   bool backupBegun_ = false;  // by the start under way
 };
 

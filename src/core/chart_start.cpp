@@ -6,6 +6,7 @@
 #include "core/observer_entries.h"
 #include "core/observer_notes.h"
 #include "core/run_metadata.h"
+#include "core/sound_card.h"
 #include "files/auto_title.h"
 #include "files/header_info.h"
 #include "files/naming.h"
@@ -60,6 +61,7 @@ bool ChartRun::RunTheStart(const std::string& profile) {
   if (!CheckTiming()) return false;
   PrepareChart();
   recorder_.triggers.ResetForRun();
+  if (!SetUpSound()) return false;
   AddTimingMetadata();
   if (!EnableStopControls()) return false;
   LogChartStarted();
@@ -73,6 +75,7 @@ bool ChartRun::RunTheStart(const std::string& profile) {
   if (!ConnectSources()) return false;
   ShowStarted();
   run_.ChartRunning = true;
+  window_.sound.ClearAccumulators();  // buffers counted while the run was not yet armed have given no reading
   run_.chartState = ChartState::Armed;
   recorder_.commands.ShowArrows();
   recorder_.images.RunStarted();
@@ -95,6 +98,8 @@ void ChartRun::ResetRunState() {
   // A sidereal run ignores it: its stamps are no time of a day.
   run_.TimeRefZero = session_.settings.TimeRefZero && !session_.settings.LogLMST;
   run_.Dsrc = session_.settings.Dsrc;
+  run_.Detection = session_.settings.Detection;
+  run_.TimerType = session_.settings.TimerType;
   run_.vAvg = session_.settings.vAvg;
   run_.UDSpush = session_.settings.UDSpush;
   run_.ApplyToIncoming = session_.settings.ApplyToIncoming;
@@ -117,6 +122,7 @@ void ChartRun::ResetRunState() {
   view_.ValueLabel.clear();
   view_.LeftStatus.clear();
   view_.StatusHold = kStatusFree;
+  window_.sound.ClearAccumulators();
   recorder_.sources = SourcesInUse{};
 }
 
@@ -144,18 +150,22 @@ void ChartRun::CreateDataFolder() {
 
 bool ChartRun::CheckSources() {
   const Settings& settings = session_.settings;
-  constexpr bool kSoundAvailable = false;
-  const std::string refusal = RefuseAtStart(settings, kSoundAvailable);
+  recorder_.sources = FindSourcesInUse(settings);
+  if (NeedsSound()) MatchSoundCard(session_);
+  const std::string refusal = RefuseAtStart(settings, HasSoundCard(settings));
   if (!refusal.empty()) return Refuse(refusal);
   for (int channel = 0; channel < ActiveChannels(settings); ++channel) {
-    if (!IsUds(settings.Dsrc[channel]) && !IsEquation(settings.Dsrc[channel])) {
+    if (!CanRead(settings.Dsrc[channel])) {
       return Refuse("Channel " + NumberText(std::int64_t{channel + 1}) + " is set to \"" +
                     SourceName(settings.Dsrc[channel]) +
                     "\", which this version cannot read. Change to another data source under Options / Data Source.");
     }
   }
-  recorder_.sources = FindSourcesInUse(settings);
   return true;
+}
+
+bool ChartRun::CanRead(DataSourceId source) const {
+  return IsUds(source) || ReadsSound(source) || IsEquation(source);
 }
 
 bool ChartRun::SetUnsavedAside() {
@@ -244,7 +254,7 @@ bool ChartRun::CheckTiming() {
   const Settings& settings = session_.settings;
   if (settings.vAvg < 1) return Refuse("Must have greater than zero samples to average.");
   if (!(settings.SampleRate >= 10)) return Refuse("Sample Rate must be 10 milliseconds or greater.");
-  if (settings.TimerType != 0)
+  if (run_.TimerType == kSoundTimer && !HasSoundCard(settings))
     return Refuse("The sound card is set as the timing method but no sound card is available.");
   recorder_.LoTime1->SetInterval(RoundToInt32(settings.SampleRate));
   return true;
@@ -270,7 +280,12 @@ void ChartRun::PrepareChart() {
 }
 
 void ChartRun::AddTimingMetadata() {
-  tarvolt::AddTimingMetadata(session_, recorder_.sources.UDSInUse, window_);
+  TimingFacts facts;
+  facts.udsInUse = recorder_.sources.UDSInUse;
+  facts.soundPaces = run_.TimerType == kSoundTimer;
+  const bool uneven = facts.soundPaces && session_.settings.SampleRate > 1000 && !soundTiming_.divided;
+  if (uneven) facts.actualPeriod = (run_.EffectiveAvg - run_.vAvg + 1) * soundTiming_.bufMs;
+  tarvolt::AddTimingMetadata(session_, facts, window_);
 }
 
 bool ChartRun::EnableStopControls() {
@@ -347,15 +362,16 @@ void ChartRun::TakeNotesAndHeader() {
 }
 
 bool ChartRun::ConnectSources() {
-  if (!recorder_.sources.UDSInUse) {
-    recorder_.LoTime1->SetEnabled(true);
-    return true;
-  }
+  if (recorder_.sources.UDSInUse && !ConnectUds()) return false;
+  recorder_.LoTime1->SetEnabled(run_.TimerType != kSoundTimer && !PushReplacesSound());
+  return true;
+}
+
+bool ChartRun::ConnectUds() {
   session_.Add2SLog("Using UDS: " + session_.settings.UDSexe);
   session_.Add2SLog(std::string("UDS Data: ") + (session_.settings.UDSpush ? "Pushed" : "Polled"));
   if (!recorder_.uds.UDSConnect()) return Refuse("UDS Connection Canceled - Chart Canceled");
   FollowChannelCount();
-  recorder_.LoTime1->SetEnabled(!run_.UDSpush);
   return true;
 }
 
@@ -388,6 +404,7 @@ bool ChartRun::Refuse(const std::string& text) {
 
 void ChartRun::Abort() {
   recorder_.uds.Close();
+  recorder_.sound.Close();
   recorder_.LoTime1->SetEnabled(false);
   recorder_.TimerKeepAlive->SetInterval(kKeepAliveIdle);
   run_.chartState = ChartState::Idle;

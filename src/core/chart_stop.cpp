@@ -51,6 +51,7 @@ void ChartRun::StopTimers() {
 
 void ChartRun::CloseSources() {
   if (recorder_.sources.UDSInUse) recorder_.uds.Close();
+  recorder_.sound.Close();
 }
 
 // Dcount may run ahead of what the store accepted. Ends with the index of the newest sample that has a time.

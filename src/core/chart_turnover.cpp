@@ -34,7 +34,7 @@ void ChartRun::MaxedOut(MaxedOutMode mode) {
 
 bool ChartRun::HoldTimer() {
   const bool wasOn = recorder_.LoTime1->Enabled();
-  if (session_.settings.TimerType != 1) recorder_.LoTime1->SetEnabled(false);
+  if (run_.TimerType != kSoundTimer) recorder_.LoTime1->SetEnabled(false);
   return wasOn;
 }
 
@@ -71,9 +71,8 @@ void ChartRun::StartNextLog(bool timerWasOn) {
   window_.chart.XAxisMax = run_.CurrentStamp + session_.settings.ChartWidth / 86400;
   RestartChart();
   recorder_.backup.InitLocalBU();
-  if (session_.settings.TimerType == 0) {
-    const bool pushed = recorder_.sources.UDSInUse && run_.UDSpush;
-    recorder_.LoTime1->SetEnabled(pushed ? timerWasOn : true);
+  if (run_.TimerType != kSoundTimer) {
+    recorder_.LoTime1->SetEnabled(PushReplacesSound() ? timerWasOn : true);
   }
   run_.MaxingOut = false;
 }
@@ -97,6 +96,7 @@ void ChartRun::RestartChart() {
   PlanNextRestart();
   if (session_.settings.MetaDataActive) {
     BuildMetadata();
+    if (NeedsSound() && !PushReplacesSound()) AddSoundMetadata();
     AddTimingMetadata();
   }
   run_.ChartRunning = true;

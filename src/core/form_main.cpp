@@ -10,6 +10,7 @@ FormMain::FormMain(Session& session)
       recorder_(session, *this, [this](std::optional<TimeStamp> time) { pipeline_.GetAllData(time); }),
       chartRun_(recorder_),
       pipeline_(recorder_),
+      soundClock_(recorder_, chartRun_, pipeline_),
       keepAlive_(recorder_, chartRun_),
       loads_(session, recorder_.window, recorder_.commands, [this] { return MakeRoomForLoad(); }) {
   EventLoop& loop = session_.host.loop;

@@ -13,6 +13,7 @@
 #include "core/options_check.h"
 #include "core/recorder.h"
 #include "core/sample_pipeline.h"
+#include "core/sound_clock.h"
 
 namespace tarvolt {
 
@@ -144,6 +145,7 @@ class FormMain final : public RunControl {
   void SettleFirstUse();
   void LoadSettings();
   void LoadTriggers();
+  void FindSoundCard();
   void CheckZone();
   void ApplyPriority();
   void CheckIdentity();
@@ -168,6 +170,7 @@ class FormMain final : public RunControl {
   Recorder recorder_;
   ChartRun chartRun_;
   SamplePipeline pipeline_;
+  SoundClock soundClock_;
   KeepAlive keepAlive_;
   FirstUse firstUse_;
   EditEquations editEquations_;

@@ -2,12 +2,10 @@
 
 #include "config/text_file.h"
 #include "core/form_main.h"
+#include "core/sound_card.h"
 
 namespace tarvolt {
 namespace {
-
-// No sound input is part of the recorder yet.
-constexpr bool kSoundAvailable = false;
 
 std::optional<OptionsProblem> SaveNotes(Session& session, const std::string& notes) {
   if (notes == session.notes) return {};
@@ -51,7 +49,7 @@ std::optional<OptionsProblem> ReadyDataDirectory(Session& session, const Setting
 // dialog was opened.
 std::optional<OptionsProblem> FormMain::ConfirmOptions(const OptionTexts& texts,
                                                        const std::optional<std::string>& notes) {
-  const SoundFacts sound{kSoundAvailable, ""};
+  const SoundFacts sound = SoundFactsOf(session_);
   Settings draft;
   const auto take = [&]() -> std::optional<OptionsProblem> {
     draft = session_.settings;

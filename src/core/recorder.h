@@ -14,6 +14,7 @@
 #include "model/run_control.h"
 #include "model/session.h"
 #include "platform/event_loop.h"
+#include "sources/sound/sound_input.h"
 #include "sources/source_table.h"
 #include "sources/uds_client.h"
 
@@ -30,6 +31,7 @@ struct Recorder {
   SourcesInUse sources;
   LocalBackup backup;
   PendingSaves pending;
+  SoundInput sound;
   UdsClient uds;
   ChartCommands commands;
   ChannelOffsets offsets;

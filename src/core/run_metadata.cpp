@@ -29,6 +29,48 @@ void AddEquations(const Settings& settings, Metadata& metadata) {
   }
 }
 
+// The factor is that of the channel's own side.
+void AddDetection(const Settings& settings, Metadata& metadata) {
+  constexpr const char* kDetectors[] = {"", "Peak", "Average", "Power"};
+  constexpr int kPowerDetector = 3;
+  for (int channel = 0; channel < ActiveChannels(settings); ++channel) {
+    const DataSourceId source = settings.Dsrc[channel];
+    if (source != kSoundLeft && source != kSoundRight) continue;
+    const int detector = settings.Detection[channel];
+    const bool known = detector >= 1 && detector <= kPowerDetector;
+    metadata.AddToMetaData("Detection Method: CH " + ChannelNumber(channel),
+                           known ? kDetectors[detector] : NumberText(std::int64_t{detector}));
+    if (detector != kPowerDetector) continue;
+    metadata.AddToMetaData("Power Detection Factor: CH " + ChannelNumber(channel),
+                           NumberText(source == kSoundLeft ? settings.PwrMultiL : settings.PwrMultiR));
+  }
+}
+
+void AddSoundCard(const Session& session, Metadata& metadata) {
+  if (!FindSourcesInUse(session.settings).SoundInUse()) return;
+  metadata.AddToMetaData("Sound Card Device", session.settings.SoundCardName);
+  metadata.AddToMetaData("Last Sound Card Calibration",
+                         session.store.GetSetting(Section::Settings, "LastSoundCardCalibration"));
+}
+
+struct MixerInput {
+  const char* name;
+  std::int32_t volume;
+};
+
+MixerInput MixerInputOf(const Settings& settings) {
+  switch (settings.MixerSource) {
+    case 1:
+      return {"Mic", settings.MixerMicVol};
+    case 2:
+      return {"Wave", settings.MixerWaveVol};
+    case 3:
+      return {"Stereo Mix", settings.MixerStereoMixVol};
+    default:
+      return {"Line", settings.MixerLineVol};
+  }
+}
+
 }  // namespace
 
 std::string EquationText(const EquationSet& set, int channel) {
@@ -40,13 +82,30 @@ void BuildRunMetadata(const Session& session, ChartWindow& window) {
   AddDataSources(session.settings, window.metadata);
   AddEquations(session.settings, window.metadata);
   window.metadata.AddToMetaData("Email", session.settings.ServerEmail);
+  AddDetection(session.settings, window.metadata);
+  AddSoundCard(session, window.metadata);
 }
 
-void AddTimingMetadata(const Session& session, bool udsInUse, ChartWindow& window) {
+void AddSoundMetadata(const Session& session, const std::string& formatText, std::int32_t bufferBytes,
+                      ChartWindow& window) {
+  const MixerInput input = MixerInputOf(session.settings);
+  window.metadata.AddToMetaData("Sound: ", formatText + " Buffer:" + NumberText(std::int64_t{bufferBytes}));
+  window.metadata.AddToMetaData("Mixer: ",
+                                std::string("Source:") + input.name + " Vol:" + NumberText(std::int64_t{input.volume}));
+}
+
+void AddTimingMetadata(const Session& session, const TimingFacts& facts, ChartWindow& window) {
   const Settings& settings = session.settings;
-  window.metadata.AddToMetaData("Timing Method: ", "Timer");
+  window.metadata.AddToMetaData("Timing Method: ", facts.soundPaces ? "Sound Card" : "Timer");
+  if (facts.soundPaces) {
+    window.metadata.AddToMetaData("Sound Card Device", settings.SoundCardName);
+    window.metadata.AddToMetaData("Sound Card Timing Correction", NumberText(settings.SCTadjust));
+  }
   window.metadata.AddToMetaData("Requested Sample Period: ", NumberText(settings.SampleRate));
-  if (!udsInUse) return;
+  if (facts.actualPeriod) {
+    window.metadata.AddToMetaData("Actual Sample Period: ", NumberText(*facts.actualPeriod));
+  }
+  if (!facts.udsInUse) return;
   window.metadata.AddToMetaData("Using UDS: ", settings.UDSexe);
   window.metadata.AddToMetaData("UDS Data: ", settings.UDSpush ? "Pushed" : "Polled");
 }

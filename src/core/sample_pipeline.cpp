@@ -53,8 +53,31 @@ bool SamplePipeline::ReadChannels() {
       if (!PollUds()) return false;
       udsAsked = true;
     }
+    ReadSound(channel, source);
   }
+  window_.sound.ClearAccumulators();
   return true;
+}
+
+// A side without a new buffer adds nothing, and the read counts all the same (meant).
+void SamplePipeline::ReadSound(int channel, DataSourceId source) {
+  const SoundState& sound = window_.sound;
+  if (source == kCrossCorrelation) return AddRead(channel, sound.CrossCorrelation);
+  if (source != kSoundLeft && source != kSoundRight) return;
+  const bool left = source == kSoundLeft;
+  const double buffers = left ? sound.SoundBufCountL : sound.SoundBufCountR;
+  if (!(buffers > 0)) return;
+  run_.TickBusy = true;
+  const auto& sums = left ? sound.SoundAccumL : sound.SoundAccumR;
+  const int detector = run_.Detection[channel];
+  const bool known = detector >= 0 && detector < static_cast<int>(sums.size());
+  AddRead(channel, sums[known ? detector : kAverage] / buffers);
+}
+
+void SamplePipeline::AddRead(int channel, double value) {
+  run_.ChannelMin[channel] = std::min(run_.ChannelMin[channel], value);
+  run_.ChannelMax[channel] = std::max(run_.ChannelMax[channel], value);
+  run_.ChannelSum[channel] += value;
 }
 
 // One request a tick serves all channels of the data source; its values arrive in the sums.

@@ -25,6 +25,8 @@ class SamplePipeline {
   void TakeFirstTick();
   bool ReadChannels();
   bool PollUds();
+  void ReadSound(int channel, DataSourceId source);
+  void AddRead(int channel, double value);
   bool SampleIsComplete();
   void AverageChannels();
   bool StampSample(std::optional<TimeStamp> sourceTime);

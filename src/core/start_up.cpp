@@ -4,6 +4,7 @@
 #include "core/form_main.h"
 #include "core/observer_notes.h"
 #include "core/priority.h"
+#include "core/sound_card.h"
 #include "core/version.h"
 #include "files/header_info.h"
 #include "files/naming.h"
@@ -16,9 +17,9 @@ namespace tarvolt {
 bool FormMain::Form_Load(const std::string& commandLine) {
   session_.store.Load();
   for (const auto step :
-       {&FormMain::StoreProgramIdentity, &FormMain::SettleFirstUse, &FormMain::LoadSettings, &FormMain::LoadTriggers,
-        &FormMain::CheckZone, &FormMain::ApplyPriority, &FormMain::NameSessionLog, &FormMain::CheckIdentity,
-        &FormMain::ReadNotes, &FormMain::AlertAboutBackups, &FormMain::ReadRecentLists}) {
+       {&FormMain::StoreProgramIdentity, &FormMain::SettleFirstUse, &FormMain::LoadSettings, &FormMain::FindSoundCard,
+        &FormMain::LoadTriggers, &FormMain::CheckZone, &FormMain::ApplyPriority, &FormMain::NameSessionLog,
+        &FormMain::CheckIdentity, &FormMain::ReadNotes, &FormMain::AlertAboutBackups, &FormMain::ReadRecentLists}) {
     RunStep(step);
     if (firstUseCancelled_) return false;
   }
@@ -83,6 +84,10 @@ void FormMain::LoadSettings() {
   ClearHeader(recorder_.window);
   getStaticHeaderInfo(session_, recorder_.window, 0);
   recorder_.commands.UpdateAfterOptionsChange();
+}
+
+void FormMain::FindSoundCard() {
+  MatchSoundCard(session_);
 }
 
 void FormMain::LoadTriggers() {

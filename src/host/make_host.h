@@ -7,6 +7,7 @@
 #include "host/posix_file_system.h"
 #include "host/qt_event_loop.h"
 #include "host/qt_socket.h"
+#include "host/sound_inputs.h"
 #include "host/system_clock.h"
 #include "platform/host.h"
 
@@ -25,7 +26,8 @@ struct HostOwner {
   PosixFileSystem files;
   LinuxProcesses processes;
   std::unique_ptr<Dialogs> dialogs;
-  Host host{clock, loop, sockets, files, processes, *dialogs};
+  SoundInputs sound{loop, clock, files};
+  Host host{clock, loop, sockets, files, processes, *dialogs, sound};
 };
 
 /// The machine through Qt and Linux. `dialogs` are a desktop's windows or HeadlessDialogs.

@@ -15,6 +15,7 @@
 #include "model/data_file_header.h"
 #include "model/load_options.h"
 #include "model/run_state.h"
+#include "model/sound_state.h"
 #include "model/window_state.h"
 
 namespace tarvolt {
@@ -58,6 +59,7 @@ struct ChartWindow {
   std::string Name = "form1";
   SessionMode Mode = SessionMode::StandAlone;
   RunState run;
+  SoundState sound;
   StripChart chart;
   ChartLook look;
   ChartViews views;

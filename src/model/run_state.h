@@ -18,6 +18,9 @@ enum class ChartState { Idle = 1, Armed = 2, Running = 4 };
 inline constexpr double kNoMinimum = 1E+21;
 inline constexpr double kNoMaximum = -1E+21;
 
+/// TimerType of a run whose clock is the sound card; with any other it is the sampling timer.
+inline constexpr std::int32_t kSoundTimer = 1;
+
 /// What one window's run is doing. Written by core/ and the sources, read by everyone.
 struct RunState {
   ChartState chartState = ChartState::Idle;
@@ -37,6 +40,8 @@ struct RunState {
 
   // The run's copies of settings, so that a profile loaded meanwhile does not change the run.
   std::array<std::int16_t, kChannels> Dsrc{};
+  std::array<std::int16_t, kChannels> Detection{};
+  std::int32_t TimerType = 0;
   std::int32_t vAvg = 1;
   bool UDSpush = false;
   bool MiniServer = false;  ///< of the log under way, as the next

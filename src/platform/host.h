@@ -6,6 +6,7 @@
 #include "platform/file_system.h"
 #include "platform/processes.h"
 #include "platform/socket_control.h"
+#include "platform/wave_in_device.h"
 
 namespace tarvolt {
 
@@ -18,6 +19,7 @@ struct Host {
   FileSystem& files;
   Processes& processes;
   Dialogs& dialogs;
+  WaveInDevices& sound;
 };
 
 }  // namespace tarvolt

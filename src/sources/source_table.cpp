@@ -11,10 +11,7 @@
 namespace tarvolt {
 namespace {
 
-constexpr DataSourceId kSoundLeft = 1;
-constexpr DataSourceId kSoundRight = 2;
 constexpr DataSourceId kMax187 = 3;
-constexpr DataSourceId kCrossCorrelation = 71;
 
 /// Sources that come eight in a row and stand under one entry of the first list, the channel being chosen in the
 /// second.
@@ -50,6 +47,10 @@ std::string ChannelNumber(int row) {
 
 bool IsEquation(DataSourceId source) {
   return IsOf(source, 40);
+}
+
+bool ReadsSound(DataSourceId source) {
+  return IsSound(source) || source == kCrossCorrelation;
 }
 
 bool IsUds(DataSourceId source) {
@@ -115,6 +116,7 @@ SourcesInUse FindSourcesInUse(const Settings& settings) {
     result.MAX187InUse |= source == kMax187;
     result.MAX186InUse |= IsOf(source, 10);
     result.UDSInUse |= IsUds(source);
+    result.CorrelationInUse |= source == kCrossCorrelation;
   }
   return result;
 }
@@ -122,7 +124,7 @@ SourcesInUse FindSourcesInUse(const Settings& settings) {
 std::string RefuseAtStart(const Settings& settings, bool soundAvailable) {
   const int rows = ActiveChannels(settings);
   for (int row = 0; row < rows; ++row) {
-    if (IsSound(settings.Dsrc[row]) && !soundAvailable) {
+    if (ReadsSound(settings.Dsrc[row]) && !soundAvailable) {
       return "You have a sound card channel selected as a data source but no sound card is available. Change to "
              "another "
              "data source under Options / Data Source.";

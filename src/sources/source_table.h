@@ -15,6 +15,14 @@ using DataSourceId = std::int16_t;
 /// Numbers that SourceName may have a name for.
 inline constexpr int kSourceNames = 72;
 
+/// Sources that read the sound input.
+inline constexpr DataSourceId kSoundLeft = 1;
+inline constexpr DataSourceId kSoundRight = 2;
+inline constexpr DataSourceId kCrossCorrelation = 71;
+
+/// True for a source that reads the sound input.
+bool ReadsSound(DataSourceId source);
+
 /// True for the values of a User Data Source.
 bool IsUds(DataSourceId source);
 
@@ -46,6 +54,10 @@ struct SourcesInUse {
   bool MAX187InUse = false;
   bool MAX186InUse = false;
   bool UDSInUse = false;
+  bool CorrelationInUse = false;
+
+  /// True when a row reads the sound input.
+  bool SoundInUse() const { return SoundLeftInUse || SoundRightInUse || CorrelationInUse; }
 };
 
 /// The families of the rows before the first 0.

@@ -48,11 +48,12 @@ struct Link {
 }  // namespace
 
 struct UdsClient::State {
-  State(Session& sharedSession, ChartWindow& ownWindow, RunControl& runControl, SetEnded onSet)
+  State(Session& sharedSession, ChartWindow& ownWindow, RunControl& runControl, SoundInput& sound, SetEnded onSet)
       : session(sharedSession),
         window(ownWindow),
         control(runControl),
-        dispatch(sharedSession, ownWindow, runControl, std::move(onSet)) {}
+        dispatch(sharedSession, ownWindow, runControl, sound, std::move(onSet),
+                 [this](std::string_view message) { Send(message); }) {}
 
   enum class WaitEnd { Reached, Escaped, LinkLost, TimedOut };
 
@@ -71,6 +72,10 @@ struct UdsClient::State {
   void ActOnPending(const std::shared_ptr<Link>& receiving);
   void LinkClosed(const std::shared_ptr<Link>& closed);
 
+  void Send(std::string_view message) {
+    if (link && link->open) link->socket->Write(UdsWord(message));
+  }
+
   bool GivenUp() const { return window.run.AbortFlag || window.run.EndRequested; }
   void Show(std::string_view text) { window.view.StatusText = text; }
   void ShowAndLog(std::string_view text) {
@@ -85,8 +90,8 @@ struct UdsClient::State {
   std::shared_ptr<Link> link;
 };
 
-UdsClient::UdsClient(Session& session, ChartWindow& window, RunControl& control, SetEnded onSet)
-    : state_(std::make_unique<State>(session, window, control, std::move(onSet))) {}
+UdsClient::UdsClient(Session& session, ChartWindow& window, RunControl& control, SoundInput& sound, SetEnded onSet)
+    : state_(std::make_unique<State>(session, window, control, sound, std::move(onSet))) {}
 
 UdsClient::~UdsClient() {
   Close();

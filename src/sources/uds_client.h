@@ -9,6 +9,7 @@
 #include "model/chart_window.h"
 #include "model/run_control.h"
 #include "model/session.h"
+#include "sources/sound/sound_input.h"
 
 namespace tarvolt {
 
@@ -18,7 +19,8 @@ class UdsClient {
  public:
   using SetEnded = std::function<void(std::optional<TimeStamp> time)>;
 
-  UdsClient(Session& session, ChartWindow& window, RunControl& control, SetEnded onSet);
+  /// `sound` is what the source may use as a level meter.
+  UdsClient(Session& session, ChartWindow& window, RunControl& control, SoundInput& sound, SetEnded onSet);
   ~UdsClient();
 
   /// Finds or starts the source, connects and runs the opening exchange. False, told and logged, when it did not

@@ -20,8 +20,14 @@ constexpr TimeStamp kTooLate = 2958466;
 
 }  // namespace
 
-UdsDispatch::UdsDispatch(Session& session, ChartWindow& window, RunControl& control, SetEnded onSet)
-    : session_(session), window_(window), control_(control), onSet_(std::move(onSet)) {}
+UdsDispatch::UdsDispatch(Session& session, ChartWindow& window, RunControl& control, SoundInput& sound, SetEnded onSet,
+                         Reply reply)
+    : session_(session),
+      window_(window),
+      control_(control),
+      sound_(sound),
+      reply_(std::move(reply)),
+      onSet_(std::move(onSet)) {}
 
 void UdsDispatch::BeginLink() {
   UDSStatusReceived = false;
@@ -39,8 +45,16 @@ struct UdsDispatch::Code {
 
 const UdsDispatch::Code* UdsDispatch::FindCode(int code) {
   static constexpr Code kCodes[] = {
-      {1001, &UdsDispatch::EndStatusExchange}, {1002, &UdsDispatch::RunCommand}, {2013, &UdsDispatch::TakeChannelCount},
-      {3000, &UdsDispatch::EndStampedSet},     {3001, &UdsDispatch::EndSet},     {3002, &UdsDispatch::SetTimeOrigin},
+      {1001, &UdsDispatch::EndStatusExchange},
+      {1002, &UdsDispatch::RunCommand},
+      {2013, &UdsDispatch::TakeChannelCount},
+      {3000, &UdsDispatch::EndStampedSet},
+      {3001, &UdsDispatch::EndSet},
+      {3002, &UdsDispatch::SetTimeOrigin},
+      {5001, &UdsDispatch::StartLevelMeter},
+      {5002, &UdsDispatch::StopLevelMeter},
+      {5003, &UdsDispatch::SendPeaks},
+      {5004, &UdsDispatch::SendSoundAverages},
   };
   const auto found =
       std::find_if(std::begin(kCodes), std::end(kCodes), [&](const Code& row) { return row.code == code; });
@@ -131,6 +145,35 @@ void UdsDispatch::SetTimeOrigin(std::string_view text) {
   window_.chart.XAxisMax = *origin + session_.settings.ChartWidth / kSecondsPerDay;
   ++window_.chart.RepaintRequests;
   window_.run.ChartEndTime = session_.settings.MaxDuration + *origin;
+}
+
+void UdsDispatch::StartLevelMeter(std::string_view) {
+  sound_.StartLevelMeter();
+}
+
+void UdsDispatch::StopLevelMeter(std::string_view) {
+  sound_.Stop();
+}
+
+void UdsDispatch::SendPeaks(std::string_view) {
+  reply_(UdsNumbers("PEAK", window_.sound.LastPeakR, window_.sound.LastPeakL));
+}
+
+// The row that is sent is one that no pass fills, so its figures are 0 (meant); the counts tell only whether sound has
+// come at all.
+void UdsDispatch::SendSoundAverages(std::string_view) {
+  SoundState& sound = window_.sound;
+  const auto mean = [](double sum, double count) { return count > 0 ? sum / count : 0; };
+  if (sound.SoundBufCountL <= 0 && sound.SoundBufCountR <= 0) {
+    reply_("WAVG 0 0");
+  } else {
+    reply_(UdsNumbers("WAVG", mean(sound.SoundAccumR[0], sound.SoundBufCountR),
+                      mean(sound.SoundAccumL[0], sound.SoundBufCountL)));
+  }
+  sound.SoundBufCountL = 0;
+  sound.SoundBufCountR = 0;
+  sound.SoundAccumL[0] = 0;
+  sound.SoundAccumR[0] = 0;
 }
 
 // Nothing for a time that no observation can have; logged once a link, for it would come with every set.

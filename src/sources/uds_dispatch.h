@@ -9,6 +9,7 @@
 #include "model/chart_window.h"
 #include "model/run_control.h"
 #include "model/session.h"
+#include "sources/sound/sound_input.h"
 #include "sources/uds_messages.h"
 
 namespace tarvolt {
@@ -19,7 +20,11 @@ class UdsDispatch {
  public:
   using SetEnded = std::function<void(std::optional<TimeStamp> time)>;
 
-  UdsDispatch(Session& session, ChartWindow& window, RunControl& control, SetEnded onSet);
+  /// Sends a message of the recorder, given without its end.
+  using Reply = std::function<void(std::string_view message)>;
+
+  UdsDispatch(Session& session, ChartWindow& window, RunControl& control, SoundInput& sound, SetEnded onSet,
+              Reply reply);
 
   /// Forgets what the last link left behind.
   void BeginLink();
@@ -43,6 +48,10 @@ class UdsDispatch {
   void EndStampedSet(std::string_view text);
   void EndSet(std::string_view text);
   void SetTimeOrigin(std::string_view text);
+  void StartLevelMeter(std::string_view text);
+  void StopLevelMeter(std::string_view text);
+  void SendPeaks(std::string_view text);
+  void SendSoundAverages(std::string_view text);
 
   void FinishSet(std::optional<TimeStamp> time);
   void FailStream();
@@ -51,6 +60,8 @@ class UdsDispatch {
   Session& session_;
   ChartWindow& window_;
   RunControl& control_;
+  SoundInput& sound_;
+  Reply reply_;
   SetEnded onSet_;
   bool badTimeLogged_ = false;
 

@@ -46,6 +46,11 @@ std::string_view WholeUdsMessages(std::string_view received) {
   }
 }
 
+std::string UdsNumbers(std::string_view word, double first, double second) {
+  const auto withSign = [](double number) { return (number < 0 ? " " : "  ") + NumberText(number); };
+  return std::string(word) + withSign(first) + withSign(second);
+}
+
 std::string UdsWord(std::string_view word) {
   return std::string(word) + kUdsEnd;
 }

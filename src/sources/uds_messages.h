@@ -34,6 +34,10 @@ UdsMessage ReadUdsMessage(std::string_view message);
 /// (meant), and so does a torn one: it is not joined with what comes later (meant).
 std::string_view WholeUdsMessages(std::string_view received);
 
+/// A reply of a word and two numbers, without the end. A number that is not negative has a blank for its sign, so that
+/// two blanks stand before it.
+std::string UdsNumbers(std::string_view word, double first, double second);
+
 /// The messages of the recorder itself, with the end.
 std::string UdsWord(std::string_view word);
 

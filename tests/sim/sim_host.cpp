@@ -13,10 +13,10 @@ std::uint64_t SeedOf(std::uint64_t seed, std::uint64_t device) {
 }  // namespace
 
 SimHost::SimHost(std::uint64_t seed, const WallTime& ut)
-    : clock(ut), loop(clock), network(loop, SeedOf(seed, 1)), disk(SeedOf(seed, 2)) {}
+    : clock(ut), loop(clock), network(loop, SeedOf(seed, 1)), disk(SeedOf(seed, 2)), sound(loop, SeedOf(seed, 3)) {}
 
 Host SimHost::Record() {
-  return {clock, loop, network, disk, processes, dialogs};
+  return {clock, loop, network, disk, processes, dialogs, sound};
 }
 
 void SimHost::Kill() {

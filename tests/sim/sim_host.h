@@ -9,6 +9,7 @@
 #include "sim/sim_loop.h"
 #include "sim/sim_network.h"
 #include "sim/sim_processes.h"
+#include "sim/sim_sound.h"
 
 namespace tarvolt {
 
@@ -59,6 +60,7 @@ class SimHost {
   SimDisk disk;
   SimProcesses processes;
   SimDialogs dialogs;
+  SimSound sound;
 };
 
 }  // namespace tarvolt

@@ -122,7 +122,8 @@ class UdsBench final : public RunControl {
   std::vector<std::string> commands;
   int stops = 0;
   std::optional<ScriptedSource> source;
-  UdsClient client{session, window, *this, [this](std::optional<TimeStamp> time) {
+  SoundInput sound{session, window};
+  UdsClient client{session, window, *this, sound, [this](std::optional<TimeStamp> time) {
                      sets.push_back(time);
                      if (whileSetEnds) whileSetEnds();
                    }};

@@ -239,7 +239,8 @@ TEST(UdsClient, GoesWithItsLinkUp) {
   UdsBench control;
   ChartWindow window;
   {
-    UdsClient client{session, window, control, nullptr};
+    SoundInput sound{session, window};
+    UdsClient client{session, window, control, sound, nullptr};
     ASSERT_TRUE(client.UDSConnect());
     source.peer->Send("^^1002/x\xFF");
   }

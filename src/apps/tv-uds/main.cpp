@@ -9,6 +9,7 @@
 #include "apps/tv-uds/signals/replay_source.h"
 #include "apps/tv-uds/stop_signals.h"
 #include "apps/tv-uds/tell.h"
+#include "apps/tv-uds/wav_maker.h"
 #include "text/number.h"
 
 namespace {
@@ -47,6 +48,10 @@ int main(int argc, char** argv) {
   if (const auto status = ParseOptions(argc, argv, options)) return *status;
   QCoreApplication application(argc, argv);
   std::string why;
+  if (!options.wav.empty()) {
+    const auto signal = MakeSignal(options.signal, options.seed);
+    return WriteWav(options.wav, *signal, options.wavSeconds, options.seed, why) ? 0 : Fail(why);
+  }
   const std::unique_ptr<Source> source = MakeSource(options, why);
   if (!source) return Fail(why);
 

@@ -36,6 +36,11 @@ void AddOptions(CLI::App& app, Options& options) {
       ->excludes(channels)
       ->excludes(signal)
       ->type_name("FILE");
+  app.add_option("--wav", options.wav, "write the signal as the sound of a receiver to this wave file, and end")
+      ->type_name("FILE");
+  app.add_option("--wav-seconds", options.wavSeconds, "length of the wave file, 1 to 3600")
+      ->check(CLI::Range(1.0, 3600.0))
+      ->capture_default_str();
   app.add_option("--seed", options.seed, "the same seed gives the same signal")->capture_default_str();
   app.add_flag("--time-stamps", options.timeStamps, "send the time (UT) with each data set");
   app.add_flag("--once", options.once, "end when the recorder has disconnected");

@@ -22,6 +22,8 @@ struct Options {
   Mode mode = Mode::Auto;
   std::string signal = "receiver";
   std::string replay;  ///< a file to send instead of a signal; empty for none
+  std::string wav;     ///< a wave file to write in place of serving; empty for none
+  double wavSeconds = 20;
   std::uint64_t seed = 1;
   bool timeStamps = false;
   bool once = false;  ///< end with the first connection

@@ -26,7 +26,8 @@ FormFirstUse::FormFirstUse(Session& session, Settings& settings, std::function<b
   page->Group(QStringLiteral("Data and sound"));
   page->Browse("DataDirectory", QStringLiteral("Data Directory"), "cmdBrowseDataDirectory",
                [this](const QString& text) { return ChooseFolder(this, QStringLiteral("Data Directory"), text); });
-  page->Words(QStringLiteral("Sound card: ") + QString::fromLatin1(kNoSoundCard))
+  const std::vector<std::string> inputs = session.host.sound.List();
+  page->Words(QStringLiteral("Sound card: ") + ToQString(inputs.empty() ? kNoSoundCard : inputs.front()))
       .setObjectName(QStringLiteral("LblSoundCard"));
   page->Close();
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);

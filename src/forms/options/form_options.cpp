@@ -71,6 +71,8 @@ void FormOptions::AddButtons() {
 
 void FormOptions::ShowSettings() {
   fields_.Show(session_.settings);
+  findChild<QLabel*>(QStringLiteral("LblSoundCard"))
+      ->setText(QStringLiteral("Sound card: ") + ToQString(session_.settings.SoundCardName));
   shownNotes_ = ToQString(session_.notes);
   notes_->setPlainText(shownNotes_);
   shownNotes_ = notes_->toPlainText();

@@ -67,8 +67,7 @@ OptionPage* MakeNetworkPage(OptionFields& fields, QWidget* parent) {
 OptionPage* MakeSoundPage(OptionFields& fields, QWidget* parent) {
   auto* page = new OptionPage(fields, parent);
   page->Group(QStringLiteral("Sound card"));
-  page->Words(QStringLiteral("Sound card: ") + QString::fromLatin1(kNoSoundCard))
-      .setObjectName(QStringLiteral("LblSoundCard"));
+  page->Words(QStringLiteral("Sound card: ")).setObjectName(QStringLiteral("LblSoundCard"));
   page->Line("Pbuffer", QStringLiteral("Sound buffer"), QStringLiteral("bytes"));
   page->Line("PreBuffLen", QStringLiteral("WAV pre-buffer"), QStringLiteral("seconds"));
   page->Line("SCTadjust", QStringLiteral("Sound Card Timing Correction"));

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string>
-
 #include "forms/options/option_page.h"
 
 namespace tarvolt {
@@ -13,8 +11,5 @@ OptionPage* MakeNetworkPage(OptionFields& fields, QWidget* parent);
 OptionPage* MakeSoundPage(OptionFields& fields, QWidget* parent);
 OptionPage* MakeUdsPage(OptionFields& fields, QWidget* parent);
 OptionPage* MakeMessagesPage(OptionFields& fields, QWidget* parent);
-
-/// What the line of the sound card says while there is none.
-inline constexpr const char* kNoSoundCard = "None Available";
 
 }  // namespace tarvolt

@@ -1,0 +1,106 @@
+// The sound input's part in the start of a run.
+
+#include "core/chart_run.h"
+#include "core/run_metadata.h"
+#include "core/sound_card.h"
+#include "sources/sound/sound_formats.h"
+
+namespace tarvolt {
+
+bool ChartRun::NeedsSound() const {
+  return recorder_.sources.SoundInUse() || run_.TimerType == kSoundTimer;
+}
+
+bool ChartRun::PushReplacesSound() const {
+  return run_.UDSpush && recorder_.sources.UDSInUse;
+}
+
+// True when the input delivers, or none is needed.
+bool ChartRun::SetUpSound() {
+  if (!NeedsSound()) return true;
+  soundFormat_ = SoundFormatInUse(session_);
+  if (!CheckSoundFormat()) return false;
+  window_.sound.ClearLastReadings();
+  window_.sound.ClearAccumulators();
+  recorder_.sound.Close();
+  session_.host.loop.Yield(std::chrono::milliseconds(0));
+  PlanSound();
+  if (PushReplacesSound()) return true;
+  AddSoundMetadata();
+  return OpenSound() && WaitForSound();
+}
+
+bool ChartRun::CheckSoundFormat() {
+  if (SoundFormatText(soundFormat_).find("8 Bit") == std::string::npos) return true;
+  const std::string text =
+      "Tarvolt requires a 16 bit sound format to function properly.\n\nSelect a 16 bit format and restart chart.";
+  session_.Add2SLog(text);
+  session_.Tell("Sound Setting Warning", text);
+  return false;
+}
+
+void ChartRun::PlanSound() {
+  Settings& settings = session_.settings;
+  if (settings.SCTadjust < 0.5 || settings.SCTadjust > 1.5) settings.SCTadjust = 1;
+  SoundTimingRequest request;
+  request.SampleRate = settings.SampleRate;
+  request.vAvg = settings.vAvg;
+  request.paces = run_.TimerType == kSoundTimer;
+  request.SCTadjust = settings.SCTadjust;
+  request.Pbuffer = settings.Pbuffer;
+  request.format = soundFormat_;
+  soundTiming_ = PlanSoundTiming(request);
+  run_.EffectiveAvg = soundTiming_.EffectiveAvg;
+}
+
+void ChartRun::AddSoundMetadata() {
+  tarvolt::AddSoundMetadata(session_, SoundFormatText(soundFormat_), soundTiming_.bufferBytes, window_);
+}
+
+bool ChartRun::OpenSound() {
+  const Settings& settings = session_.settings;
+  SoundInput::Request request;
+  request.name = settings.SoundCardName;
+  request.format = soundFormat_;
+  request.bufferBytes = soundTiming_.bufferBytes;
+  request.ringEntries =
+      PreBufferEntries(soundTiming_.bufferBytes, soundFormat_.stereo, settings.PreBuffLen, settings.SampleRate);
+  request.sources = recorder_.sources;
+  std::string why;
+  if (!recorder_.sound.Open(request, why)) {
+    const std::string offered = FormatsOffered(session_);
+    return Refuse("The sound input " + request.name + " cannot be opened with " + SoundFormatText(soundFormat_) + ": " +
+                  why + (offered.empty() ? "" : "\nIt offers: " + offered));
+  }
+  recorder_.sound.Start();
+  return true;
+}
+
+// Yields until the input has delivered, Escape or the end of the program.
+bool ChartRun::WaitForSound() {
+  const SoundState& sound = window_.sound;
+  const auto heard = [&] { return sound.SoundBufCountL != 0 || sound.SoundBufCountR != 0; };
+  const auto givenUp = [&] { return run_.AbortFlag || run_.EndRequested; };
+  view_.StatusText = "Waiting for Sound ...Escape to Abort.";
+  view_.cmdStart = false;
+  while (!heard() && !givenUp()) session_.host.loop.Yield();
+  if (!givenUp()) {
+    view_.StatusText.clear();
+    return true;
+  }
+  if (!heard() && sound.LastPeakL == 0 && sound.LastPeakR == 0) {
+    Refuse("No sound was detected from:\n\n" + session_.settings.SoundCardName +
+           "\n\nCheck your input and you mixer settings.");
+  }
+  run_.AbortFlag = false;
+  view_.StatusText = "Start Aborted";
+  session_.Add2SLog("Start Aborted");
+  return false;
+}
+
+void ChartRun::BeginLogNow() {
+  SetTimeOrigin(true);
+  run_.StartStamp = run_.time.firstStamp;
+}
+
+}  // namespace tarvolt

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+
+#include "core/options_check.h"
+#include "model/session.h"
+#include "platform/wave_in_device.h"
+
+namespace tarvolt {
+
+/// Sees to it that SoundCardName names an input that is there: the one stored, else the first of the list, which is
+/// then stored, else kNoSoundCard. What belongs to the card is loaded with it. A name given for this run alone stays as
+/// it is, and fails when it is opened.
+void MatchSoundCard(Session& session);
+
+/// The format that the input is opened with: that of sWavFormat, or the input's own when it has but one, as a file has.
+WaveFormat SoundFormatInUse(const Session& session);
+
+/// The formats of the table that the input offers, as a text; empty when it offers none or cannot be asked.
+std::string FormatsOffered(const Session& session);
+
+/// What the options are checked against.
+SoundFacts SoundFactsOf(const Session& session);
+
+}  // namespace tarvolt

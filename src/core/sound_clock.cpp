@@ -1,0 +1,37 @@
+#include "core/sound_clock.h"
+
+namespace tarvolt {
+
+SoundClock::SoundClock(Recorder& recorder, ChartRun& chartRun, SamplePipeline& pipeline)
+    : recorder_(recorder), chartRun_(chartRun), pipeline_(pipeline) {
+  recorder_.sound.onBuffer = [this] { TakeBuffer(); };
+  recorder_.sound.onEnded = [this] { InputEnded(); };
+}
+
+// A data source that pushes takes the clock away from the sound card.
+void SoundClock::TakeBuffer() {
+  const RunState& run = recorder_.window.run;
+  if (run.TimerType != kSoundTimer || run.MaxingOut) return;
+  if (run.chartState == ChartState::Armed) return BeginRun();
+  if (run.chartState == ChartState::Idle || (run.UDSpush && recorder_.sources.UDSInUse)) return;
+  pipeline_.GetAllData(std::nullopt);
+}
+
+// The first buffer only starts the run: what was heard before it belongs to no sample.
+void SoundClock::BeginRun() {
+  Session& session = recorder_.session;
+  recorder_.sound.Pause();
+  if (session.settings.StartOnSecondBoundary) WaitForSecondBoundary(session.host.clock);
+  recorder_.window.sound.ClearAccumulators();
+  recorder_.window.run.chartState = ChartState::Running;
+  recorder_.sound.Restart();
+  chartRun_.BeginLogNow();
+}
+
+void SoundClock::InputEnded() {
+  recorder_.session.Add2SLog("The sound input has come to its end.");
+  if (recorder_.window.run.Starting) recorder_.window.run.AbortFlag = true;
+  recorder_.control.StopChart();
+}
+
+}  // namespace tarvolt

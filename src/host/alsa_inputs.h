@@ -1,0 +1,30 @@
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "platform/wave_in_device.h"
+
+namespace tarvolt {
+
+/// The capture inputs that ALSA knows, by names that survive re-plugging: the card's id, the number of its device and a
+/// description, "PCH,0: HDA Intel PCH, ALC269VC Analog"; and the default of a sound server, where one runs. The
+/// description is for people: only the part before the colon is looked for. ALSA's own words on standard error are kept
+/// off it.
+class AlsaInputs {
+ public:
+  AlsaInputs();
+
+  /// Neither a card nor a server: nothing of ALSA is even loaded.
+  std::vector<std::string> List() const;
+
+  bool IsThere(const std::string& name) const;
+  std::vector<WaveFormat> Formats(const std::string& name, std::span<const WaveFormat> asked) const;
+};
+
+/// ALSA's name for an input of that name; nothing for a name that is none of ours.
+std::optional<std::string> AlsaPcmName(const std::string& name);
+
+}  // namespace tarvolt

@@ -1,0 +1,247 @@
+#include "host/alsa_wave_in.h"
+
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <cstring>
+#include <mutex>
+#include <thread>
+#include <utility>
+
+#include "host/alsa_inputs.h"
+#include "host/alsa_params.h"
+#include "host/block_queue.h"
+
+namespace tarvolt {
+namespace {
+
+constexpr double kSecondsHeld = 2;
+constexpr std::size_t kFewestBlocks = 16;
+constexpr std::chrono::milliseconds kPatienceWithDriver{500};
+constexpr int kPollLimit = 500;  // milliseconds
+constexpr int kIdleTurns = 50;   // wake-ups without a frame before the thread rests
+constexpr std::chrono::milliseconds kRest{10};
+constexpr std::size_t kFramesARead = 4096;
+
+std::size_t BlocksHeld(const WaveFormat& format, std::int32_t bufferBytes) {
+  const double perSecond = static_cast<double>(format.samplesPerSecond) * format.FrameBytes() / bufferBytes;
+  return std::max(kFewestBlocks, static_cast<std::size_t>(kSecondsHeld * perSecond));
+}
+
+}  // namespace
+
+/// One stretch of capturing, from a start to its stop: what the thread and the event loop share.
+struct AlsaWaveIn::Capture {
+  Capture(AlsaWaveIn& ownDevice, QtEventLoop& eventLoop, const WaveFormat& format, std::int32_t bufferBytes)
+      : device(&ownDevice),
+        loop(eventLoop),
+        frameBytes(static_cast<std::size_t>(format.FrameBytes())),
+        blocks(static_cast<std::size_t>(bufferBytes), BlocksHeld(format, bufferBytes)),
+        wakeUp(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)) {}
+  ~Capture() {
+    if (wakeUp >= 0) close(wakeUp);
+  }
+  Capture(const Capture&) = delete;
+  Capture& operator=(const Capture&) = delete;
+
+  AlsaWaveIn* device;  ///< the event loop's alone; null from the stop on
+  QtEventLoop& loop;
+  AlsaPcm pcm;  ///< the thread's alone
+  const std::size_t frameBytes;
+  BlockQueue blocks;
+  const int wakeUp;
+  std::atomic<bool> stopping{false};
+  std::atomic<bool> paused{false};
+  std::atomic<bool> posted{false};
+
+  std::mutex mutex;  // of what follows
+  std::condition_variable changed;
+  bool ended = false;     ///< the thread has let the driver go
+  bool loopGone = false;  ///< nothing may be posted any more
+  std::string failure;    ///< why the input was lost
+};
+
+AlsaWaveIn::AlsaWaveIn(QtEventLoop& loop, std::string name) : loop_(loop), name_(std::move(name)) {}
+
+AlsaWaveIn::~AlsaWaveIn() {
+  Close();
+}
+
+// Opened for a trial: the stream itself belongs to the thread that Start makes.
+bool AlsaWaveIn::Open(const WaveFormat& format, std::int32_t bufferBytes, std::string& why) {
+  Close();
+  const std::optional<std::string> pcmName = AlsaPcmName(name_);
+  if (!pcmName || bufferBytes <= 0) {
+    why = "there is no such input";
+    return false;
+  }
+  int error = 0;
+  const AlsaPcm pcm = OpenAlsaPcm(*pcmName, &error);
+  if (pcm) error = SetAlsaParams(*pcm, format, bufferBytes);
+  if (error < 0) {
+    why = snd_strerror(error);
+    return false;
+  }
+  format_ = format;
+  bufferBytes_ = bufferBytes;
+  open_ = true;
+  return true;
+}
+
+void AlsaWaveIn::Start() {
+  if (!open_) return;
+  EndCapture();
+  capture_ = std::make_shared<Capture>(*this, loop_, format_, bufferBytes_);
+  int error = 0;
+  capture_->pcm = OpenAlsaPcm(AlsaPcmName(name_).value_or(""), &error);
+  if (capture_->pcm) error = SetAlsaParams(*capture_->pcm, format_, bufferBytes_);
+  if (error == 0) error = snd_pcm_start(capture_->pcm.get());
+  if (error < 0) {
+    capture_->pcm = nullptr;
+    capture_->failure = snd_strerror(error);
+    capture_->ended = true;
+    return PostDelivery(capture_);
+  }
+  std::thread(ReadDriver, capture_).detach();
+}
+
+void AlsaWaveIn::Pause() {
+  if (capture_) capture_->paused = true;
+}
+
+void AlsaWaveIn::Restart() {
+  if (!capture_) return;
+  capture_->blocks.Clear();
+  capture_->paused = false;
+}
+
+void AlsaWaveIn::Stop() {
+  EndCapture();
+}
+
+void AlsaWaveIn::Close() {
+  EndCapture();
+  open_ = false;
+}
+
+// A driver may hang when it is asked to stop: then its thread stays behind, and reaches nobody.
+void AlsaWaveIn::EndCapture() {
+  if (!capture_) return;
+  const std::shared_ptr<Capture> ending = std::exchange(capture_, nullptr);
+  ending->device = nullptr;
+  ending->stopping = true;
+  eventfd_write(ending->wakeUp, 1);
+  std::unique_lock lock(ending->mutex);
+  ending->loopGone = true;
+  ending->changed.wait_for(lock, kPatienceWithDriver, [&] { return ending->ended; });
+}
+
+std::size_t AlsaWaveIn::ParseWaveHeader(WaveHandle handle) const {
+  return static_cast<const BlockQueue::Block*>(handle)->size();
+}
+
+std::size_t AlsaWaveIn::CopyWaveHeader(WaveHandle handle, void* destination, std::size_t count) const {
+  const auto& block = *static_cast<const BlockQueue::Block*>(handle);
+  const std::size_t bytes = std::min(count, block.size());
+  std::memcpy(destination, block.data(), bytes);
+  return bytes;
+}
+
+// The thread. It touches the capture alone.
+void AlsaWaveIn::ReadDriver(std::shared_ptr<Capture> capture) {
+  snd_pcm_t* const pcm = capture->pcm.get();
+  std::string frames(kFramesARead * capture->frameBytes, '\0');
+  std::vector<pollfd> descriptors(static_cast<std::size_t>(std::max(0, snd_pcm_poll_descriptors_count(pcm))) + 1);
+  const auto ofDriver = static_cast<unsigned>(descriptors.size() - 1);
+  int idleTurns = 0;
+  while (!capture->stopping) {
+    snd_pcm_poll_descriptors(pcm, descriptors.data(), ofDriver);
+    descriptors.back() = {capture->wakeUp, POLLIN, 0};
+    if (poll(descriptors.data(), descriptors.size(), kPollLimit) > 0) {
+      unsigned short events = 0;
+      snd_pcm_poll_descriptors_revents(pcm, descriptors.data(), ofDriver, &events);  // some plug-ins work in here
+    }
+    if (capture->stopping) break;
+    if (ReadAvailable(*capture, frames)) {
+      idleTurns = 0;
+    } else if (++idleTurns > kIdleTurns) {
+      std::this_thread::sleep_for(kRest);  // a driver that wakes without a frame must not take the processor
+    }
+    if (capture->blocks.Ready() > 0) PostDelivery(capture);
+    const std::lock_guard lock(capture->mutex);
+    if (!capture->failure.empty()) break;
+  }
+  capture->pcm = nullptr;
+  bool lost = false;
+  {
+    const std::lock_guard lock(capture->mutex);
+    capture->ended = true;
+    lost = !capture->failure.empty();
+    capture->changed.notify_all();
+  }
+  if (lost) PostDelivery(capture);
+}
+
+// Reads until the driver has no more; true when anything came. What the driver itself lost counts as one buffer.
+bool AlsaWaveIn::ReadAvailable(Capture& capture, std::string& frames) {
+  bool any = false;
+  while (!capture.stopping) {
+    const snd_pcm_sframes_t read = snd_pcm_readi(capture.pcm.get(), frames.data(), kFramesARead);
+    if (read == -EAGAIN || read == 0) break;
+    if (read > 0) {
+      any = true;
+      if (!capture.paused) capture.blocks.Put(frames.data(), static_cast<std::size_t>(read) * capture.frameBytes);
+      continue;
+    }
+    int error = static_cast<int>(read);
+    if (error == -EPIPE || error == -ESTRPIPE) {
+      error = snd_pcm_recover(capture.pcm.get(), error, 1);
+      if (error == 0) error = snd_pcm_start(capture.pcm.get());
+      if (error == 0) capture.blocks.NoteLost(1);
+    }
+    if (error >= 0) break;
+    const std::lock_guard lock(capture.mutex);
+    capture.failure = snd_strerror(error);
+    break;
+  }
+  return any;
+}
+
+// One event is enough for all buffers that are ready when it comes.
+void AlsaWaveIn::PostDelivery(const std::shared_ptr<Capture>& capture) {
+  const std::lock_guard lock(capture->mutex);
+  if (capture->loopGone || capture->posted.exchange(true)) return;
+  capture->loop.Post([capture] {
+    capture->posted = false;
+    if (capture->device != nullptr) capture->device->Deliver(capture);
+  });
+}
+
+// On the event loop. A handler may stop the device, and one that yields finds the next buffers delivered inside.
+void AlsaWaveIn::Deliver(const std::shared_ptr<Capture>& capture) {
+  if (const std::int64_t lost = capture->blocks.TakeLost(); lost > 0 && onOverRun) onOverRun(lost);
+  for (std::size_t left = capture->blocks.Ready(); left > 0 && capture->device != nullptr; --left) {
+    std::optional<BlockQueue::Block> block = capture->blocks.Take();
+    if (!block) break;
+    const auto handler = onBuffer;  // the device may be gone when it returns
+    if (!capture->paused && handler) handler(&*block);
+    capture->blocks.Return(std::move(*block));
+  }
+  if (capture->device == nullptr) return;
+  if (capture->blocks.Ready() > 0) return PostDelivery(capture);
+  std::string failure;
+  {
+    const std::lock_guard lock(capture->mutex);
+    if (capture->ended) failure = capture->failure;
+  }
+  if (failure.empty()) return;
+  EndCapture();
+  if (onLost) onLost(failure);
+}
+
+}  // namespace tarvolt

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "host/qt_event_loop.h"
+#include "platform/wave_in_device.h"
+
+namespace tarvolt {
+
+/// A capture input of ALSA. A thread of its own reads the driver and makes whole buffers; only those reach the event
+/// loop. An input that hangs in the driver is left to its thread: nothing here waits for it longer than half a second.
+class AlsaWaveIn final : public WaveInDevice {
+ public:
+  /// `name` as AlsaInputs lists it. The loop outlives it.
+  AlsaWaveIn(QtEventLoop& loop, std::string name);
+  ~AlsaWaveIn() override;
+
+  bool Open(const WaveFormat& format, std::int32_t bufferBytes, std::string& why) override;
+  void Start() override;
+  void Pause() override;
+  void Restart() override;
+  void Stop() override;
+  void Close() override;
+  std::size_t ParseWaveHeader(WaveHandle handle) const override;
+  std::size_t CopyWaveHeader(WaveHandle handle, void* destination, std::size_t count) const override;
+
+ private:
+  struct Capture;
+  struct Link;
+
+  static void ReadDriver(std::shared_ptr<Capture> capture);
+  static bool ReadAvailable(Capture& capture, std::string& frames);
+  static void PostDelivery(const std::shared_ptr<Capture>& capture);
+  void Deliver(const std::shared_ptr<Capture>& capture);
+  void EndCapture();
+
+  QtEventLoop& loop_;
+  std::string name_;
+  WaveFormat format_;
+  std::int32_t bufferBytes_ = 0;
+  bool open_ = false;
+  std::shared_ptr<Capture> capture_;
+};
+
+}  // namespace tarvolt

@@ -1,0 +1,72 @@
+#include "host/block_queue.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tarvolt {
+
+BlockQueue::BlockQueue(std::size_t blockBytes, std::size_t mostBlocks)
+    : blockBytes_(std::max<std::size_t>(blockBytes, 1)), mostBlocks_(std::max<std::size_t>(mostBlocks, 1)) {}
+
+std::size_t BlockQueue::Put(const char* bytes, std::size_t count) {
+  const std::lock_guard lock(mutex_);
+  while (count > 0) {
+    const std::size_t taken = std::min(count, blockBytes_ - growing_.size());
+    growing_.insert(growing_.end(), bytes, bytes + taken);
+    bytes += taken;
+    count -= taken;
+    if (growing_.size() == blockBytes_) KeepOrDrop();
+  }
+  return ready_.size();
+}
+
+void BlockQueue::KeepOrDrop() {
+  if (ready_.size() < mostBlocks_) {
+    ready_.push_back(std::move(growing_));
+    growing_ = Block();
+    if (!spare_.empty()) {
+      growing_ = std::move(spare_.back());
+      spare_.pop_back();
+    }
+    growing_.reserve(blockBytes_);
+  } else {
+    ++lost_;
+  }
+  growing_.clear();
+}
+
+void BlockQueue::Clear() {
+  const std::lock_guard lock(mutex_);
+  growing_.clear();
+  ready_.clear();
+}
+
+std::optional<BlockQueue::Block> BlockQueue::Take() {
+  const std::lock_guard lock(mutex_);
+  if (ready_.empty()) return std::nullopt;
+  Block block = std::move(ready_.front());
+  ready_.pop_front();
+  return block;
+}
+
+void BlockQueue::Return(Block block) {
+  const std::lock_guard lock(mutex_);
+  if (spare_.size() < mostBlocks_) spare_.push_back(std::move(block));
+}
+
+std::size_t BlockQueue::Ready() const {
+  const std::lock_guard lock(mutex_);
+  return ready_.size();
+}
+
+void BlockQueue::NoteLost(std::int64_t blocks) {
+  const std::lock_guard lock(mutex_);
+  lost_ += blocks;
+}
+
+std::int64_t BlockQueue::TakeLost() {
+  const std::lock_guard lock(mutex_);
+  return std::exchange(lost_, 0);
+}
+
+}  // namespace tarvolt

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+namespace tarvolt {
+
+/// The newest samples of the sound input, interleaved, for the WAV recorder. One entry is always unused between the
+/// newest and the oldest.
+struct SoundRing {
+  std::vector<std::int16_t> PreBufferRing;
+  std::int32_t RingRead = 0;
+  std::int32_t RingWrite = 0;  ///< the newest sample; 0 and RingRead 0 before the first
+};
+
+/// Samples gathered for the spectrum window.
+struct SpectrumFeed {
+  bool SpectrumActive = false;  ///< the window wants samples
+  std::vector<double> SpectrumBufL;
+  std::vector<double> SpectrumBufR;
+  std::int32_t SpectrumIndex = 0;
+  std::int32_t SpectrumSize = 0;  ///< samples of a transform; both arrays are as long
+
+  /// Takes full arrays. `side`: 0 left of a mono stream, 1 right of a mono stream, 2 both. May yield.
+  std::function<void(int side, const std::vector<double>& left, const std::vector<double>& right)> receive;
+};
+
+/// What the sound input of a window has brought. Written by the buffer handler, read by the ticks, the meters, the
+/// calibration and the data source.
+struct SoundState {
+  bool BufferBusy = false;           ///< a buffer is being worked on
+  bool MeasuringBackground = false;  ///< the background is not subtracted
+
+  /// Index 1, 2, 3: sums of the Peak, Average and Power readings since the last read of the channels. The others are
+  /// not filled (meant).
+  std::array<double, 9> SoundAccumL{};
+  std::array<double, 9> SoundAccumR{};
+  float SoundBufCountL = 0;  ///< buffers in the sums
+  float SoundBufCountR = 0;
+
+  // Readings of the newest buffer, in sample units.
+  double LastPeakL = 0;
+  double LastPeakR = 0;
+  double LastAvgL = 0;
+  double LastAvgR = 0;
+  double CrossCorrelation = 0;  ///< sample units squared
+
+  SoundRing ring;
+  SpectrumFeed spectrum;
+  std::int64_t overRuns = 0;  ///< buffers lost in this run
+
+  /// Empties the sums and the counts, as each read of the channels does at its end.
+  void ClearAccumulators() {
+    SoundAccumL.fill(0);
+    SoundAccumR.fill(0);
+    SoundBufCountL = 0;
+    SoundBufCountR = 0;
+  }
+
+  /// Blanks the readings of the newest buffer.
+  void ClearLastReadings() {
+    LastPeakL = 0;
+    LastPeakR = 0;
+    LastAvgL = 0;
+    LastAvgR = 0;
+  }
+};
+
+}  // namespace tarvolt

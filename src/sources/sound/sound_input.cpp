@@ -1,0 +1,191 @@
+#include "sources/sound/sound_input.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "sources/sound/sound_formats.h"
+#include "sources/sound/sound_timing.h"
+#include "text/number.h"
+
+namespace tarvolt {
+namespace {
+
+constexpr int kWatchInterval = 250;         // milliseconds
+constexpr double kOverRunLineEvery = 1000;  // milliseconds; a flood of lines would cost more buffers yet
+
+constexpr const char* kBusyWords = "Sound buffer filled while last data was still being processed.";
+constexpr const char* kLateWords = "Sound was lost because it was not taken from the driver in time.";
+
+/// True while a buffer is worked on, however that ends.
+class Busy {
+ public:
+  explicit Busy(bool& flag) : flag_(flag) { flag_ = true; }
+  ~Busy() { flag_ = false; }
+  Busy(const Busy&) = delete;
+  Busy& operator=(const Busy&) = delete;
+
+ private:
+  bool& flag_;
+};
+
+}  // namespace
+
+SoundInput::SoundInput(Session& session, ChartWindow& window)
+    : session_(session), window_(window), sound_(window.sound) {}
+
+SoundInput::~SoundInput() {
+  LetGo();
+}
+
+bool SoundInput::Open(const Request& request, std::string& why) {
+  Close();
+  request_ = request;
+  sound_.overRuns = 0;
+  sound_.ring.PreBufferRing.assign(static_cast<std::size_t>(std::max(request.ringEntries, 1)), 0);
+  sound_.ring.RingRead = 0;
+  sound_.ring.RingWrite = 0;
+  if (!OpenDevice(why)) return false;
+  if (!watchTimer_) {
+    watchTimer_ = session_.host.loop.MakeTimer([this] { Watch(); });
+    if (watchTimer_) watchTimer_->SetInterval(kWatchInterval);
+  }
+  if (watchTimer_) watchTimer_->SetEnabled(true);
+  return true;
+}
+
+bool SoundInput::OpenDevice(std::string& why) {
+  LetGo();
+  Device device = session_.host.sound.Make(request_.name);
+  if (!device->Open(request_.format, request_.bufferBytes, why)) return false;
+  device->onBuffer = [this](WaveHandle handle) { TakeBuffer(handle); };
+  device->onOverRun = [this](std::int64_t buffers) { NoteOverRuns(buffers, kLateWords); };
+  device->onLost = [this](const std::string& reason) { Lose(reason); };
+  device->onEnded = [this] {
+    running_ = false;
+    if (onEnded) onEnded();
+  };
+  device_ = std::move(device);
+  // The work array, sized by the device's buffer.
+  samples_.assign(static_cast<std::size_t>(request_.bufferBytes) / sizeof(std::int16_t) + 1, 0);
+  sound_.BufferBusy = false;
+  return true;
+}
+
+// It may be inside its own event: it dies at a later turn of the loop.
+void SoundInput::LetGo() {
+  if (!device_) return;
+  running_ = false;
+  device_->Close();
+  session_.host.loop.Post([held = std::move(device_)] {});
+  device_ = nullptr;
+}
+
+void SoundInput::Start() {
+  if (!device_) return;
+  running_ = true;
+  silent_ = false;
+  lastBuffer_ = session_.host.clock.MonotonicMilliseconds();
+  lastSound_ = lastBuffer_;
+  device_->Start();
+}
+
+void SoundInput::Pause() {
+  if (!device_) return;
+  running_ = false;
+  device_->Pause();
+}
+
+void SoundInput::Restart() {
+  if (!device_) return;
+  running_ = true;
+  lastBuffer_ = session_.host.clock.MonotonicMilliseconds();
+  device_->Restart();
+}
+
+void SoundInput::Stop() {
+  if (!device_) return;
+  running_ = false;
+  device_->Stop();
+}
+
+void SoundInput::Close() {
+  const bool wasOpen = device_ != nullptr || lost_;
+  LetGo();
+  if (watchTimer_) watchTimer_->SetEnabled(false);
+  lost_ = false;
+  if (wasOpen && sound_.overRuns > 0) {
+    session_.Add2SLog("Sound buffers lost: " + NumberText(sound_.overRuns));
+  }
+  sound_.overRuns = 0;
+}
+
+void SoundInput::StartLevelMeter() {
+  const Settings& settings = session_.settings;
+  sound_.LastPeakR = 0;
+  sound_.SoundAccumL[0] = 0;
+  sound_.SoundAccumR[0] = 0;
+  Stop();
+  Request request = request_;
+  if (!IsOpen() && !lost_) {
+    request.name = settings.SoundCardName;
+    request.format = SoundFormat(settings.sWavFormat);
+    request.sources = FindSourcesInUse(settings);
+  }
+  SoundTimingRequest timing;
+  timing.Pbuffer = settings.Pbuffer;
+  timing.format = request.format;
+  request.bufferBytes = PlanSoundTiming(timing).bufferBytes;
+  std::string why;
+  if (!Open(request, why)) {
+    session_.Add2SLog("The sound input " + request.name + " cannot be opened: " + why);
+    return;
+  }
+  Start();
+}
+
+// Nothing of a dropped buffer is counted: what has gathered since the last read stays as it is.
+void SoundInput::TakeBuffer(WaveHandle handle) {
+  NoteDelivery();
+  if (sound_.BufferBusy || window_.run.TickBusy) return NoteOverRuns(1, kBusyWords);
+  {
+    const Busy busy(sound_.BufferBusy);
+    sound_.SoundBufCountL += 1;
+    sound_.SoundBufCountR += 1;
+    if (window_.run.chartState == ChartState::Idle) return;
+    const std::size_t count = FetchSamples(handle);
+    NoteSamples(count);
+    const auto pass = request_.format.stereo ? StereoPass : MonoPass;
+    pass({samples_.data(), count}, Setup(), sound_);
+  }
+  if (onBuffer) onBuffer();
+}
+
+std::size_t SoundInput::FetchSamples(WaveHandle handle) {
+  const std::size_t bytes = std::min(device_->ParseWaveHeader(handle), samples_.size() * sizeof(std::int16_t));
+  return device_->CopyWaveHeader(handle, samples_.data(), bytes) / sizeof(std::int16_t);
+}
+
+// Each lost buffer counts; of a flood a line a second is logged, and the number at the end.
+void SoundInput::NoteOverRuns(std::int64_t buffers, const char* words) {
+  sound_.overRuns += buffers;
+  const double now = session_.host.clock.MonotonicMilliseconds();
+  if (sound_.overRuns > buffers && now < nextOverRunLine_) return;
+  nextOverRunLine_ = now + kOverRunLineEvery;
+  session_.Add2SLog(words);
+}
+
+DetectionSetup SoundInput::Setup() const {
+  const Settings& settings = session_.settings;
+  const int input = settings.MixerSource >= 0 && settings.MixerSource < kMixerInputs ? settings.MixerSource : 0;
+  DetectionSetup setup;
+  setup.backgroundL = settings.LCHbkgnd[input];
+  setup.backgroundR = settings.RCHbkgnd[input];
+  setup.PwrMultiL = settings.PwrMultiL;
+  setup.PwrMultiR = settings.PwrMultiR;
+  setup.SoundLeftInUse = request_.sources.SoundLeftInUse;
+  setup.SoundRightInUse = request_.sources.SoundRightInUse;
+  return setup;
+}
+
+}  // namespace tarvolt

@@ -1,0 +1,101 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "model/chart_window.h"
+#include "model/session.h"
+#include "platform/event_loop.h"
+#include "platform/wave_in_device.h"
+#include "sources/sound/detection.h"
+#include "sources/source_table.h"
+
+namespace tarvolt {
+
+/// The sound input of a window: opens the device, reduces each filled buffer to its readings, and watches over the
+/// delivery. A device that fails, stalls or turns to zeros during a run is told, and opened again by its name as soon
+/// as it is there.
+class SoundInput {
+ public:
+  /// Closed. `session` and `window` outlive it.
+  SoundInput(Session& session, ChartWindow& window);
+  ~SoundInput();
+  SoundInput(const SoundInput&) = delete;
+  SoundInput& operator=(const SoundInput&) = delete;
+
+  /// Called behind each buffer that was not dropped; may stop the run. And once when the input has come to its end.
+  std::function<void()> onBuffer;
+  std::function<void()> onEnded;
+
+  /// What a run wants of the input; taken over by Open.
+  struct Request {
+    std::string name;  ///< of the device
+    WaveFormat format;
+    std::int32_t bufferBytes = 0;
+    std::int32_t ringEntries = 1;
+    SourcesInUse sources;  ///< the sides that the mono pass reads
+  };
+
+  /// Opens the device, closed before. False with the reason in `why`.
+  bool Open(const Request& request, std::string& why);
+
+  void Start();
+  void Pause();
+  void Restart();
+  void Stop();
+
+  /// Lets the device go, and tells the over-runs of the run. Harmless when nothing is open. May be called inside
+  /// onBuffer.
+  void Close();
+
+  bool IsOpen() const { return device_ != nullptr; }
+
+  /// True from the loss of the device, or from its falling silent, until it delivers again.
+  bool IsLost() const { return lost_; }
+
+  /// The device as the level meter of a data source: stopped, set to buffers of Pbuffer bytes and started, opened
+  /// before when it is not.
+  void StartLevelMeter();
+
+ private:
+  using Device = std::shared_ptr<WaveInDevice>;
+
+  bool OpenDevice(std::string& why);
+  void LetGo();
+  void TakeBuffer(WaveHandle handle);
+  std::size_t FetchSamples(WaveHandle handle);
+  void NoteOverRuns(std::int64_t buffers, const char* words);
+  DetectionSetup Setup() const;
+
+  // The watchdog (sound_watchdog.cpp).
+  void Watch();
+  void NoteSamples(std::size_t count);
+  void NoteDelivery();
+  void Lose(const std::string& why);
+  void TryAgain();
+  double Patience() const;
+  bool InRun() const;
+  void Announce(const std::string& text);
+
+  Session& session_;
+  ChartWindow& window_;
+  SoundState& sound_;
+  Device device_;
+  Request request_;
+  std::vector<std::int16_t> samples_;  ///< the buffer in hand
+  std::unique_ptr<Timer> watchTimer_;
+  bool running_ = false;  ///< started and not paused or stopped
+  bool lost_ = false;
+  bool opening_ = false;   ///< the device is being opened again
+  bool silent_ = false;    ///< exact zeros have been told
+  double lastBuffer_ = 0;  ///< monotonic milliseconds
+  double lastSound_ = 0;   ///< of the last sample that was not zero
+  double lostSince_ = 0;
+  double nextTry_ = 0;
+  double nextOverRunLine_ = 0;
+};
+
+}  // namespace tarvolt

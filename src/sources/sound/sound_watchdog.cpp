@@ -1,0 +1,95 @@
+#include <algorithm>
+
+#include "sources/sound/sound_input.h"
+#include "text/number.h"
+
+namespace tarvolt {
+namespace {
+
+constexpr double kPatience = 2000;        // milliseconds without a buffer
+constexpr double kBuffersOfPatience = 4;  // the same for long buffers
+constexpr double kSilence = 5000;         // milliseconds of exact zeros, which no converter gives
+constexpr double kTryEvery = 2000;        // milliseconds between two tries to open a lost input
+constexpr double kSecond = 1000;
+
+std::string SecondsText(double milliseconds) {
+  return FormatNumber(milliseconds / kSecond, "##0.0") + " seconds";
+}
+
+}  // namespace
+
+// A device is given time for some of its own buffers, however long they are.
+double SoundInput::Patience() const {
+  const double frames = static_cast<double>(request_.bufferBytes) / request_.format.FrameBytes();
+  return std::max(kPatience, kBuffersOfPatience * frames / request_.format.samplesPerSecond * kSecond);
+}
+
+bool SoundInput::InRun() const {
+  return window_.run.ChartRunning || window_.run.Starting;
+}
+
+void SoundInput::Announce(const std::string& text) {
+  session_.Add2SLog(text);
+  session_.Tell("Tarvolt", text);
+}
+
+void SoundInput::Watch() {
+  if (opening_) return;
+  if (lost_) return TryAgain();
+  if (!running_) return;
+  const double now = session_.host.clock.MonotonicMilliseconds();
+  if (now - lastBuffer_ > Patience()) return Lose("it delivers nothing");
+  const bool looksAtSamples = window_.run.chartState != ChartState::Idle;
+  if (!looksAtSamples) lastSound_ = now;
+  if (silent_ || now - lastSound_ <= std::max(kSilence, Patience())) return;
+  silent_ = true;
+  Announce("The sound input " + request_.name + " gives zeros alone.");
+  // An input that was pulled out may go on with zeros: a fresh one gives sound, if there is any.
+  std::string why;
+  if (!OpenDevice(why)) return Lose(why);
+  const double lastSound = lastSound_;
+  Start();
+  lastSound_ = lastSound;
+  silent_ = true;
+}
+
+void SoundInput::NoteDelivery() {
+  lastBuffer_ = session_.host.clock.MonotonicMilliseconds();
+  if (!lost_) return;
+  lost_ = false;
+  Announce("Sound is back from " + request_.name + ". The gap is " + SecondsText(lastBuffer_ - lostSince_) + ".");
+}
+
+void SoundInput::NoteSamples(std::size_t count) {
+  const auto isSound = [](std::int16_t sample) { return sample != 0; };
+  if (std::none_of(samples_.begin(), samples_.begin() + static_cast<std::ptrdiff_t>(count), isSound)) return;
+  if (silent_) {
+    Announce("Sound is back from " + request_.name + " after " + SecondsText(lastBuffer_ - lastSound_) + " of zeros.");
+  }
+  silent_ = false;
+  lastSound_ = lastBuffer_;
+}
+
+// The gap counts from the last buffer, whenever its end is noticed.
+void SoundInput::Lose(const std::string& why) {
+  LetGo();
+  if (lost_) return;
+  lost_ = true;
+  lostSince_ = lastBuffer_;
+  nextTry_ = session_.host.clock.MonotonicMilliseconds();
+  if (InRun()) Announce("The sound input " + request_.name + " was lost: " + why + ". The run goes on without it.");
+}
+
+// The loss is over only when a buffer comes: an input that opens and stays mute is tried again.
+void SoundInput::TryAgain() {
+  const double now = session_.host.clock.MonotonicMilliseconds();
+  if (device_ && now - lastBuffer_ > Patience()) LetGo();
+  if (device_ || now < nextTry_) return;
+  nextTry_ = now + kTryEvery;
+  opening_ = true;
+  std::string why;
+  if (session_.host.sound.IsThere(request_.name) && OpenDevice(why)) Start();
+  opening_ = false;
+}
+
+}  // namespace tarvolt

@@ -1,0 +1,74 @@
+#include "host/alsa_inputs.h"
+
+#include <gtest/gtest.h>
+
+#include "host/alsa_wave_in.h"
+#include "host/block_queue.h"
+#include "sim/sim_random.h"
+#include "waiting.h"
+
+namespace tarvolt {
+namespace {
+
+TEST(BlockQueue, MakesBlocksOfAnyPieces) {
+  SimRandom random(3);
+  BlockQueue queue(7, 1000);
+  std::string sent;
+  std::string received;
+  for (int i = 0; i < 500; ++i) {
+    std::string piece(random.Below(25), '\0');
+    for (char& byte : piece) byte = static_cast<char>(random.Below(256));
+    sent += piece;
+    queue.Put(piece.data(), piece.size());
+    while (random.Chance(0.5)) {
+      auto block = queue.Take();
+      if (!block) break;
+      ASSERT_EQ(block->size(), 7u);
+      received.append(block->data(), block->size());
+      queue.Return(std::move(*block));
+    }
+  }
+  while (auto block = queue.Take()) received.append(block->data(), block->size());
+  EXPECT_EQ(received, sent.substr(0, sent.size() / 7 * 7));
+  EXPECT_EQ(queue.TakeLost(), 0);
+}
+
+TEST(BlockQueue, DropsTheNewestWhenNobodyTakesThem) {
+  BlockQueue queue(2, 3);
+  queue.Put("aabbccddee", 10);
+  EXPECT_EQ(queue.TakeLost(), 2);
+  EXPECT_EQ(queue.TakeLost(), 0);
+  EXPECT_EQ(queue.Take()->at(0), 'a');
+  queue.Put("f", 1);
+  queue.Clear();
+  queue.Put("gh", 2);
+  EXPECT_EQ(queue.Ready(), 1u);
+  EXPECT_EQ(queue.Take()->at(0), 'g');
+}
+
+TEST(AlsaInputs, NamesLeadToTheCardByItsId) {
+  EXPECT_EQ(AlsaPcmName("PCH,0: HDA Intel, Analog"), "plughw:CARD=PCH,DEV=0");
+  EXPECT_EQ(AlsaPcmName("Device_1,12: USB, Audio: Mic"), "plughw:CARD=Device_1,DEV=12");
+  EXPECT_EQ(AlsaPcmName("default: Sound server"), "default");
+  for (const char* none : {"", "PCH", ",0: x", "PCH,: x", "PCH,x: y", "a b,0: x", "PCH,0000: x", "hw:0,DEV=1"}) {
+    EXPECT_FALSE(AlsaPcmName(none)) << none;
+  }
+}
+
+TEST(AlsaWaveIn, AnInputThatIsNotThereIsRefusedWithItsReason) {
+  QtEventLoop loop(*QCoreApplication::instance());
+  const AlsaInputs quiet;
+  for (const char* name : {"Absent,0: no card", "nonsense"}) {
+    AlsaWaveIn input(loop, name);
+    std::string why;
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(input.Open({44100, 16, true}, 1764, why)) << name;
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "") << "the library's own words";
+    EXPECT_FALSE(why.empty());
+    input.Start();
+    input.Stop();
+  }
+}
+
+}  // namespace
+}  // namespace tarvolt

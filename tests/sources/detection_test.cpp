@@ -1,0 +1,212 @@
+#include "sources/sound/detection.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "sim/sim_random.h"
+#include "text/number.h"
+
+namespace tarvolt {
+namespace {
+
+// The passes once more, sample by sample and in doubles, as slow as they are told.
+class SlowPasses {
+ public:
+  SlowPasses(const DetectionSetup& setup, SoundState& state) : setup_(setup), state_(state) {}
+
+  void Stereo(const std::vector<std::int16_t>& samples) {
+    const int n = static_cast<int>(samples.size());
+    const double frames = std::nearbyint(n / 2.0);
+    const int block = std::max(1, static_cast<int>(std::nearbyint(n / 10.0)));
+    double sumL = 0, sumR = 0, sqL = 0, sqR = 0, peakSumL = 0, peakSumR = 0;
+    int peakL = 0, peakR = 0, count = 0, blocks = 0;
+    state_.CrossCorrelation = 0;
+    for (int i = 0; i <= n - 2; i += 2) {
+      Push(samples[i]);
+      Push(samples[i + 1]);
+      double l = Sample(samples[i], setup_.backgroundL);
+      double r = Sample(samples[i + 1], setup_.backgroundR);
+      state_.CrossCorrelation = l * r;
+      l = std::fabs(l);
+      r = std::fabs(r);
+      sumL += l;
+      sumR += r;
+      sqL += l * l;
+      sqR += r * r;
+      peakL = std::max(peakL, static_cast<int>(l));
+      peakR = std::max(peakR, static_cast<int>(r));
+      count += 2;
+      if (count < block) continue;
+      peakSumL += peakL;
+      peakSumR += peakR;
+      peakL = peakR = count = 0;
+      ++blocks;
+    }
+    if (frames > 0) state_.CrossCorrelation /= frames;
+    Finish(peakSumL, blocks, sumL, sqL, frames, setup_.PwrMultiL, state_.LastPeakL, state_.LastAvgL,
+           state_.SoundAccumL);
+    Finish(peakSumR, blocks, sumR, sqR, frames, setup_.PwrMultiR, state_.LastPeakR, state_.LastAvgR,
+           state_.SoundAccumR);
+  }
+
+  void Mono(const std::vector<std::int16_t>& samples) {
+    int blocks = 0;
+    const auto side = [&](bool used, int background, double multi, double& peak, double& avg, auto& accum) {
+      const int n = static_cast<int>(samples.size());
+      const int block = std::max(1, static_cast<int>(std::nearbyint(n / 10.0)));
+      double sum = 0, squares = 0, peakSum = 0;
+      int high = 0, count = 0;
+      for (int i = 0; used && i < n; ++i) {
+        Push(samples[i]);
+        const double value = Sample(samples[i], background);
+        sum += value;
+        squares += value * value;
+        high = std::max(high, static_cast<int>(value));
+        if (++count < block) continue;
+        peakSum += high;
+        high = count = 0;
+        ++blocks;
+      }
+      Finish(peakSum, used ? blocks : 0, sum, squares, used ? n : 0, multi, peak, avg, accum);
+    };
+    side(setup_.SoundLeftInUse, setup_.backgroundL, setup_.PwrMultiL, state_.LastPeakL, state_.LastAvgL,
+         state_.SoundAccumL);
+    side(setup_.SoundRightInUse, setup_.backgroundR, setup_.PwrMultiR, state_.LastPeakR, state_.LastAvgR,
+         state_.SoundAccumR);
+  }
+
+ private:
+  double Sample(int sample, int background) const {
+    double value = sample;
+    if (value < -32767) value += 1;
+    return state_.MeasuringBackground ? value : std::fabs(value) - background;
+  }
+
+  void Push(std::int16_t sample) {
+    SoundRing& ring = state_.ring;
+    const auto bound = static_cast<int>(ring.PreBufferRing.size()) - 1;
+    if (bound < 0) return;
+    if (++ring.RingWrite > bound) ring.RingWrite = 0;
+    if (ring.RingWrite == ring.RingRead && ++ring.RingRead > bound) ring.RingRead = 0;
+    ring.PreBufferRing[ring.RingWrite] = sample;
+  }
+
+  template <class Accumulators>
+  static void Finish(double peakSum, int blocks, double sum, double squares, double divisor, double multi, double& peak,
+                     double& avg, Accumulators& accum) {
+    if (blocks > 0) peak = peakSum / blocks;
+    if (divisor > 0) avg = sum / divisor;
+    accum[1] += peak;
+    accum[2] += avg;
+    if (divisor > 0 && multi != 0) accum[3] += squares / divisor / multi;
+  }
+
+  const DetectionSetup& setup_;
+  SoundState& state_;
+};
+
+void ExpectSame(const SoundState& fast, const SoundState& slow, const std::string& what) {
+  for (int row = 0; row < 9; ++row) {
+    EXPECT_DOUBLE_EQ(fast.SoundAccumL[row], slow.SoundAccumL[row]) << what << " left " << row;
+    EXPECT_DOUBLE_EQ(fast.SoundAccumR[row], slow.SoundAccumR[row]) << what << " right " << row;
+  }
+  EXPECT_EQ(fast.CrossCorrelation, slow.CrossCorrelation) << what;
+  EXPECT_EQ(fast.ring.PreBufferRing, slow.ring.PreBufferRing) << what;
+  EXPECT_EQ(fast.ring.RingRead, slow.ring.RingRead) << what;
+  EXPECT_EQ(fast.ring.RingWrite, slow.ring.RingWrite) << what;
+}
+
+TEST(Detection, AnyBuffersGiveWhatTheSlowPassesGive) {
+  SimRandom random(5);
+  constexpr int kExtremes[] = {-32768, -32767, 32767, 0, 1, -1};
+  for (int round = 0; round < 400; ++round) {
+    DetectionSetup setup;
+    setup.backgroundL = static_cast<int>(random.Below(65536)) - 32768;
+    setup.backgroundR = static_cast<int>(random.Below(300));
+    setup.PwrMultiR = random.Chance(0.1) ? 0 : 17.5;
+    setup.SoundLeftInUse = random.Chance(0.7);
+    setup.SoundRightInUse = random.Chance(0.7);
+    SoundState fast;
+    fast.MeasuringBackground = random.Chance(0.3);
+    fast.ring.PreBufferRing.resize(random.Below(200));
+    SoundState slow = fast;
+    SlowPasses passes(setup, slow);
+    for (int buffer = 0; buffer < 4; ++buffer) {
+      std::vector<std::int16_t> samples(random.Below(random.Chance(0.5) ? 24 : 500));
+      for (auto& sample : samples) {
+        sample = static_cast<std::int16_t>(random.Chance(0.2) ? kExtremes[random.Below(6)]
+                                                              : static_cast<int>(random.Below(65536)) - 32768);
+      }
+      const bool stereo = round % 2 == 0;
+      if (stereo && samples.size() % 2 != 0) samples.pop_back();
+      (stereo ? StereoPass : MonoPass)(samples, setup, fast);
+      stereo ? passes.Stereo(samples) : passes.Mono(samples);
+      ExpectSame(fast, slow, "round " + NumberText(std::int64_t{round}));
+    }
+  }
+}
+
+TEST(Detection, TheSidesOfTheBackgroundDifferBetweenStereoAndMono) {
+  DetectionSetup setup;
+  setup.backgroundL = 150;
+  setup.SoundRightInUse = false;
+  SoundState stereo;
+  StereoPass(std::vector<std::int16_t>{100, 0, -100, 0}, setup, stereo);
+  EXPECT_EQ(stereo.LastAvgL, 50);
+  SoundState mono;
+  MonoPass(std::vector<std::int16_t>{100, -100}, setup, mono);
+  EXPECT_EQ(mono.LastAvgL, -50);
+  EXPECT_EQ(mono.LastPeakL, 0);
+}
+
+TEST(Detection, TheLowestSampleReadsAsTheHighest) {
+  SoundState sound;
+  StereoPass(std::vector<std::int16_t>(40, -32768), {}, sound);
+  EXPECT_EQ(sound.LastPeakL, 32767);
+  EXPECT_EQ(sound.LastAvgR, 32767);
+  EXPECT_EQ(sound.SoundAccumL[kPower], 32767.0 * 32767 / 2000);
+}
+
+TEST(Detection, ThePeakIsTheMeanOfTenBlocksAndAPartialBlockIsLeftOut) {
+  std::vector<std::int16_t> samples(400, 0);
+  for (int block = 0; block < 10; ++block) samples[block * 40] = static_cast<std::int16_t>(100 * (block + 1));
+  SoundState sound;
+  StereoPass(samples, {}, sound);
+  EXPECT_EQ(sound.LastPeakL, 550);
+  std::vector<std::int16_t> ragged(48, 10);  // blocks of 6 samples after rounding 4.8: the last 3 frames end none
+  ragged[46] = 9000;
+  StereoPass(ragged, {}, sound);
+  EXPECT_EQ(sound.LastPeakL, 1133.75) << "a block of five ends with the third frame, and 24 frames are eight of them";
+}
+
+struct HandOver {
+  int side;
+  double first;
+  bool operator==(const HandOver&) const = default;
+};
+
+std::vector<HandOver> HandOversOf(int size, bool stereo, int samples) {
+  SoundState sound;
+  std::vector<HandOver> seen;
+  sound.spectrum.SpectrumActive = true;
+  sound.spectrum.SpectrumSize = size;
+  sound.spectrum.SpectrumBufL.resize(size);
+  sound.spectrum.SpectrumBufR.resize(size);
+  sound.spectrum.receive = [&](int side, const std::vector<double>& left, const std::vector<double>& right) {
+    seen.push_back({side, side == 1 ? right[0] : left[0]});
+  };
+  std::vector<std::int16_t> ramp(samples);
+  for (int i = 0; i < samples; ++i) ramp[i] = static_cast<std::int16_t>(i - 100);
+  (stereo ? StereoPass : MonoPass)(ramp, {}, sound);
+  return seen;
+}
+
+TEST(Detection, TheSpectrumIsHandedRawSamples) {
+  EXPECT_EQ(HandOversOf(16, true, 200), (std::vector<HandOver>{{2, -100}}));
+  EXPECT_EQ(HandOversOf(50, false, 120), (std::vector<HandOver>{{0, -100}, {1, -100}, {1, -50}}));
+  EXPECT_TRUE(HandOversOf(300, true, 200).empty());
+}
+
+}  // namespace
+}  // namespace tarvolt
