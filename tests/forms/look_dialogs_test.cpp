@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDateTimeEdit>
 #include <QDialogButtonBox>
 #include <QLineEdit>
 #include <QPushButton>
@@ -9,11 +10,12 @@
 #include <QSpinBox>
 
 #include "core/chart_look_store.h"
+#include "forms/date_entry/form_date_entry.h"
 #include "forms/desk.h"
 #include "forms/look/color_button.h"
 #include "forms/look/form_colors.h"
 #include "forms/look/form_fonts.h"
-#include "forms/plot/qcp.h"
+#include "forms/plot/strip_chart_plot.h"
 
 namespace tarvolt {
 namespace {
@@ -39,7 +41,9 @@ TEST(LookDialogs, TicksGoToTheChartAndTheStoreOnOkAlone) {
   desk.Choose("mnuTickGrid");
   EXPECT_EQ(desk.station.Form().Window().look.ticks.XAxisTickMajorCount, 9);
   EXPECT_EQ(GetTickGrid(desk.station.TheSession()).GridLineStyle, 2);
-  EXPECT_EQ(desk.Find<QCustomPlot>("iStripChartX1")->xAxis->grid()->pen().style(), Qt::DotLine);
+  auto& plot = dynamic_cast<StripChartPlot&>(*desk.Find<QCustomPlot>("iStripChartX1"));
+  plot.TakeOver();  // a drawing may still be resting
+  EXPECT_EQ(plot.xAxis->grid()->pen().style(), Qt::DotLine);
 }
 
 TEST(LookDialogs, ColorsAreSavedAndRestored) {
@@ -100,6 +104,34 @@ TEST(LookDialogs, InformationOfTheChartIsShownUntilItGoes) {
   EXPECT_TRUE(info->isVisible());
   desk.Click("cmdStart");
   EXPECT_FALSE(info->isVisible());
+}
+
+TEST(LookDialogs, FontsAreKeptOnOkAlone) {
+  Desk desk;
+  desk.station.TheSession().store.SaveSetting(Section::Settings, "TitleFontSize", "18");
+  desk.station.Form().Chart().TakeLook();
+  Desk::WithNextDialog([](QWidget& dialog) {
+    EXPECT_EQ(dialog.objectName(), "FormFonts");
+    EXPECT_EQ(dialog.findChild<QPushButton*>("TitleFont")->text(), "Arial, 18 pt");
+    Press(dialog, QDialogButtonBox::Ok);
+  });
+  desk.Choose("mnuFonts");
+  EXPECT_EQ(GetFonts(desk.station.TheSession()).title.size, 18);
+  EXPECT_EQ(desk.station.Form().Window().look.fonts.title.size, 18);
+}
+
+TEST(LookDialogs, ADateIsEnteredOrCancelled) {
+  const TimeStamp stamp = StampOf({2010, 1, 2, 12, 30, 15, 0});
+  Desk::WithNextDialog([](QWidget& dialog) {
+    EXPECT_EQ(dialog.objectName(), "FormDateEntry");
+    auto* entry = dialog.findChild<QDateTimeEdit*>("TxtDate");
+    EXPECT_EQ(entry->text(), "2010-01-02 12:30:15");
+    entry->setDateTime(QDateTime(QDate(2011, 3, 27), QTime(2, 30, 0), Qt::UTC));  // an hour that some zones skip
+    Press(dialog, QDialogButtonBox::Ok);
+  });
+  EXPECT_EQ(FormDateEntry(nullptr, "Begins:", stamp), StampOf({2011, 3, 27, 2, 30, 0, 0}));
+  Desk::WithNextDialog([](QWidget& dialog) { Press(dialog, QDialogButtonBox::Cancel); });
+  EXPECT_EQ(FormDateEntry(nullptr, "Begins:", stamp), std::nullopt);
 }
 
 }  // namespace

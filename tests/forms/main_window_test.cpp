@@ -291,6 +291,33 @@ TEST(MainWindow, ClosingItEndsTheRunAndSaves) {
   EXPECT_EQ(desk.station.FilesSaved().size(), 1u);
 }
 
+TEST(MainWindow, ProfilesAreSavedLoadedAndRemembered) {
+  Desk desk;
+  desk.station.TheSession().settings.ChartWidth = 77;
+  desk.station.host.dialogs.ChooseFileNext("/station/night.tvp");
+  desk.Choose("mnuSaveProfile");
+  desk.station.TheSession().settings.ChartWidth = 5;
+  desk.station.host.dialogs.ChooseFileNext("/station/night.tvp");
+  desk.Choose("mnuLoadProfile");
+  EXPECT_EQ(desk.station.TheSession().settings.ChartWidth, 77);
+  EXPECT_TRUE(desk.station.Logged("Loaded Profile night.tvp"));
+  EXPECT_EQ(desk.station.TheSession().recent.profiles[0], "/station/night.tvp");
+  desk.station.host.dialogs.ChooseFileNext("/station/none.tvp");
+  desk.Choose("mnuLoadProfile");
+  EXPECT_TRUE(desk.station.host.dialogs.HasShown("Could not load the profile /station/none.tvp"));
+  EXPECT_EQ(desk.station.TheSession().settings.ChartWidth, 77);
+}
+
+TEST(MainWindow, RealTimePriorityIsAskedAboutFirst) {
+  Desk desk;
+  desk.station.host.dialogs.AnswerNext(Answer::No);
+  desk.Choose("mnuPriorityRealTime");
+  EXPECT_FALSE(desk.station.Logged("Priority is set to"));
+  desk.Choose("mnuPriorityHigh");
+  EXPECT_TRUE(desk.station.Logged("Priority is set to"));
+  EXPECT_EQ(desk.station.host.dialogs.Questions(), 1);
+}
+
 TEST(MainWindow, ReviewWindowsAreFiveAtMostAndShowWhatIsLoaded) {
   Desk desk;
   desk.Click("cmdStart");
