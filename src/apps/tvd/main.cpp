@@ -1,7 +1,7 @@
 // Tarvolt's data files from a shell: what a file says about itself, and its samples as text. And its equations.
 
 #include <CLI/CLI.hpp>
-#include <regex>
+#include <charconv>
 #include <string>
 
 #include "commands.h"
@@ -57,12 +57,11 @@ CLI::App* AddPlot(CLI::App& app, Options& options) {
 
 // "1200x600"; false for anything else.
 bool ReadSize(const std::string& text, PlotOptions& plot) {
-  static const std::regex kSize("([0-9]{1,5})x([0-9]{1,5})");
-  std::smatch parts;
-  if (!std::regex_match(text, parts, kSize)) return false;
-  plot.width = std::stoi(parts[1]);
-  plot.height = std::stoi(parts[2]);
-  return plot.width > 0 && plot.height > 0;
+  const char* const end = text.data() + text.size();
+  const auto width = std::from_chars(text.data(), end, plot.width);
+  if (width.ec != std::errc() || width.ptr == end || *width.ptr != 'x') return false;
+  const auto height = std::from_chars(width.ptr + 1, end, plot.height);
+  return height.ec == std::errc() && height.ptr == end && plot.width > 0 && plot.height > 0;
 }
 
 int RunPlot(Options& options, int argc, char** argv) {
