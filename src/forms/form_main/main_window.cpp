@@ -84,6 +84,7 @@ MainWindow::MainWindow(Session& session, FormMain& form)
 
 MainWindow::~MainWindow() {
   StoreGeometry();
+  for (const QPointer<FormReview>& review : reviews_) delete review;
   form_.Images().SetDraw({});
   form_.Loads().SetForms({});
   form_.OnEditEquations({});
