@@ -180,6 +180,20 @@ TEST_F(SoundRun, ACardThatStallsOrFallsSilentIsOpenedAgain) {
   EXPECT_TRUE(station.Logged("of zeros.")) << station.Log();
 }
 
+TEST_F(SoundRun, AFileIsNeverBegunAnew) {
+  station.host.sound.Plug(kCard, [](std::int64_t) { return std::pair(0, 0); });
+  station.host.sound.Fix(kCard, {8000, 16, true});
+  station.Set("TimerType", 1).StartChart();
+  station.RunFor(30s);
+  EXPECT_EQ(LogLines("gives zeros alone."), 1);
+  station.host.sound.Stall(kCard);
+  station.RunFor(30s);
+  station.host.sound.Heal();
+  station.RunFor(5s);
+  EXPECT_EQ(station.host.sound.Openings(), 1);
+  EXPECT_TRUE(station.Running());
+}
+
 TEST_F(SoundRun, BuffersThatFillDuringATickAreDroppedAndCounted) {
   station.uds.AnswersAfter(30ms);
   station.Set("Dsrc1", 20).Set("UDSpush", false).Set("Pbuffer", 320).StartChart();

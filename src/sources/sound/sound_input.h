@@ -89,6 +89,7 @@ class SoundInput {
   std::unique_ptr<Timer> watchTimer_;
   bool running_ = false;  ///< started and not paused or stopped
   bool lost_ = false;
+  bool rewinds_ = false;   ///< opening it again would begin it anew, as with a file
   bool opening_ = false;   ///< the device is being opened again
   bool silent_ = false;    ///< exact zeros have been told
   double lastBuffer_ = 0;  ///< monotonic milliseconds

@@ -38,12 +38,13 @@ void SoundInput::Watch() {
   if (lost_) return TryAgain();
   if (!running_) return;
   const double now = session_.host.clock.MonotonicMilliseconds();
-  if (now - lastBuffer_ > Patience()) return Lose("it delivers nothing");
+  if (now - lastBuffer_ > Patience() && !rewinds_) return Lose("it delivers nothing");
   const bool looksAtSamples = window_.run.chartState != ChartState::Idle;
   if (!looksAtSamples) lastSound_ = now;
   if (silent_ || now - lastSound_ <= std::max(kSilence, Patience())) return;
   silent_ = true;
   Announce("The sound input " + request_.name + " gives zeros alone.");
+  if (rewinds_) return;
   // An input that was pulled out may go on with zeros: a fresh one gives sound, if there is any.
   std::string why;
   if (!OpenDevice(why)) return Lose(why);
