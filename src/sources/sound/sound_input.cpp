@@ -104,7 +104,9 @@ void SoundInput::Restart() {
   device_->Restart();
 }
 
+// A lost input is stopped as well: the watchdog no longer looks for it.
 void SoundInput::Stop() {
+  lost_ = false;
   if (!device_) return;
   running_ = false;
   device_->Stop();
