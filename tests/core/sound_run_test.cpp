@@ -233,6 +233,34 @@ TEST_F(SoundRun, ADataSourceUsesTheCardAsALevelMeter) {
   EXPECT_EQ(station.host.sound.OpenNow(), 0);
 }
 
+TEST_F(SoundRun, ALevelMeterOutlivesTheLossOfItsCard) {
+  station.Set("Dsrc0", 20).Set("Dsrc1", 0).Set("UDSpush", true).StartChart();
+  station.host.sound.RefuseOpening("Device or resource busy");
+  station.uds.Send("^^5001x");
+  station.RunFor(5s);
+  EXPECT_EQ(LogLines("cannot be opened: Device or resource busy"), 1);
+  EXPECT_EQ(station.host.sound.OpenNow(), 0);
+  station.host.sound.Heal();
+  station.RunFor(5s);
+  EXPECT_EQ(station.host.sound.OpenNow(), 1) << "one that was refused is tried again";
+  station.host.sound.Unplug(kCard);
+  station.RunFor(3s);
+  station.uds.Send("^^5001x");
+  station.RunFor(3s);
+  EXPECT_EQ(LogLines("was lost"), 2);
+  station.host.sound.Plug(kCard, Steady);
+  station.RunFor(5s);
+  EXPECT_EQ(LogLines("Sound is back"), 2) << "asked for again while it was lost";
+  EXPECT_EQ(station.host.sound.OpenNow(), 1);
+  station.host.sound.Unplug(kCard);
+  station.RunFor(3s);
+  station.uds.Send("^^5002x");
+  station.RunFor(3s);
+  station.host.sound.Plug(kCard, Steady);
+  station.RunFor(5s);
+  EXPECT_EQ(station.host.sound.OpenNow(), 0) << "stopped while it was lost";
+}
+
 TEST_F(SoundRun, HoursOfRoughWeatherKeepTheRunAndItsValues) {
   station.Set("TimerType", 1).Set("SampleRate", 1000).Set("ShowMsgBox", false).StartChart();
   station.host.sound.Jitter(400ms);

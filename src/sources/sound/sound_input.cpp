@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "config/settings_table.h"
 #include "sources/sound/sound_formats.h"
 #include "sources/sound/sound_timing.h"
 #include "text/number.h"
@@ -11,7 +12,6 @@
 namespace tarvolt {
 namespace {
 
-constexpr int kWatchInterval = 250;         // milliseconds
 constexpr double kOverRunLineEvery = 1000;  // milliseconds; a flood of lines would cost more buffers yet
 
 constexpr const char* kBusyWords = "Sound buffer filled while last data was still being processed.";
@@ -47,11 +47,7 @@ bool SoundInput::Open(const Request& request, std::string& why) {
   sound_.ring.RingRead = 0;
   sound_.ring.RingWrite = 0;
   if (!OpenDevice(why)) return false;
-  if (!watchTimer_) {
-    watchTimer_ = session_.host.loop.MakeTimer([this] { Watch(); });
-    if (watchTimer_) watchTimer_->SetInterval(kWatchInterval);
-  }
-  if (watchTimer_) watchTimer_->SetEnabled(true);
+  BeginWatching();
   return true;
 }
 
@@ -121,6 +117,7 @@ void SoundInput::Close() {
     session_.Add2SLog("Sound buffers lost: " + NumberText(sound_.overRuns));
   }
   sound_.overRuns = 0;
+  request_ = Request{};
 }
 
 void SoundInput::StartLevelMeter() {
@@ -128,9 +125,11 @@ void SoundInput::StartLevelMeter() {
   sound_.LastPeakR = 0;
   sound_.SoundAccumL[0] = 0;
   sound_.SoundAccumR[0] = 0;
+  const bool wasLost = lost_;
   Stop();
   Request request = request_;
-  if (!IsOpen() && !lost_) {
+  if (request.name.empty()) {
+    lastBuffer_ = session_.host.clock.MonotonicMilliseconds();
     request.name = settings.SoundCardName;
     request.format = SoundFormat(settings.sWavFormat);
     request.sources = FindSourcesInUse(settings);
@@ -139,12 +138,13 @@ void SoundInput::StartLevelMeter() {
   timing.Pbuffer = settings.Pbuffer;
   timing.format = request.format;
   request.bufferBytes = PlanSoundTiming(timing).bufferBytes;
+  if (wasLost) return LookAgainFor(request.bufferBytes);
   std::string why;
-  if (!Open(request, why)) {
-    session_.Add2SLog("The sound input " + request.name + " cannot be opened: " + why);
-    return;
-  }
-  Start();
+  if (Open(request, why)) return Start();
+  session_.Add2SLog("The sound input " + request.name + " cannot be opened: " + why);
+  if (!InRun() || !HasSoundCard(settings)) return;
+  BeginWatching();
+  Lose(why);
 }
 
 // Nothing of a dropped buffer is counted: what has gathered since the last read stays as it is.

@@ -71,6 +71,8 @@ class SoundInput {
   DetectionSetup Setup() const;
 
   // The watchdog (sound_watchdog.cpp).
+  void BeginWatching();
+  void LookAgainFor(std::int32_t bufferBytes);
   void Watch();
   void NoteSamples(std::size_t count);
   void NoteDelivery();

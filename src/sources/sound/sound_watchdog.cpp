@@ -6,6 +6,7 @@
 namespace tarvolt {
 namespace {
 
+constexpr int kWatchInterval = 250;       // milliseconds
 constexpr double kPatience = 2000;        // milliseconds without a buffer
 constexpr double kBuffersOfPatience = 4;  // the same for long buffers
 constexpr double kSilence = 5000;         // milliseconds of exact zeros, which no converter gives
@@ -31,6 +32,22 @@ bool SoundInput::InRun() const {
 void SoundInput::Announce(const std::string& text) {
   session_.Add2SLog(text);
   session_.Tell("Tarvolt", text);
+}
+
+void SoundInput::BeginWatching() {
+  if (!watchTimer_) {
+    watchTimer_ = session_.host.loop.MakeTimer([this] { Watch(); });
+    if (watchTimer_) watchTimer_->SetInterval(kWatchInterval);
+  }
+  if (watchTimer_) watchTimer_->SetEnabled(true);
+}
+
+// The loss goes on: the input is opened with other buffers when it is there.
+void SoundInput::LookAgainFor(std::int32_t bufferBytes) {
+  LetGo();
+  request_.bufferBytes = bufferBytes;
+  lost_ = true;
+  nextTry_ = session_.host.clock.MonotonicMilliseconds();
 }
 
 void SoundInput::Watch() {
