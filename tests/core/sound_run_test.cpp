@@ -215,7 +215,8 @@ TEST_F(SoundRun, APushingSourceTakesTheClockAndTheSoundInput) {
 }
 
 TEST_F(SoundRun, ADataSourceUsesTheCardAsALevelMeter) {
-  station.Set("Dsrc0", 20).Set("Dsrc1", 0).Set("UDSpush", true).Set("Pbuffer", 4000).StartChart();
+  station.host.sound.Fix(kCard, {8000, 16, true});
+  station.Set("sWavFormat", 9).Set("Dsrc0", 20).Set("Dsrc1", 0).Set("UDSpush", true).Set("Pbuffer", 4000).StartChart();
   station.uds.Send("^^5004x");
   station.uds.Send("^^5001x");
   station.RunFor(3s);

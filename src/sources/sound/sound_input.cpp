@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <utility>
 
 #include "config/settings_table.h"
@@ -131,7 +132,8 @@ void SoundInput::StartLevelMeter() {
   if (request.name.empty()) {
     lastBuffer_ = session_.host.clock.MonotonicMilliseconds();
     request.name = settings.SoundCardName;
-    request.format = SoundFormat(settings.sWavFormat);
+    const std::optional<WaveFormat> fixed = session_.host.sound.FixedFormat(request.name);
+    request.format = fixed.value_or(SoundFormat(settings.sWavFormat));
     request.sources = FindSourcesInUse(settings);
   }
   SoundTimingRequest timing;
