@@ -151,7 +151,8 @@ void ChartRun::CreateDataFolder() {
 bool ChartRun::CheckSources() {
   const Settings& settings = session_.settings;
   recorder_.sources = FindSourcesInUse(settings);
-  if (NeedsSound()) MatchSoundCard(session_);
+  // A card that is away for a moment is not replaced: opening it refuses the start by its name.
+  if (NeedsSound() && !HasSoundCard(settings)) MatchSoundCard(session_);
   const std::string refusal = RefuseAtStart(settings, HasSoundCard(settings));
   if (!refusal.empty()) return Refuse(refusal);
   for (int channel = 0; channel < ActiveChannels(settings); ++channel) {

@@ -143,6 +143,26 @@ TEST_F(SoundRun, RefusalsNameWhatIsWrong) {
   }
 }
 
+TEST_F(SoundRun, ACardThatIsAwayAtAStartStaysTheOneChosen) {
+  station.Boot();
+  station.host.sound.Unplug(kCard);
+  station.host.sound.Plug("PCH,0: Another card", Steady);
+  station.StartChart();
+  EXPECT_FALSE(station.Running());
+  EXPECT_TRUE(station.Logged(std::string("The sound input ") + kCard + " cannot be opened"));
+  station.ShutDown();
+  station.host.sound.Unplug("PCH,0: Another card");
+  station.Boot();
+  Session& session = station.TheSession();
+  EXPECT_EQ(session.settings.SoundCardName, kNoSoundCard);
+  SaveRegistrySettings(session.store, session.overrides, "/station", session.settings);
+  station.host.sound.Plug("PCH,0: Another card", Steady);
+  station.host.sound.Plug(kCard, Steady);
+  station.StartChart();
+  EXPECT_TRUE(station.Running());
+  EXPECT_EQ(session.settings.SoundCardName, kCard);
+}
+
 TEST_F(SoundRun, ACardThatIsPulledOutIsOpenedAgainByItsName) {
   station.Set("TimerType", 1).StartChart();
   station.RunFor(60s);
