@@ -255,7 +255,7 @@ bool ChartRun::CheckTiming() {
   const Settings& settings = session_.settings;
   if (settings.vAvg < 1) return Refuse("Must have greater than zero samples to average.");
   if (!(settings.SampleRate >= 10)) return Refuse("Sample Rate must be 10 milliseconds or greater.");
-  if (run_.TimerType == kSoundTimer && !HasSoundCard(settings))
+  if (run_.TimerType == kSoundTimer && !PushReplacesSound() && !HasSoundCard(settings))
     return Refuse("The sound card is set as the timing method but no sound card is available.");
   recorder_.LoTime1->SetInterval(RoundToInt32(settings.SampleRate));
   return true;

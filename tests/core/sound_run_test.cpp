@@ -232,6 +232,11 @@ TEST_F(SoundRun, APushingSourceTakesTheClockAndTheSoundInput) {
   station.RunForSets(30);
   EXPECT_EQ(Stored().size(), 30u);
   EXPECT_EQ(station.host.sound.Openings(), 0);
+  station.StopChart();
+  station.host.sound.Unplug(kCard);
+  station.TheSession().settings.SoundCardName = kNoSoundCard;
+  station.Set("Dsrc1", 0).StartChart();
+  EXPECT_TRUE(station.Running()) << "no card is needed: " << station.Log();
 }
 
 TEST_F(SoundRun, ADataSourceUsesTheCardAsALevelMeter) {
