@@ -41,11 +41,12 @@ bool ChartRun::CheckSoundFormat() {
 
 void ChartRun::PlanSound() {
   Settings& settings = session_.settings;
-  if (settings.SCTadjust < 0.5 || settings.SCTadjust > 1.5) settings.SCTadjust = 1;
+  const bool paces = run_.TimerType == kSoundTimer;
+  if (paces && (settings.SCTadjust < 0.5 || settings.SCTadjust > 1.5)) settings.SCTadjust = 1;
   SoundTimingRequest request;
   request.SampleRate = settings.SampleRate;
   request.vAvg = settings.vAvg;
-  request.paces = run_.TimerType == kSoundTimer;
+  request.paces = paces;
   request.SCTadjust = settings.SCTadjust;
   request.Pbuffer = settings.Pbuffer;
   request.format = soundFormat_;
