@@ -127,6 +127,17 @@ TEST_F(SoundRun, EscapeEndsTheWaitForSound) {
   EXPECT_EQ(station.host.sound.OpenNow(), 0);
 }
 
+TEST_F(SoundRun, AStopEndsTheWaitForSound) {
+  station.host.sound.Stall(kCard);
+  station.Set("ShowMsgBox", false).Boot();
+  station.host.loop.After(30s, [&] { station.Form().StopChart(); });
+  station.StartChart();
+  EXPECT_FALSE(station.Running());
+  EXPECT_TRUE(station.Logged("Start Aborted"));
+  EXPECT_TRUE(station.Logged("was lost: it delivers nothing."));
+  EXPECT_FALSE(station.Logged("The run goes on without it.")) << "none runs yet";
+}
+
 TEST_F(SoundRun, RefusalsNameWhatIsWrong) {
   const struct {
     const char* key;

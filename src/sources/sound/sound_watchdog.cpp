@@ -95,7 +95,9 @@ void SoundInput::Lose(const std::string& why) {
   lost_ = true;
   lostSince_ = lastBuffer_;
   nextTry_ = session_.host.clock.MonotonicMilliseconds();
-  if (InRun()) Announce("The sound input " + request_.name + " was lost: " + why + ". The run goes on without it.");
+  if (!InRun()) return;
+  const char* const outlook = window_.run.ChartRunning ? " The run goes on without it." : "";
+  Announce("The sound input " + request_.name + " was lost: " + why + "." + outlook);
 }
 
 // The loss is over only when a buffer comes: an input that opens and stays mute is tried again.
