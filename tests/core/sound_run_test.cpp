@@ -238,6 +238,15 @@ TEST_F(SoundRun, BuffersThatFillDuringATickAreDroppedAndCounted) {
   EXPECT_TRUE(station.Logged("Sound buffers lost: ")) << station.Log();
 }
 
+TEST_F(SoundRun, BuffersThatFillAheadOfTheSoundRowAreKept) {
+  station.uds.AnswersAfter(30ms);
+  station.Set("Dsrc0", 20).Set("Dsrc1", 1).Set("Detection1", 2).Set("UDSpush", false).Set("Pbuffer", 320).StartChart();
+  station.RunFor(10s);
+  EXPECT_GT(Stored().size(), 70u);
+  for (const Sample& sample : Stored()) EXPECT_EQ(sample.values[1], 1000);
+  EXPECT_EQ(LogLines("Sound buffer filled while"), 0) << station.Log();
+}
+
 TEST_F(SoundRun, APushingSourceTakesTheClockAndTheSoundInput) {
   station.Set("TimerType", 1).Set("Dsrc0", 20).Set("Dsrc1", 1).Set("UDSpush", true).StartChart();
   station.RunForSets(30);
