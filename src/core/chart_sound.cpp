@@ -80,7 +80,9 @@ bool ChartRun::OpenSound() {
 // Yields until the input has delivered, Escape or the end of the program.
 bool ChartRun::WaitForSound() {
   const SoundState& sound = window_.sound;
-  const auto heard = [&] { return sound.SoundBufCountL != 0 || sound.SoundBufCountR != 0; };
+  // A start inside the work on a buffer finds all buffers dropped until it has returned: they are delivered all the
+  // same.
+  const auto heard = [&] { return sound.SoundBufCountL != 0 || sound.SoundBufCountR != 0 || sound.overRuns != 0; };
   const auto givenUp = [&] { return run_.AbortFlag || run_.EndRequested; };
   view_.StatusText = "Waiting for Sound ...Escape to Abort.";
   view_.cmdStart = false;

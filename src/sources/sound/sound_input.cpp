@@ -66,7 +66,6 @@ bool SoundInput::OpenDevice(std::string& why) {
   device_ = std::move(device);
   // The work array, sized by the device's buffer.
   samples_.assign(static_cast<std::size_t>(request_.bufferBytes) / sizeof(std::int16_t) + 1, 0);
-  sound_.BufferBusy = false;
   return true;
 }
 
@@ -149,9 +148,16 @@ void SoundInput::StartLevelMeter() {
   Lose(why);
 }
 
-// Nothing of a dropped buffer is counted: what has gathered since the last read stays as it is.
+// A device that is let go while its buffer is worked on lives on until its own event is over.
 void SoundInput::TakeBuffer(WaveHandle handle) {
+  const Device device = device_;
   NoteDelivery();
+  WorkOn(handle);
+  if (device != device_) session_.host.loop.Post([device] {});
+}
+
+// Nothing of a dropped buffer is counted: what has gathered since the last read stays as it is.
+void SoundInput::WorkOn(WaveHandle handle) {
   if (sound_.BufferBusy || window_.run.TickBusy) return NoteOverRuns(1, kBusyWords);
   {
     const Busy busy(sound_.BufferBusy);
@@ -160,10 +166,21 @@ void SoundInput::TakeBuffer(WaveHandle handle) {
     if (window_.run.chartState == ChartState::Idle) return;
     const std::size_t count = FetchSamples(handle);
     NoteSamples(count);
-    const auto pass = request_.format.stereo ? StereoPass : MonoPass;
-    pass({samples_.data(), count}, Setup(), sound_);
+    if (!Reduce(count)) return;
   }
   if (onBuffer) onBuffer();
+}
+
+// The spectrum may yield inside the pass, and a device opened meanwhile has a work array of its own. False when there
+// is another device behind the pass, or none: the buffer is no event of it.
+bool SoundInput::Reduce(std::size_t count) {
+  const WaveInDevice* const device = device_.get();
+  std::vector<std::int16_t> samples = std::exchange(samples_, {});
+  const auto pass = request_.format.stereo ? StereoPass : MonoPass;
+  pass({samples.data(), count}, Setup(), sound_);
+  if (device_.get() != device) return false;
+  samples_ = std::move(samples);
+  return true;
 }
 
 std::size_t SoundInput::FetchSamples(WaveHandle handle) {

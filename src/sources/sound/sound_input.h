@@ -66,6 +66,8 @@ class SoundInput {
   bool OpenDevice(std::string& why);
   void LetGo();
   void TakeBuffer(WaveHandle handle);
+  void WorkOn(WaveHandle handle);
+  bool Reduce(std::size_t count);
   std::size_t FetchSamples(WaveHandle handle);
   void NoteOverRuns(std::int64_t buffers, const char* words);
   DetectionSetup Setup() const;
