@@ -52,6 +52,18 @@ void ChartRun::PlanSound() {
   request.format = soundFormat_;
   soundTiming_ = PlanSoundTiming(request);
   run_.EffectiveAvg = soundTiming_.EffectiveAvg;
+  SizeRing();
+}
+
+// Here and not where the input is opened: a data source that pushes may use the input without a run's sound.
+void ChartRun::SizeRing() {
+  const Settings& settings = session_.settings;
+  const std::int32_t entries =
+      PreBufferEntries(soundTiming_.bufferBytes, soundFormat_.stereo, settings.PreBuffLen, settings.SampleRate);
+  SoundRing& ring = window_.sound.ring;
+  ring.PreBufferRing.assign(static_cast<std::size_t>(entries), 0);
+  ring.RingRead = 0;
+  ring.RingWrite = 0;
 }
 
 void ChartRun::AddSoundMetadata() {
@@ -64,8 +76,6 @@ bool ChartRun::OpenSound() {
   request.name = settings.SoundCardName;
   request.format = soundFormat_;
   request.bufferBytes = soundTiming_.bufferBytes;
-  request.ringEntries =
-      PreBufferEntries(soundTiming_.bufferBytes, soundFormat_.stereo, settings.PreBuffLen, settings.SampleRate);
   request.sources = recorder_.sources;
   std::string why;
   if (!recorder_.sound.Open(request, why)) {

@@ -276,6 +276,13 @@ TEST_F(SoundRun, APushingSourceTakesTheClockAndTheSoundInput) {
   station.RunForSets(30);
   EXPECT_EQ(Stored().size(), 30u);
   EXPECT_EQ(station.host.sound.Openings(), 0);
+  const SoundRing& ring = station.Form().Window().sound.ring;
+  const std::size_t entries = ring.PreBufferRing.size();
+  EXPECT_NEAR(static_cast<double>(entries), 10 * 8000 * 2, 2000);
+  station.uds.Send("^^5001x");
+  station.RunFor(2s);
+  EXPECT_GT(ring.RingWrite, 0);
+  EXPECT_EQ(ring.PreBufferRing.size(), entries) << "a level meter leaves it";
   station.StopChart();
   station.host.sound.Unplug(kCard);
   station.TheSession().settings.SoundCardName = kNoSoundCard;

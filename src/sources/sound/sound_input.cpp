@@ -44,9 +44,6 @@ bool SoundInput::Open(const Request& request, std::string& why) {
   request_ = request;
   rewinds_ = session_.host.sound.FixedFormat(request_.name).has_value();
   sound_.overRuns = 0;
-  sound_.ring.PreBufferRing.assign(static_cast<std::size_t>(std::max(request.ringEntries, 1)), 0);
-  sound_.ring.RingRead = 0;
-  sound_.ring.RingWrite = 0;
   if (!OpenDevice(why)) return false;
   BeginWatching();
   return true;

@@ -35,7 +35,6 @@ class SoundInput {
     std::string name;  ///< of the device
     WaveFormat format;
     std::int32_t bufferBytes = 0;
-    std::int32_t ringEntries = 1;
     SourcesInUse sources;  ///< the sides that the mono pass reads
   };
 
