@@ -238,30 +238,6 @@ TEST_F(SoundRun, BuffersThatFillDuringATickAreDroppedAndCounted) {
   EXPECT_TRUE(station.Logged("Sound buffers lost: ")) << station.Log();
 }
 
-TEST_F(SoundRun, ARunMayBeStartedAnewInsideTheHandOverToTheSpectrum) {
-  station.Set("Pbuffer", 6400).StartChart();
-  SpectrumFeed& feed = station.Form().Window().sound.spectrum;
-  feed.SpectrumSize = 64;
-  feed.SpectrumBufL.resize(64);
-  feed.SpectrumBufR.resize(64);
-  int handOvers = 0;
-  feed.receive = [&](int, const auto&, const auto&) {
-    if (++handOvers != 3) return;
-    station.StopChart();
-    station.Set("Pbuffer", 320).StartChart();
-    station.host.loop.RunFor(1s);
-  };
-  feed.SpectrumActive = true;
-  station.RunFor(10s);
-  EXPECT_GT(handOvers, 100);
-  EXPECT_TRUE(station.Running());
-  EXPECT_EQ(station.host.sound.OpenNow(), 1);
-  ASSERT_GT(Stored().size(), 80u);
-  for (const Sample& sample : Stored())
-    EXPECT_TRUE(sample.values[0] == 1000 || sample.stamp < station.Run().StartStamp + 2.0 / 86400);
-  EXPECT_EQ(Stored().back().values, (std::vector<double>{1000, 300}));
-}
-
 TEST_F(SoundRun, BuffersThatFillAheadOfTheSoundRowAreKept) {
   station.uds.AnswersAfter(30ms);
   station.Set("Dsrc0", 20).Set("Dsrc1", 1).Set("Detection1", 2).Set("UDSpush", false).Set("Pbuffer", 320).StartChart();
