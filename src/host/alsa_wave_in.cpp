@@ -27,6 +27,7 @@ constexpr int kPollLimit = 500;  // milliseconds
 constexpr int kIdleTurns = 50;   // wake-ups without a frame before the thread rests
 constexpr std::chrono::milliseconds kRest{10};
 constexpr std::size_t kFramesARead = 4096;
+constexpr int kReadsATurn = 8;  // a driver that always has more must not keep its buffers from the event loop
 
 std::size_t BlocksHeld(const WaveFormat& format, std::int32_t bufferBytes) {
   const double perSecond = static_cast<double>(format.samplesPerSecond) * format.FrameBytes() / bufferBytes;
@@ -159,15 +160,17 @@ void AlsaWaveIn::ReadDriver(std::shared_ptr<Capture> capture) {
   std::vector<pollfd> descriptors(static_cast<std::size_t>(std::max(0, snd_pcm_poll_descriptors_count(pcm))) + 1);
   const auto ofDriver = static_cast<unsigned>(descriptors.size() - 1);
   int idleTurns = 0;
+  int reads = 0;  // in the last turn
   while (!capture->stopping) {
     snd_pcm_poll_descriptors(pcm, descriptors.data(), ofDriver);
     descriptors.back() = {capture->wakeUp, POLLIN, 0};
-    if (poll(descriptors.data(), descriptors.size(), kPollLimit) > 0) {
+    if (poll(descriptors.data(), descriptors.size(), reads == kReadsATurn ? 0 : kPollLimit) > 0) {
       unsigned short events = 0;
       snd_pcm_poll_descriptors_revents(pcm, descriptors.data(), ofDriver, &events);  // some plug-ins work in here
     }
     if (capture->stopping) break;
-    if (ReadAvailable(*capture, frames)) {
+    reads = ReadAvailable(*capture, frames);
+    if (reads > 0) {
       idleTurns = 0;
     } else if (++idleTurns > kIdleTurns) {
       std::this_thread::sleep_for(kRest);  // a driver that wakes without a frame must not take the processor
@@ -187,14 +190,15 @@ void AlsaWaveIn::ReadDriver(std::shared_ptr<Capture> capture) {
   if (lost) PostDelivery(capture);
 }
 
-// Reads until the driver has no more; true when anything came. What the driver itself lost counts as one buffer.
-bool AlsaWaveIn::ReadAvailable(Capture& capture, std::string& frames) {
-  bool any = false;
-  while (!capture.stopping) {
+// Reads until the driver has no more, at most kReadsATurn times; tells how often something came. What the driver itself
+// lost counts as one buffer.
+int AlsaWaveIn::ReadAvailable(Capture& capture, std::string& frames) {
+  int reads = 0;
+  while (!capture.stopping && reads < kReadsATurn) {
     const snd_pcm_sframes_t read = snd_pcm_readi(capture.pcm.get(), frames.data(), kFramesARead);
     if (read == -EAGAIN || read == 0) break;
     if (read > 0) {
-      any = true;
+      ++reads;
       if (!capture.paused) capture.blocks.Put(frames.data(), static_cast<std::size_t>(read) * capture.frameBytes);
       continue;
     }
@@ -209,7 +213,7 @@ bool AlsaWaveIn::ReadAvailable(Capture& capture, std::string& frames) {
     capture.failure = snd_strerror(error);
     break;
   }
-  return any;
+  return reads;
 }
 
 // One event is enough for all buffers that are ready when it comes.

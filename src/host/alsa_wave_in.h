@@ -30,7 +30,7 @@ class AlsaWaveIn final : public WaveInDevice {
   struct Link;
 
   static void ReadDriver(std::shared_ptr<Capture> capture);
-  static bool ReadAvailable(Capture& capture, std::string& frames);
+  static int ReadAvailable(Capture& capture, std::string& frames);
   static void PostDelivery(const std::shared_ptr<Capture>& capture);
   void Deliver(const std::shared_ptr<Capture>& capture);
   void EndCapture();
