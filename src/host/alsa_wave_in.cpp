@@ -38,9 +38,13 @@ std::size_t BlocksHeld(const WaveFormat& format, std::int32_t bufferBytes) {
 
 /// One stretch of capturing, from a start to its stop: what the thread and the event loop share.
 struct AlsaWaveIn::Capture {
-  Capture(AlsaWaveIn& ownDevice, QtEventLoop& eventLoop, const WaveFormat& format, std::int32_t bufferBytes)
+  Capture(AlsaWaveIn& ownDevice, QtEventLoop& eventLoop, std::string pcmOfInput, const WaveFormat& ownFormat,
+          std::int32_t bytesOfBuffer)
       : device(&ownDevice),
         loop(eventLoop),
+        pcmName(std::move(pcmOfInput)),
+        format(ownFormat),
+        bufferBytes(bytesOfBuffer),
         frameBytes(static_cast<std::size_t>(format.FrameBytes())),
         blocks(static_cast<std::size_t>(bufferBytes), BlocksHeld(format, bufferBytes)),
         wakeUp(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)) {}
@@ -53,6 +57,9 @@ struct AlsaWaveIn::Capture {
   AlsaWaveIn* device;  ///< the event loop's alone; null from the stop on
   QtEventLoop& loop;
   AlsaPcm pcm;  ///< the thread's alone
+  const std::string pcmName;
+  const WaveFormat format;
+  const std::int32_t bufferBytes;
   const std::size_t frameBytes;
   BlockQueue blocks;
   const int wakeUp;
@@ -97,17 +104,7 @@ bool AlsaWaveIn::Open(const WaveFormat& format, std::int32_t bufferBytes, std::s
 void AlsaWaveIn::Start() {
   if (!open_) return;
   EndCapture();
-  capture_ = std::make_shared<Capture>(*this, loop_, format_, bufferBytes_);
-  int error = 0;
-  capture_->pcm = OpenAlsaPcm(AlsaPcmName(name_).value_or(""), &error);
-  if (capture_->pcm) error = SetAlsaParams(*capture_->pcm, format_, bufferBytes_);
-  if (error == 0) error = snd_pcm_start(capture_->pcm.get());
-  if (error < 0) {
-    capture_->pcm = nullptr;
-    capture_->failure = snd_strerror(error);
-    capture_->ended = true;
-    return PostDelivery(capture_);
-  }
+  capture_ = std::make_shared<Capture>(*this, loop_, AlsaPcmName(name_).value_or(""), format_, bufferBytes_);
   std::thread(ReadDriver, capture_).detach();
 }
 
@@ -153,8 +150,32 @@ std::size_t AlsaWaveIn::CopyWaveHeader(WaveHandle handle, void* destination, std
   return bytes;
 }
 
-// The thread. It touches the capture alone.
+// The thread. It touches the capture alone. A driver may take its time to open, which the event loop does not have.
 void AlsaWaveIn::ReadDriver(std::shared_ptr<Capture> capture) {
+  if (OpenDriver(*capture)) ReadUntilStopped(capture);
+  capture->pcm = nullptr;
+  bool lost = false;
+  {
+    const std::lock_guard lock(capture->mutex);
+    capture->ended = true;
+    lost = !capture->failure.empty();
+    capture->changed.notify_all();
+  }
+  if (lost) PostDelivery(capture);
+}
+
+bool AlsaWaveIn::OpenDriver(Capture& capture) {
+  int error = 0;
+  capture.pcm = OpenAlsaPcm(capture.pcmName, &error);
+  if (capture.pcm) error = SetAlsaParams(*capture.pcm, capture.format, capture.bufferBytes);
+  if (capture.pcm && error == 0) error = snd_pcm_start(capture.pcm.get());
+  if (error >= 0) return true;
+  const std::lock_guard lock(capture.mutex);
+  capture.failure = snd_strerror(error);
+  return false;
+}
+
+void AlsaWaveIn::ReadUntilStopped(const std::shared_ptr<Capture>& capture) {
   snd_pcm_t* const pcm = capture->pcm.get();
   std::string frames(kFramesARead * capture->frameBytes, '\0');
   std::vector<pollfd> descriptors(static_cast<std::size_t>(std::max(0, snd_pcm_poll_descriptors_count(pcm))) + 1);
@@ -179,15 +200,6 @@ void AlsaWaveIn::ReadDriver(std::shared_ptr<Capture> capture) {
     const std::lock_guard lock(capture->mutex);
     if (!capture->failure.empty()) break;
   }
-  capture->pcm = nullptr;
-  bool lost = false;
-  {
-    const std::lock_guard lock(capture->mutex);
-    capture->ended = true;
-    lost = !capture->failure.empty();
-    capture->changed.notify_all();
-  }
-  if (lost) PostDelivery(capture);
 }
 
 // Reads until the driver has no more, at most kReadsATurn times; tells how often something came. What the driver itself

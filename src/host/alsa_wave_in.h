@@ -30,6 +30,8 @@ class AlsaWaveIn final : public WaveInDevice {
   struct Link;
 
   static void ReadDriver(std::shared_ptr<Capture> capture);
+  static bool OpenDriver(Capture& capture);
+  static void ReadUntilStopped(const std::shared_ptr<Capture>& capture);
   static int ReadAvailable(Capture& capture, std::string& frames);
   static void PostDelivery(const std::shared_ptr<Capture>& capture);
   void Deliver(const std::shared_ptr<Capture>& capture);
