@@ -111,6 +111,7 @@ void SaveRegistrySettings(SettingsStore& store, const SettingOverrides& override
     const std::string key = row.Key(index);
     if (IsOverridden(overrides, key)) return;
     const std::string text = row.Text(settings, index);
+    if (key == "SoundCardName" && !HasSoundCard(settings)) return;  // the card that is away stays the one chosen
     if (row.ofCard && HasSoundCard(settings)) return store.SaveCardSetting(settings.SoundCardName, key, text);
     store.SaveSetting(row.section, key, row.IsUnderHome() ? StoredFromPath(text, home) : text);
   });

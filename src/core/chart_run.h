@@ -83,6 +83,7 @@ class ChartRun {
   bool SetUpSound();
   bool CheckSoundFormat();
   void PlanSound();
+  void SizeRing();
   void AddSoundMetadata();
   bool OpenSound();
   bool WaitForSound();

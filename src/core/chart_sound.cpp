@@ -41,16 +41,29 @@ bool ChartRun::CheckSoundFormat() {
 
 void ChartRun::PlanSound() {
   Settings& settings = session_.settings;
-  if (settings.SCTadjust < 0.5 || settings.SCTadjust > 1.5) settings.SCTadjust = 1;
+  const bool paces = run_.TimerType == kSoundTimer;
+  if (paces && (settings.SCTadjust < 0.5 || settings.SCTadjust > 1.5)) settings.SCTadjust = 1;
   SoundTimingRequest request;
   request.SampleRate = settings.SampleRate;
   request.vAvg = settings.vAvg;
-  request.paces = run_.TimerType == kSoundTimer;
+  request.paces = paces;
   request.SCTadjust = settings.SCTadjust;
   request.Pbuffer = settings.Pbuffer;
   request.format = soundFormat_;
   soundTiming_ = PlanSoundTiming(request);
   run_.EffectiveAvg = soundTiming_.EffectiveAvg;
+  SizeRing();
+}
+
+// Here and not where the input is opened: a data source that pushes may use the input without a run's sound.
+void ChartRun::SizeRing() {
+  const Settings& settings = session_.settings;
+  const std::int32_t entries =
+      PreBufferEntries(soundTiming_.bufferBytes, soundFormat_.stereo, settings.PreBuffLen, settings.SampleRate);
+  SoundRing& ring = window_.sound.ring;
+  ring.PreBufferRing.assign(static_cast<std::size_t>(entries), 0);
+  ring.RingRead = 0;
+  ring.RingWrite = 0;
 }
 
 void ChartRun::AddSoundMetadata() {
@@ -63,8 +76,6 @@ bool ChartRun::OpenSound() {
   request.name = settings.SoundCardName;
   request.format = soundFormat_;
   request.bufferBytes = soundTiming_.bufferBytes;
-  request.ringEntries =
-      PreBufferEntries(soundTiming_.bufferBytes, soundFormat_.stereo, settings.PreBuffLen, settings.SampleRate);
   request.sources = recorder_.sources;
   std::string why;
   if (!recorder_.sound.Open(request, why)) {
@@ -79,7 +90,9 @@ bool ChartRun::OpenSound() {
 // Yields until the input has delivered, Escape or the end of the program.
 bool ChartRun::WaitForSound() {
   const SoundState& sound = window_.sound;
-  const auto heard = [&] { return sound.SoundBufCountL != 0 || sound.SoundBufCountR != 0; };
+  // A start inside the work on a buffer finds all buffers dropped until it has returned: they are delivered all the
+  // same.
+  const auto heard = [&] { return sound.SoundBufCountL != 0 || sound.SoundBufCountR != 0 || sound.overRuns != 0; };
   const auto givenUp = [&] { return run_.AbortFlag || run_.EndRequested; };
   view_.StatusText = "Waiting for Sound ...Escape to Abort.";
   view_.cmdStart = false;

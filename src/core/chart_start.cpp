@@ -151,7 +151,8 @@ void ChartRun::CreateDataFolder() {
 bool ChartRun::CheckSources() {
   const Settings& settings = session_.settings;
   recorder_.sources = FindSourcesInUse(settings);
-  if (NeedsSound()) MatchSoundCard(session_);
+  // A card that is away for a moment is not replaced: opening it refuses the start by its name.
+  if (NeedsSound() && !HasSoundCard(settings)) MatchSoundCard(session_);
   const std::string refusal = RefuseAtStart(settings, HasSoundCard(settings));
   if (!refusal.empty()) return Refuse(refusal);
   for (int channel = 0; channel < ActiveChannels(settings); ++channel) {
@@ -254,7 +255,7 @@ bool ChartRun::CheckTiming() {
   const Settings& settings = session_.settings;
   if (settings.vAvg < 1) return Refuse("Must have greater than zero samples to average.");
   if (!(settings.SampleRate >= 10)) return Refuse("Sample Rate must be 10 milliseconds or greater.");
-  if (run_.TimerType == kSoundTimer && !HasSoundCard(settings))
+  if (run_.TimerType == kSoundTimer && !PushReplacesSound() && !HasSoundCard(settings))
     return Refuse("The sound card is set as the timing method but no sound card is available.");
   recorder_.LoTime1->SetInterval(RoundToInt32(settings.SampleRate));
   return true;

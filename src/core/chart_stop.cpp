@@ -11,6 +11,7 @@
 namespace tarvolt {
 
 void ChartRun::StopChart() {
+  if (run_.Starting) run_.AbortFlag = true;  // what the start waits for is given up
   if (!run_.ChartRunning) return;
   run_.Stopping = true;
   StopTimers();

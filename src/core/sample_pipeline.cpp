@@ -80,9 +80,10 @@ void SamplePipeline::AddRead(int channel, double value) {
   run_.ChannelSum[channel] += value;
 }
 
-// One request a tick serves all channels of the data source; its values arrive in the sums.
+// One request a tick serves all channels of the data source; its values arrive in the sums. Where buffers are the clock
+// none may begin another tick meanwhile; else they go on gathering for the rows behind.
 bool SamplePipeline::PollUds() {
-  run_.TickBusy = true;
+  if (run_.TimerType == kSoundTimer) run_.TickBusy = true;
   const UdsClient::PollResult result = recorder_.uds.Poll();
   if (result == UdsClient::PollResult::Answered && run_.ChartRunning) return true;
   run_.TickBusy = false;

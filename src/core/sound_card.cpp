@@ -4,19 +4,31 @@
 
 namespace tarvolt {
 
+namespace {
+
+/// The card that was in use last when it is there, else the first of the list.
+std::string CardToUse(const Session& session) {
+  WaveInDevices& inputs = session.host.sound;
+  const std::string stored = session.store.GetSetting(Section::Settings, "SoundCardName", "");
+  if (!stored.empty() && stored != kNoSoundCard && inputs.IsThere(stored)) return stored;
+  const std::vector<std::string> names = inputs.List();
+  return names.empty() ? kNoSoundCard : names.front();
+}
+
+}  // namespace
+
 void MatchSoundCard(Session& session) {
   Settings& settings = session.settings;
   WaveInDevices& inputs = session.host.sound;
   if (HasSoundCard(settings) && (session.IsOverridden("SoundCardName") || inputs.IsThere(settings.SoundCardName))) {
     return;
   }
-  const std::vector<std::string> names = inputs.List();
-  const std::string chosen = names.empty() ? kNoSoundCard : names.front();
+  const std::string chosen = CardToUse(session);
   if (chosen == settings.SoundCardName) return;
   if (HasSoundCard(settings)) session.Add2SLog("The sound input " + settings.SoundCardName + " is not there.");
-  if (!names.empty()) session.Add2SLog("Sound input: " + chosen);
   settings.SoundCardName = chosen;
-  if (!names.empty() && !session.IsOverridden("SoundCardName")) {
+  if (HasSoundCard(settings)) session.Add2SLog("Sound input: " + chosen);
+  if (HasSoundCard(settings) && !session.IsOverridden("SoundCardName")) {
     session.store.SaveSetting(Section::Settings, "SoundCardName", chosen);
   }
   LoadCardSettings(session.store, session.overrides, session.home.string(), settings);

@@ -8,9 +8,9 @@
 
 namespace tarvolt {
 
-/// Sees to it that SoundCardName names an input that is there: the one stored, else the first of the list, which is
-/// then stored, else kNoSoundCard. What belongs to the card is loaded with it. A name given for this run alone stays as
-/// it is, and fails when it is opened.
+/// Sees to it that SoundCardName names an input that is there: the one set, else the one stored, else the first of the
+/// list, which is then stored, else kNoSoundCard, which is not. What belongs to the card is loaded with it. A name
+/// given for this run alone stays as it is, and fails when it is opened.
 void MatchSoundCard(Session& session);
 
 /// The format that the input is opened with: that of sWavFormat, or the input's own when it has but one, as a file has.

@@ -30,7 +30,6 @@ void SoundClock::BeginRun() {
 
 void SoundClock::InputEnded() {
   recorder_.session.Add2SLog("The sound input has come to its end.");
-  if (recorder_.window.run.Starting) recorder_.window.run.AbortFlag = true;
   recorder_.control.StopChart();
 }
 

@@ -27,6 +27,7 @@ constexpr int kPollLimit = 500;  // milliseconds
 constexpr int kIdleTurns = 50;   // wake-ups without a frame before the thread rests
 constexpr std::chrono::milliseconds kRest{10};
 constexpr std::size_t kFramesARead = 4096;
+constexpr int kReadsATurn = 8;  // a driver that always has more must not keep its buffers from the event loop
 
 std::size_t BlocksHeld(const WaveFormat& format, std::int32_t bufferBytes) {
   const double perSecond = static_cast<double>(format.samplesPerSecond) * format.FrameBytes() / bufferBytes;
@@ -37,9 +38,13 @@ std::size_t BlocksHeld(const WaveFormat& format, std::int32_t bufferBytes) {
 
 /// One stretch of capturing, from a start to its stop: what the thread and the event loop share.
 struct AlsaWaveIn::Capture {
-  Capture(AlsaWaveIn& ownDevice, QtEventLoop& eventLoop, const WaveFormat& format, std::int32_t bufferBytes)
+  Capture(AlsaWaveIn& ownDevice, QtEventLoop& eventLoop, std::string pcmOfInput, const WaveFormat& ownFormat,
+          std::int32_t bytesOfBuffer)
       : device(&ownDevice),
         loop(eventLoop),
+        pcmName(std::move(pcmOfInput)),
+        format(ownFormat),
+        bufferBytes(bytesOfBuffer),
         frameBytes(static_cast<std::size_t>(format.FrameBytes())),
         blocks(static_cast<std::size_t>(bufferBytes), BlocksHeld(format, bufferBytes)),
         wakeUp(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)) {}
@@ -52,6 +57,9 @@ struct AlsaWaveIn::Capture {
   AlsaWaveIn* device;  ///< the event loop's alone; null from the stop on
   QtEventLoop& loop;
   AlsaPcm pcm;  ///< the thread's alone
+  const std::string pcmName;
+  const WaveFormat format;
+  const std::int32_t bufferBytes;
   const std::size_t frameBytes;
   BlockQueue blocks;
   const int wakeUp;
@@ -96,17 +104,7 @@ bool AlsaWaveIn::Open(const WaveFormat& format, std::int32_t bufferBytes, std::s
 void AlsaWaveIn::Start() {
   if (!open_) return;
   EndCapture();
-  capture_ = std::make_shared<Capture>(*this, loop_, format_, bufferBytes_);
-  int error = 0;
-  capture_->pcm = OpenAlsaPcm(AlsaPcmName(name_).value_or(""), &error);
-  if (capture_->pcm) error = SetAlsaParams(*capture_->pcm, format_, bufferBytes_);
-  if (error == 0) error = snd_pcm_start(capture_->pcm.get());
-  if (error < 0) {
-    capture_->pcm = nullptr;
-    capture_->failure = snd_strerror(error);
-    capture_->ended = true;
-    return PostDelivery(capture_);
-  }
+  capture_ = std::make_shared<Capture>(*this, loop_, AlsaPcmName(name_).value_or(""), format_, bufferBytes_);
   std::thread(ReadDriver, capture_).detach();
 }
 
@@ -152,30 +150,9 @@ std::size_t AlsaWaveIn::CopyWaveHeader(WaveHandle handle, void* destination, std
   return bytes;
 }
 
-// The thread. It touches the capture alone.
+// The thread. It touches the capture alone. A driver may take its time to open, which the event loop does not have.
 void AlsaWaveIn::ReadDriver(std::shared_ptr<Capture> capture) {
-  snd_pcm_t* const pcm = capture->pcm.get();
-  std::string frames(kFramesARead * capture->frameBytes, '\0');
-  std::vector<pollfd> descriptors(static_cast<std::size_t>(std::max(0, snd_pcm_poll_descriptors_count(pcm))) + 1);
-  const auto ofDriver = static_cast<unsigned>(descriptors.size() - 1);
-  int idleTurns = 0;
-  while (!capture->stopping) {
-    snd_pcm_poll_descriptors(pcm, descriptors.data(), ofDriver);
-    descriptors.back() = {capture->wakeUp, POLLIN, 0};
-    if (poll(descriptors.data(), descriptors.size(), kPollLimit) > 0) {
-      unsigned short events = 0;
-      snd_pcm_poll_descriptors_revents(pcm, descriptors.data(), ofDriver, &events);  // some plug-ins work in here
-    }
-    if (capture->stopping) break;
-    if (ReadAvailable(*capture, frames)) {
-      idleTurns = 0;
-    } else if (++idleTurns > kIdleTurns) {
-      std::this_thread::sleep_for(kRest);  // a driver that wakes without a frame must not take the processor
-    }
-    if (capture->blocks.Ready() > 0) PostDelivery(capture);
-    const std::lock_guard lock(capture->mutex);
-    if (!capture->failure.empty()) break;
-  }
+  if (OpenDriver(*capture)) ReadUntilStopped(capture);
   capture->pcm = nullptr;
   bool lost = false;
   {
@@ -187,14 +164,53 @@ void AlsaWaveIn::ReadDriver(std::shared_ptr<Capture> capture) {
   if (lost) PostDelivery(capture);
 }
 
-// Reads until the driver has no more; true when anything came. What the driver itself lost counts as one buffer.
-bool AlsaWaveIn::ReadAvailable(Capture& capture, std::string& frames) {
-  bool any = false;
-  while (!capture.stopping) {
+bool AlsaWaveIn::OpenDriver(Capture& capture) {
+  int error = 0;
+  capture.pcm = OpenAlsaPcm(capture.pcmName, &error);
+  if (capture.pcm) error = SetAlsaParams(*capture.pcm, capture.format, capture.bufferBytes);
+  if (capture.pcm && error == 0) error = snd_pcm_start(capture.pcm.get());
+  if (error >= 0) return true;
+  const std::lock_guard lock(capture.mutex);
+  capture.failure = snd_strerror(error);
+  return false;
+}
+
+void AlsaWaveIn::ReadUntilStopped(const std::shared_ptr<Capture>& capture) {
+  snd_pcm_t* const pcm = capture->pcm.get();
+  std::string frames(kFramesARead * capture->frameBytes, '\0');
+  std::vector<pollfd> descriptors(static_cast<std::size_t>(std::max(0, snd_pcm_poll_descriptors_count(pcm))) + 1);
+  const auto ofDriver = static_cast<unsigned>(descriptors.size() - 1);
+  int idleTurns = 0;
+  int reads = 0;  // in the last turn
+  while (!capture->stopping) {
+    snd_pcm_poll_descriptors(pcm, descriptors.data(), ofDriver);
+    descriptors.back() = {capture->wakeUp, POLLIN, 0};
+    if (poll(descriptors.data(), descriptors.size(), reads == kReadsATurn ? 0 : kPollLimit) > 0) {
+      unsigned short events = 0;
+      snd_pcm_poll_descriptors_revents(pcm, descriptors.data(), ofDriver, &events);  // some plug-ins work in here
+    }
+    if (capture->stopping) break;
+    reads = ReadAvailable(*capture, frames);
+    if (reads > 0) {
+      idleTurns = 0;
+    } else if (++idleTurns > kIdleTurns) {
+      std::this_thread::sleep_for(kRest);  // a driver that wakes without a frame must not take the processor
+    }
+    if (capture->blocks.Ready() > 0) PostDelivery(capture);
+    const std::lock_guard lock(capture->mutex);
+    if (!capture->failure.empty()) break;
+  }
+}
+
+// Reads until the driver has no more, at most kReadsATurn times; tells how often something came. What the driver itself
+// lost counts as one buffer.
+int AlsaWaveIn::ReadAvailable(Capture& capture, std::string& frames) {
+  int reads = 0;
+  while (!capture.stopping && reads < kReadsATurn) {
     const snd_pcm_sframes_t read = snd_pcm_readi(capture.pcm.get(), frames.data(), kFramesARead);
     if (read == -EAGAIN || read == 0) break;
     if (read > 0) {
-      any = true;
+      ++reads;
       if (!capture.paused) capture.blocks.Put(frames.data(), static_cast<std::size_t>(read) * capture.frameBytes);
       continue;
     }
@@ -209,7 +225,7 @@ bool AlsaWaveIn::ReadAvailable(Capture& capture, std::string& frames) {
     capture.failure = snd_strerror(error);
     break;
   }
-  return any;
+  return reads;
 }
 
 // One event is enough for all buffers that are ready when it comes.

@@ -30,7 +30,9 @@ class AlsaWaveIn final : public WaveInDevice {
   struct Link;
 
   static void ReadDriver(std::shared_ptr<Capture> capture);
-  static bool ReadAvailable(Capture& capture, std::string& frames);
+  static bool OpenDriver(Capture& capture);
+  static void ReadUntilStopped(const std::shared_ptr<Capture>& capture);
+  static int ReadAvailable(Capture& capture, std::string& frames);
   static void PostDelivery(const std::shared_ptr<Capture>& capture);
   void Deliver(const std::shared_ptr<Capture>& capture);
   void EndCapture();

@@ -164,7 +164,7 @@ TEST(Run, RefusalsAreToldAndLeaveTheProgramIdle) {
       {"UDSport", "9", "UDS Connection Canceled - Chart Canceled"}};
   for (const auto& [key, value, words] : cases) {
     Station station;
-    station.Set(key, value).StartChart();
+    station.Set("UDSpush", false).Set(key, value).StartChart();
     EXPECT_TRUE(station.host.dialogs.HasShown(words)) << key;
     EXPECT_FALSE(station.Running()) << key;
     EXPECT_TRUE(station.View().cmdStart && station.View().ModeMenus) << key;

@@ -127,6 +127,17 @@ TEST_F(SoundRun, EscapeEndsTheWaitForSound) {
   EXPECT_EQ(station.host.sound.OpenNow(), 0);
 }
 
+TEST_F(SoundRun, AStopEndsTheWaitForSound) {
+  station.host.sound.Stall(kCard);
+  station.Set("ShowMsgBox", false).Boot();
+  station.host.loop.After(30s, [&] { station.Form().StopChart(); });
+  station.StartChart();
+  EXPECT_FALSE(station.Running());
+  EXPECT_TRUE(station.Logged("Start Aborted"));
+  EXPECT_TRUE(station.Logged("was lost: it delivers nothing."));
+  EXPECT_FALSE(station.Logged("The run goes on without it.")) << "none runs yet";
+}
+
 TEST_F(SoundRun, RefusalsNameWhatIsWrong) {
   const struct {
     const char* key;
@@ -141,6 +152,26 @@ TEST_F(SoundRun, RefusalsNameWhatIsWrong) {
     EXPECT_TRUE(other.host.dialogs.HasShown(c.words)) << c.key;
     EXPECT_FALSE(other.Running()) << c.key;
   }
+}
+
+TEST_F(SoundRun, ACardThatIsAwayAtAStartStaysTheOneChosen) {
+  station.Boot();
+  station.host.sound.Unplug(kCard);
+  station.host.sound.Plug("PCH,0: Another card", Steady);
+  station.StartChart();
+  EXPECT_FALSE(station.Running());
+  EXPECT_TRUE(station.Logged(std::string("The sound input ") + kCard + " cannot be opened"));
+  station.ShutDown();
+  station.host.sound.Unplug("PCH,0: Another card");
+  station.Boot();
+  Session& session = station.TheSession();
+  EXPECT_EQ(session.settings.SoundCardName, kNoSoundCard);
+  SaveRegistrySettings(session.store, session.overrides, "/station", session.settings);
+  station.host.sound.Plug("PCH,0: Another card", Steady);
+  station.host.sound.Plug(kCard, Steady);
+  station.StartChart();
+  EXPECT_TRUE(station.Running());
+  EXPECT_EQ(session.settings.SoundCardName, kCard);
 }
 
 TEST_F(SoundRun, ACardThatIsPulledOutIsOpenedAgainByItsName) {
@@ -180,6 +211,20 @@ TEST_F(SoundRun, ACardThatStallsOrFallsSilentIsOpenedAgain) {
   EXPECT_TRUE(station.Logged("of zeros.")) << station.Log();
 }
 
+TEST_F(SoundRun, AFileIsNeverBegunAnew) {
+  station.host.sound.Plug(kCard, [](std::int64_t) { return std::pair(0, 0); });
+  station.host.sound.Fix(kCard, {8000, 16, true});
+  station.Set("TimerType", 1).StartChart();
+  station.RunFor(30s);
+  EXPECT_EQ(LogLines("gives zeros alone."), 1);
+  station.host.sound.Stall(kCard);
+  station.RunFor(30s);
+  station.host.sound.Heal();
+  station.RunFor(5s);
+  EXPECT_EQ(station.host.sound.Openings(), 1);
+  EXPECT_TRUE(station.Running());
+}
+
 TEST_F(SoundRun, BuffersThatFillDuringATickAreDroppedAndCounted) {
   station.uds.AnswersAfter(30ms);
   station.Set("Dsrc1", 20).Set("UDSpush", false).Set("Pbuffer", 320).StartChart();
@@ -193,15 +238,37 @@ TEST_F(SoundRun, BuffersThatFillDuringATickAreDroppedAndCounted) {
   EXPECT_TRUE(station.Logged("Sound buffers lost: ")) << station.Log();
 }
 
+TEST_F(SoundRun, BuffersThatFillAheadOfTheSoundRowAreKept) {
+  station.uds.AnswersAfter(30ms);
+  station.Set("Dsrc0", 20).Set("Dsrc1", 1).Set("Detection1", 2).Set("UDSpush", false).Set("Pbuffer", 320).StartChart();
+  station.RunFor(10s);
+  EXPECT_GT(Stored().size(), 70u);
+  for (const Sample& sample : Stored()) EXPECT_EQ(sample.values[1], 1000);
+  EXPECT_EQ(LogLines("Sound buffer filled while"), 0) << station.Log();
+}
+
 TEST_F(SoundRun, APushingSourceTakesTheClockAndTheSoundInput) {
   station.Set("TimerType", 1).Set("Dsrc0", 20).Set("Dsrc1", 1).Set("UDSpush", true).StartChart();
   station.RunForSets(30);
   EXPECT_EQ(Stored().size(), 30u);
   EXPECT_EQ(station.host.sound.Openings(), 0);
+  const SoundRing& ring = station.Form().Window().sound.ring;
+  const std::size_t entries = ring.PreBufferRing.size();
+  EXPECT_NEAR(static_cast<double>(entries), 10 * 8000 * 2, 2000);
+  station.uds.Send("^^5001x");
+  station.RunFor(2s);
+  EXPECT_GT(ring.RingWrite, 0);
+  EXPECT_EQ(ring.PreBufferRing.size(), entries) << "a level meter leaves it";
+  station.StopChart();
+  station.host.sound.Unplug(kCard);
+  station.TheSession().settings.SoundCardName = kNoSoundCard;
+  station.Set("Dsrc1", 0).StartChart();
+  EXPECT_TRUE(station.Running()) << "no card is needed: " << station.Log();
 }
 
 TEST_F(SoundRun, ADataSourceUsesTheCardAsALevelMeter) {
-  station.Set("Dsrc0", 20).Set("Dsrc1", 0).Set("UDSpush", true).Set("Pbuffer", 4000).StartChart();
+  station.host.sound.Fix(kCard, {8000, 16, true});
+  station.Set("sWavFormat", 9).Set("Dsrc0", 20).Set("Dsrc1", 0).Set("UDSpush", true).Set("Pbuffer", 4000).StartChart();
   station.uds.Send("^^5004x");
   station.uds.Send("^^5001x");
   station.RunFor(3s);
@@ -217,6 +284,34 @@ TEST_F(SoundRun, ADataSourceUsesTheCardAsALevelMeter) {
   EXPECT_EQ(replies, (std::vector<std::string>{"WAVG 0 0", "PEAK  300  1000"}));
   station.StopChart();
   EXPECT_EQ(station.host.sound.OpenNow(), 0);
+}
+
+TEST_F(SoundRun, ALevelMeterOutlivesTheLossOfItsCard) {
+  station.Set("Dsrc0", 20).Set("Dsrc1", 0).Set("UDSpush", true).StartChart();
+  station.host.sound.RefuseOpening("Device or resource busy");
+  station.uds.Send("^^5001x");
+  station.RunFor(5s);
+  EXPECT_EQ(LogLines("cannot be opened: Device or resource busy"), 1);
+  EXPECT_EQ(station.host.sound.OpenNow(), 0);
+  station.host.sound.Heal();
+  station.RunFor(5s);
+  EXPECT_EQ(station.host.sound.OpenNow(), 1) << "one that was refused is tried again";
+  station.host.sound.Unplug(kCard);
+  station.RunFor(3s);
+  station.uds.Send("^^5001x");
+  station.RunFor(3s);
+  EXPECT_EQ(LogLines("was lost"), 2);
+  station.host.sound.Plug(kCard, Steady);
+  station.RunFor(5s);
+  EXPECT_EQ(LogLines("Sound is back"), 2) << "asked for again while it was lost";
+  EXPECT_EQ(station.host.sound.OpenNow(), 1);
+  station.host.sound.Unplug(kCard);
+  station.RunFor(3s);
+  station.uds.Send("^^5002x");
+  station.RunFor(3s);
+  station.host.sound.Plug(kCard, Steady);
+  station.RunFor(5s);
+  EXPECT_EQ(station.host.sound.OpenNow(), 0) << "stopped while it was lost";
 }
 
 TEST_F(SoundRun, HoursOfRoughWeatherKeepTheRunAndItsValues) {

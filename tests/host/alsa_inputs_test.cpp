@@ -2,9 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <fstream>
+
 #include "host/alsa_wave_in.h"
 #include "host/block_queue.h"
 #include "sim/sim_random.h"
+#include "temp_folder.h"
 #include "waiting.h"
 
 namespace tarvolt {
@@ -68,6 +72,52 @@ TEST(AlsaWaveIn, AnInputThatIsNotThereIsRefusedWithItsReason) {
     input.Start();
     input.Stop();
   }
+}
+
+// ALSA's own null device, which has frames whenever it is asked.
+class NullInput : public ::testing::Test {
+ protected:
+  NullInput() { Configure("first", "pcm.!default { type null }\n"); }
+  ~NullInput() override { unsetenv("ALSA_CONFIG_PATH"); }
+
+  // Each in a file of its own: ALSA reads one again only when its time has changed.
+  void Configure(const std::string& file, const std::string& text) {
+    const std::string path = (folder_.Path() / file).string();
+    std::ofstream(path) << text;
+    setenv("ALSA_CONFIG_PATH", path.c_str(), 1);
+  }
+
+  TempFolder folder_;
+  QtEventLoop loop{*QCoreApplication::instance()};
+  AlsaWaveIn input{loop, "default: null"};
+  std::string why;
+};
+
+TEST_F(NullInput, ADriverThatAlwaysHasMoreKeepsNoBufferBack) {
+  int buffers = 0;
+  input.onBuffer = [&](WaveHandle handle) {
+    EXPECT_EQ(input.ParseWaveHeader(handle), 1764u);
+    ++buffers;
+  };
+  ASSERT_TRUE(input.Open({44100, 16, true}, 1764, why)) << why;
+  input.Start();
+  EXPECT_TRUE(WaitFor(
+      loop, [&] { return buffers >= 100; }, std::chrono::seconds(5)));
+  input.Stop();
+  const int atStop = buffers;
+  RunFor(loop, std::chrono::milliseconds(50));
+  EXPECT_EQ(buffers, atStop);
+}
+
+TEST_F(NullInput, AnInputThatIsGoneBetweenOpenAndStartIsLost) {
+  ASSERT_TRUE(input.Open({44100, 16, true}, 1764, why)) << why;
+  Configure("second", "pcm.gone { type null }\npcm.other { type null }\n");
+  std::string reason;
+  input.onLost = [&](const std::string& words) { reason = words; };
+  input.Start();
+  EXPECT_EQ(reason, "") << "never inside the call";
+  EXPECT_TRUE(WaitFor(
+      loop, [&] { return !reason.empty(); }, std::chrono::seconds(5)));
 }
 
 }  // namespace

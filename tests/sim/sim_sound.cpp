@@ -120,6 +120,11 @@ std::vector<std::string> SimSound::List() {
   return names;
 }
 
+std::optional<WaveFormat> SimSound::FixedFormat(const std::string& name) {
+  const auto found = fixed_.find(name);
+  return found == fixed_.end() ? std::nullopt : std::optional(found->second);
+}
+
 std::vector<WaveFormat> SimSound::Formats(const std::string& name, std::span<const WaveFormat> asked) {
   if (!IsThere(name)) return {};
   return {asked.begin(), asked.end()};

@@ -31,12 +31,15 @@ class SimSound final : public WaveInDevices {
 
   std::vector<std::string> List() override;
   bool IsThere(const std::string& name) override { return signals_.count(name) > 0; }
-  std::optional<WaveFormat> FixedFormat(const std::string&) override { return std::nullopt; }
+  std::optional<WaveFormat> FixedFormat(const std::string& name) override;
   std::vector<WaveFormat> Formats(const std::string& name, std::span<const WaveFormat> asked) override;
   std::unique_ptr<WaveInDevice> Make(const std::string& name) override;
 
   /// An input is there from now on, or hears something else.
   void Plug(const std::string& name, Signal signal);
+
+  /// It has but this one format, as a file has.
+  void Fix(const std::string& name, const WaveFormat& format) { fixed_[name] = format; }
 
   /// It is pulled out: who has it open is told.
   void Unplug(const std::string& name);
@@ -67,6 +70,7 @@ class SimSound final : public WaveInDevices {
   SimLoop& loop_;
   SimRandom random_;
   std::map<std::string, Signal> signals_;
+  std::map<std::string, WaveFormat> fixed_;
   std::set<std::string> stalled_;
   std::shared_ptr<std::set<Input*>> inputs_ = std::make_shared<std::set<Input*>>();  ///< some die after this
   std::chrono::milliseconds jitter_{0};

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <utility>
 
+#include "config/settings_table.h"
 #include "sources/sound/sound_formats.h"
 #include "sources/sound/sound_timing.h"
 #include "text/number.h"
@@ -11,7 +13,6 @@
 namespace tarvolt {
 namespace {
 
-constexpr int kWatchInterval = 250;         // milliseconds
 constexpr double kOverRunLineEvery = 1000;  // milliseconds; a flood of lines would cost more buffers yet
 
 constexpr const char* kBusyWords = "Sound buffer filled while last data was still being processed.";
@@ -41,16 +42,10 @@ SoundInput::~SoundInput() {
 bool SoundInput::Open(const Request& request, std::string& why) {
   Close();
   request_ = request;
+  rewinds_ = session_.host.sound.FixedFormat(request_.name).has_value();
   sound_.overRuns = 0;
-  sound_.ring.PreBufferRing.assign(static_cast<std::size_t>(std::max(request.ringEntries, 1)), 0);
-  sound_.ring.RingRead = 0;
-  sound_.ring.RingWrite = 0;
   if (!OpenDevice(why)) return false;
-  if (!watchTimer_) {
-    watchTimer_ = session_.host.loop.MakeTimer([this] { Watch(); });
-    if (watchTimer_) watchTimer_->SetInterval(kWatchInterval);
-  }
-  if (watchTimer_) watchTimer_->SetEnabled(true);
+  BeginWatching();
   return true;
 }
 
@@ -68,7 +63,6 @@ bool SoundInput::OpenDevice(std::string& why) {
   device_ = std::move(device);
   // The work array, sized by the device's buffer.
   samples_.assign(static_cast<std::size_t>(request_.bufferBytes) / sizeof(std::int16_t) + 1, 0);
-  sound_.BufferBusy = false;
   return true;
 }
 
@@ -103,7 +97,9 @@ void SoundInput::Restart() {
   device_->Restart();
 }
 
+// A lost input is stopped as well: the watchdog no longer looks for it.
 void SoundInput::Stop() {
+  lost_ = false;
   if (!device_) return;
   running_ = false;
   device_->Stop();
@@ -118,6 +114,7 @@ void SoundInput::Close() {
     session_.Add2SLog("Sound buffers lost: " + NumberText(sound_.overRuns));
   }
   sound_.overRuns = 0;
+  request_ = Request{};
 }
 
 void SoundInput::StartLevelMeter() {
@@ -125,28 +122,39 @@ void SoundInput::StartLevelMeter() {
   sound_.LastPeakR = 0;
   sound_.SoundAccumL[0] = 0;
   sound_.SoundAccumR[0] = 0;
+  const bool wasLost = lost_;
   Stop();
   Request request = request_;
-  if (!IsOpen() && !lost_) {
+  if (request.name.empty()) {
+    lastBuffer_ = session_.host.clock.MonotonicMilliseconds();
     request.name = settings.SoundCardName;
-    request.format = SoundFormat(settings.sWavFormat);
+    const std::optional<WaveFormat> fixed = session_.host.sound.FixedFormat(request.name);
+    request.format = fixed.value_or(SoundFormat(settings.sWavFormat));
     request.sources = FindSourcesInUse(settings);
   }
   SoundTimingRequest timing;
   timing.Pbuffer = settings.Pbuffer;
   timing.format = request.format;
   request.bufferBytes = PlanSoundTiming(timing).bufferBytes;
+  if (wasLost) return LookAgainFor(request.bufferBytes);
   std::string why;
-  if (!Open(request, why)) {
-    session_.Add2SLog("The sound input " + request.name + " cannot be opened: " + why);
-    return;
-  }
-  Start();
+  if (Open(request, why)) return Start();
+  session_.Add2SLog("The sound input " + request.name + " cannot be opened: " + why);
+  if (!InRun() || !HasSoundCard(settings)) return;
+  BeginWatching();
+  Lose(why);
+}
+
+// A device that is let go while its buffer is worked on lives on until its own event is over.
+void SoundInput::TakeBuffer(WaveHandle handle) {
+  const Device device = device_;
+  NoteDelivery();
+  WorkOn(handle);
+  if (device != device_) session_.host.loop.Post([device] {});
 }
 
 // Nothing of a dropped buffer is counted: what has gathered since the last read stays as it is.
-void SoundInput::TakeBuffer(WaveHandle handle) {
-  NoteDelivery();
+void SoundInput::WorkOn(WaveHandle handle) {
   if (sound_.BufferBusy || window_.run.TickBusy) return NoteOverRuns(1, kBusyWords);
   {
     const Busy busy(sound_.BufferBusy);
@@ -155,10 +163,21 @@ void SoundInput::TakeBuffer(WaveHandle handle) {
     if (window_.run.chartState == ChartState::Idle) return;
     const std::size_t count = FetchSamples(handle);
     NoteSamples(count);
-    const auto pass = request_.format.stereo ? StereoPass : MonoPass;
-    pass({samples_.data(), count}, Setup(), sound_);
+    if (!Reduce(count)) return;
   }
   if (onBuffer) onBuffer();
+}
+
+// The spectrum may yield inside the pass, and a device opened meanwhile has a work array of its own. False when there
+// is another device behind the pass, or none: the buffer is no event of it.
+bool SoundInput::Reduce(std::size_t count) {
+  const WaveInDevice* const device = device_.get();
+  std::vector<std::int16_t> samples = std::exchange(samples_, {});
+  const auto pass = request_.format.stereo ? StereoPass : MonoPass;
+  pass({samples.data(), count}, Setup(), sound_);
+  if (device_.get() != device) return false;
+  samples_ = std::move(samples);
+  return true;
 }
 
 std::size_t SoundInput::FetchSamples(WaveHandle handle) {

@@ -35,7 +35,6 @@ class SoundInput {
     std::string name;  ///< of the device
     WaveFormat format;
     std::int32_t bufferBytes = 0;
-    std::int32_t ringEntries = 1;
     SourcesInUse sources;  ///< the sides that the mono pass reads
   };
 
@@ -66,11 +65,15 @@ class SoundInput {
   bool OpenDevice(std::string& why);
   void LetGo();
   void TakeBuffer(WaveHandle handle);
+  void WorkOn(WaveHandle handle);
+  bool Reduce(std::size_t count);
   std::size_t FetchSamples(WaveHandle handle);
   void NoteOverRuns(std::int64_t buffers, const char* words);
   DetectionSetup Setup() const;
 
   // The watchdog (sound_watchdog.cpp).
+  void BeginWatching();
+  void LookAgainFor(std::int32_t bufferBytes);
   void Watch();
   void NoteSamples(std::size_t count);
   void NoteDelivery();
@@ -89,6 +92,7 @@ class SoundInput {
   std::unique_ptr<Timer> watchTimer_;
   bool running_ = false;  ///< started and not paused or stopped
   bool lost_ = false;
+  bool rewinds_ = false;   ///< opening it again would begin it anew, as with a file
   bool opening_ = false;   ///< the device is being opened again
   bool silent_ = false;    ///< exact zeros have been told
   double lastBuffer_ = 0;  ///< monotonic milliseconds

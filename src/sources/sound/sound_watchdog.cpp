@@ -6,6 +6,7 @@
 namespace tarvolt {
 namespace {
 
+constexpr int kWatchInterval = 250;       // milliseconds
 constexpr double kPatience = 2000;        // milliseconds without a buffer
 constexpr double kBuffersOfPatience = 4;  // the same for long buffers
 constexpr double kSilence = 5000;         // milliseconds of exact zeros, which no converter gives
@@ -33,17 +34,34 @@ void SoundInput::Announce(const std::string& text) {
   session_.Tell("Tarvolt", text);
 }
 
+void SoundInput::BeginWatching() {
+  if (!watchTimer_) {
+    watchTimer_ = session_.host.loop.MakeTimer([this] { Watch(); });
+    if (watchTimer_) watchTimer_->SetInterval(kWatchInterval);
+  }
+  if (watchTimer_) watchTimer_->SetEnabled(true);
+}
+
+// The loss goes on: the input is opened with other buffers when it is there.
+void SoundInput::LookAgainFor(std::int32_t bufferBytes) {
+  LetGo();
+  request_.bufferBytes = bufferBytes;
+  lost_ = true;
+  nextTry_ = session_.host.clock.MonotonicMilliseconds();
+}
+
 void SoundInput::Watch() {
   if (opening_) return;
   if (lost_) return TryAgain();
   if (!running_) return;
   const double now = session_.host.clock.MonotonicMilliseconds();
-  if (now - lastBuffer_ > Patience()) return Lose("it delivers nothing");
+  if (now - lastBuffer_ > Patience() && !rewinds_) return Lose("it delivers nothing");
   const bool looksAtSamples = window_.run.chartState != ChartState::Idle;
   if (!looksAtSamples) lastSound_ = now;
   if (silent_ || now - lastSound_ <= std::max(kSilence, Patience())) return;
   silent_ = true;
   Announce("The sound input " + request_.name + " gives zeros alone.");
+  if (rewinds_) return;
   // An input that was pulled out may go on with zeros: a fresh one gives sound, if there is any.
   std::string why;
   if (!OpenDevice(why)) return Lose(why);
@@ -77,7 +95,9 @@ void SoundInput::Lose(const std::string& why) {
   lost_ = true;
   lostSince_ = lastBuffer_;
   nextTry_ = session_.host.clock.MonotonicMilliseconds();
-  if (InRun()) Announce("The sound input " + request_.name + " was lost: " + why + ". The run goes on without it.");
+  if (!InRun()) return;
+  const char* const outlook = window_.run.ChartRunning ? " The run goes on without it." : "";
+  Announce("The sound input " + request_.name + " was lost: " + why + "." + outlook);
 }
 
 // The loss is over only when a buffer comes: an input that opens and stays mute is tried again.
