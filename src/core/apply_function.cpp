@@ -74,21 +74,33 @@ bool AddEquationChannels(ChartWindow& window, int count) {
   return true;
 }
 
+void ShowWork(ChartWindow& window, const std::string& text) {
+  window.view.StatusText = text;
+  window.view.StatusHold = kStatusFree;
+}
+
 void ApplyFunction(Session& session, ChartWindow& window, ChannelEquations& equations, const EquationSet& set) {
   const BusyFlag busy(window.save.Loading);
-  window.view.StatusText = "Applying Function to Data ... Please Wait";
+  ShowWork(window, "Applying Function to Data ... Please Wait");
   session.host.loop.Yield(std::chrono::milliseconds(0));
   const ChannelExtremes extremes = ExtremesOf(window.chart);
   const std::int32_t count = window.chart.Count();
-  for (std::int32_t index = 0; index < count; ++index) {
-    ApplyToSample(window, equations, set, extremes, index);
-    if ((index + 1) % kSamplesBetweenYields != 0) continue;
+  std::int32_t done = 0;
+  while (done < count && !window.run.EndRequested) {
+    ApplyToSample(window, equations, set, extremes, done);
+    if (++done % kSamplesBetweenYields != 0) continue;
     ++window.chart.RepaintRequests;
     session.host.loop.Yield(std::chrono::milliseconds(0));
   }
+  if (done == 0 && count > 0) return;
   MarkChanged(window);
   AddMetadata(session, window, set);
-  window.view.StatusText = "Equation Applied";
+  if (done < count) {
+    session.Add2SLog("Equation Applied to " + NumberText(std::int64_t{done}) + " of " +
+                     NumberText(std::int64_t{count}) + " samples: the program ends.");
+    return;
+  }
+  ShowWork(window, "Equation Applied");
   session.Add2SLog("Equation Applied");
 }
 

@@ -25,9 +25,13 @@ int FreeChannels(const StripChart& chart);
 /// room or no memory for them.
 bool AddEquationChannels(ChartWindow& window, int count);
 
+/// Shows a text in the status line that stays until the next one: a message that was to be taken off is forgotten.
+void ShowWork(ChartWindow& window, const std::string& text);
+
 /// Runs the equations over all samples of a chart at rest, in their order, and writes what they give back. The chart
 /// then counts as changed and as none that was saved; its metadata tell of each equation. Holds loads and starts off
-/// while it works. Yields every 500 samples.
+/// while it works. Yields every 500 samples. Ends early when the program is to end: the samples that it reached are
+/// changed then, and the session log tells how many.
 void ApplyFunction(Session& session, ChartWindow& window, ChannelEquations& equations, const EquationSet& set);
 
 }  // namespace tarvolt

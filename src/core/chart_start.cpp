@@ -406,6 +406,7 @@ bool ChartRun::Refuse(const std::string& text) {
 void ChartRun::Abort() {
   recorder_.uds.Close();
   recorder_.sound.Close();
+  recorder_.triggers.RunEnded();
   recorder_.LoTime1->SetEnabled(false);
   recorder_.TimerKeepAlive->SetInterval(kKeepAliveIdle);
   run_.chartState = ChartState::Idle;

@@ -40,6 +40,7 @@ void ChartRun::StopTimers() {
   recorder_.LoTime1->SetEnabled(false);
   run_.TickBusy = false;
   recorder_.average.Clear();
+  recorder_.triggers.RunEnded();
   view_.StatusHold = kStatusFree;
   recorder_.images.RunStopped();
   recorder_.TimerKeepAlive->SetInterval(kKeepAliveIdle);

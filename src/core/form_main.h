@@ -121,7 +121,8 @@ class FormMain final : public RunControl {
   /// is ticked, off when none is. Does nothing during a run.
   void mnuChannelEquations();
 
-  /// Applies equations to the chart on display, which may get new channels for them, and saves it as a new file.
+  /// Applies equations to the chart on display, which may get new channels for them, and saves it as a new file. Tells
+  /// what it is refused for, and when the rules of saving leave the changed chart unsaved.
   void mnuApplyFunction();
 
   /// True while no run is on and none is being started, ended or loaded.
@@ -163,7 +164,9 @@ class FormMain final : public RunControl {
 
   // Steps of mnuApplyFunction (equation_commands.cpp).
   std::optional<int> AskForNewChannels();
-  bool AddNewChannels(int count);
+  std::string WhyChartMustStay() const;
+  bool MayGoOn() const;
+  void SaveChanged();
   void RefuseEquations(const std::string& text);
 
   Session& session_;

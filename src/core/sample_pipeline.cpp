@@ -164,8 +164,10 @@ void SamplePipeline::StoreSample() {
   }
 }
 
-// Judged on the values without their offsets: an offset moved on the chart moves no threshold.
+// Judged on the values without their offsets: an offset moved on the chart moves no threshold. A sample that no
+// memory was left for is in no log, and fires nothing.
 void SamplePipeline::TestTriggers() {
+  if (storeRefused_) return;
   for (int channel = 0; channel < std::min(run_.ChannelCount, kChannels); ++channel) {
     recorder_.triggers.TestTriggers(channel, run_.ChannelValue[channel]);
   }

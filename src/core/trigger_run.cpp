@@ -1,6 +1,6 @@
 #include "core/trigger_run.h"
 
-#include <set>
+#include <map>
 
 #include "automation/replace_tags.h"
 #include "automation/triggers/trigger_file.h"
@@ -18,12 +18,15 @@ constexpr int kHoldFrom = 10;
 
 /// Addresses up to this one are no port.
 constexpr std::int32_t kLastNoPort = 200;
+constexpr const char* kNoWay = "this version has no way to it";
 
 std::string Called(int slot) {
   return "Trigger " + NumberText(std::int64_t{NumberOfSlot(slot)});
 }
 
-bool DrivesOutput(TriggerAction action) {
+bool DrivesOutput(const TriggerDefinition& trigger) {
+  const TriggerAction action = ActionOf(trigger.Action);
+  if (action == TriggerAction::Lpt) return trigger.LPTnum > kLastNoPort;
   return action != TriggerAction::NoteOnly && action != TriggerAction::Execute;
 }
 
@@ -64,7 +67,7 @@ bool TriggerRun::LoadTriggers(const std::filesystem::path& path, std::string& pr
   const auto definitions = ReadTriggers(path, problem);
   if (!definitions) return false;
   TakeDefinitions(*definitions);
-  RememberFile(path);
+  if (RememberFile(path)) StoreSettings();
   return true;
 }
 
@@ -79,10 +82,15 @@ void TriggerRun::TakeDefinitions(const TriggerDefinitions& definitions) {
   }
 }
 
-void TriggerRun::RememberFile(const std::filesystem::path& path) {
+// True when the setting has changed.
+bool TriggerRun::RememberFile(const std::filesystem::path& path) {
   lookedAt_ = path.string();
-  if (session_.settings.DefaultTriggerFile == lookedAt_) return;
+  if (session_.settings.DefaultTriggerFile == lookedAt_) return false;
   session_.settings.DefaultTriggerFile = lookedAt_;
+  return true;
+}
+
+void TriggerRun::StoreSettings() {
   SaveRegistrySettings(session_.store, session_.overrides, session_.home.string(), session_.settings);
 }
 
@@ -107,23 +115,31 @@ bool TriggerRun::SaveoTriggers(const TriggerDefinitions& triggers, const std::fi
 
 bool TriggerRun::TakeOver(const TriggerDefinitions& triggers, const TriggerChannels& channels, std::string& problem) {
   const std::filesystem::path copy = session_.home / "TempTriggers.ini";
-  if (!SaveoTriggers(triggers, copy, problem) || !LoadTriggers(copy, problem)) return false;
+  if (!SaveoTriggers(triggers, copy, problem)) return false;
+  const auto definitions = ReadTriggers(copy, problem);
+  if (!definitions) return false;
+  TakeDefinitions(*definitions);
+  RememberFile(copy);
   session_.settings.CHTrigger = channels.CHTrigger;
   session_.settings.ChTriggerEnabled = channels.ChTriggerEnabled;
-  SaveRegistrySettings(session_.store, session_.overrides, session_.home.string(), session_.settings);
+  StoreSettings();
   session_.Add2SLog("Triggers changed.");
   if (window_.run.ChartRunning) OpenDevices();
   return true;
 }
 
 void TriggerRun::OpenDevices() {
-  std::set<TriggerAction> opened;
+  std::map<TriggerAction, std::string> opened;  // and what is wrong with it
   for (int slot = 0; slot < kTriggerSlots; ++slot) {
     const TriggerAction device = ActionOf(triggers_[slot].Action);
-    if (!DrivesOutput(device) || !IsInUse(session_.settings, slot, ActiveChannels(session_.settings))) continue;
-    if (!opened.insert(device).second) continue;
-    const std::string problem = outputs_ != nullptr ? outputs_->Open(device) : "this version has no way to it";
-    if (problem.empty()) continue;
+    if (!DrivesOutput(triggers_[slot])) continue;
+    if (!IsInUse(session_.settings, slot, ActiveChannels(session_.settings))) continue;
+    const auto known = opened.find(device);
+    const bool isFirst = known == opened.end();
+    const std::string problem = !isFirst ? known->second : outputs_ != nullptr ? outputs_->Open(device) : kNoWay;
+    opened[device] = problem;
+    told_[slot] = problem;
+    if (problem.empty() || !isFirst) continue;
     session_.Add2SLog(Called(slot) + " drives " + NameOfDevice(device) + ", which cannot be used: " + problem);
   }
 }
@@ -133,6 +149,14 @@ void TriggerRun::ResetForRun() {
     trigger.CancelActions();
     trigger.Enabled = true;
   }
+}
+
+void TriggerRun::RunEnded() {
+  for (clsTriggerObject& trigger : triggers_) {
+    trigger.CancelActions();
+    trigger.Enabled = false;
+  }
+  told_ = {};
 }
 
 void TriggerRun::TestTriggers(int channel, double value) {
@@ -153,9 +177,10 @@ void TriggerRun::DoAction(int slot) {
   const TriggerDefinition& trigger = triggers_[slot];
   const TriggerAction action = ActionOf(trigger.Action);
   if (action == TriggerAction::Execute) return Execute(slot);
-  if (!DrivesOutput(action)) return;
-  const std::string problem = outputs_ != nullptr ? Drive(trigger) : "this version has no way to it";
-  if (problem.empty()) return;
+  if (!DrivesOutput(trigger)) return;
+  const std::string problem = outputs_ != nullptr ? Drive(trigger) : kNoWay;
+  if (problem.empty() || problem == told_[slot]) return;
+  told_[slot] = problem;
   session_.Add2SLog(Called(slot) + " could not set " + NameOfDevice(action) + ": " + problem);
 }
 
@@ -180,7 +205,6 @@ std::string TriggerRun::Drive(const TriggerDefinition& trigger) {
 }
 
 std::string TriggerRun::DriveLpt(const TriggerDefinition& trigger) {
-  if (trigger.LPTnum <= kLastNoPort) return {};
   return outputs_->SetPin(trigger.LPTnum, PinOfRow(trigger.LPTpin), trigger.LPTvalue == 1);
 }
 

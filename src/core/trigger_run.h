@@ -55,16 +55,21 @@ class TriggerRun {
   /// The start of a chart: all triggers are armed and enabled.
   void ResetForRun();
 
+  /// The end of a chart, or of its start: all triggers are off.
+  void RunEnded();
+
   /// Offers the value of a finished sample to the triggers that watch the channel, counted from 0.
   void TestTriggers(int channel, double value);
 
   /// Does what a trigger says: its action, then its notes. `channel` is the one that fired it. Waits for nothing, and
-  /// what fails is told in the session log. A slot outside 0 to 9 does nothing.
+  /// what fails is told in the session log; an output that stays as it was told in this run is not told again. A slot
+  /// outside 0 to 9 does nothing.
   void ExecuteTrigger(int slot, int channel);
 
  private:
   void TakeDefinitions(const TriggerDefinitions& definitions);
-  void RememberFile(const std::filesystem::path& path);
+  bool RememberFile(const std::filesystem::path& path);
+  void StoreSettings();
   void DoAction(int slot);
   void Execute(int slot);
   std::string Drive(const TriggerDefinition& trigger);
@@ -80,7 +85,8 @@ class TriggerRun {
   ChartWindow& window_;
   Triggers triggers_;
   TriggerOutputs* outputs_ = nullptr;
-  std::string lookedAt_;  // DefaultTriggerFile, when it was last followed
+  std::string lookedAt_;                         // DefaultTriggerFile, when it was last followed
+  std::array<std::string, kTriggerSlots> told_;  // what is wrong with its output, as it was told in this run
   std::array<double, 2> u12Levels_{};
 };
 

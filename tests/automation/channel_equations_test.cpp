@@ -60,7 +60,7 @@ TEST_F(ChannelEquationsTest, StatementsRunOneAfterTheOtherAndTheLastSolvedGivesT
 
 TEST_F(ChannelEquationsTest, VariablesCarryFromSampleToSampleAndFromChannelToChannel) {
   Apply("s=0");
-  for (int i = 1; i <= 4; ++i) Apply("s=s+X", i);
+  for (int i = 1; i <= 4; ++i) EXPECT_EQ(Apply("s=s+X", i), i * (i + 1) / 2);
   EXPECT_EQ(Apply("s"), 10);  // an assignment is solved once, though it changes what it reads
   EquationSet set;
   set.EquString = {"q=X+1", "q*X", "Z1+Z2"};

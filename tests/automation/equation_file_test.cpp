@@ -71,6 +71,7 @@ TEST_F(EquationTrial, SaysWhyThereIsNone) {
   EXPECT_EQ(Try("X+Z1[-1]"), "Sorry we cannot test offset data here.");
   EXPECT_EQ(Try("X", std::nullopt), "");
   EXPECT_TRUE(Try("1/0").ends_with("Division by zero")) << Try("1/0");
+  EXPECT_TRUE(Try("IF{1/0};THEN{1};ELSE{2}").ends_with("Division by zero")) << Try("IF{1/0};THEN{1};ELSE{2}");
   EXPECT_NE(Try("exp(x)").find("Undefined Function"), std::string::npos) << "its x is an X here";
 }
 

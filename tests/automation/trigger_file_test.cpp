@@ -90,6 +90,10 @@ TEST(TriggerFile, IsReadLeniently) {
   expected[2].OneShot = true;
   expected[9].MinDuration = 4;
   EXPECT_TRUE(*read == expected) << FormatTriggers(*read);
+  const auto odd = ParseTriggers("3}{\nNOTATION=three\n4{}\nNOTATION=four {5}\nDURATION{6}=1\nREST=2");
+  ASSERT_TRUE(odd);
+  EXPECT_EQ((*odd)[2].Notation, "three");
+  EXPECT_EQ((*odd)[3].Notation, "four {5}") << "no other trigger begins in a text";
 }
 
 TEST(TriggerFile, ATextWithoutATriggerIsRefused) {

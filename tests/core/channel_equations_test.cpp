@@ -151,6 +151,11 @@ TEST_F(EquationsOnAChart, AreRefusedInWordsAndThenNothingHasChanged) {
   Apply();
   expectUntouched("No Channels were selected for processing");
   edited.ApplyToCH = {1};
+  edited.EquString[0] = "  ";
+  Apply();
+  expectUntouched("No Channels were selected for processing");
+  EXPECT_NE(station.TheSession().settings.Equ[2], edited.EquString[2]) << "and none of them waits for a run";
+  edited.EquString[0] = "X*2";
   accepts = false;
   Apply();
   expectUntouched("Channels for equation data.\nEnter 0 or press Cancel for no new channels.");
@@ -179,10 +184,90 @@ TEST_F(EquationsOnAChart, NothingElseTakesTheChartWhileTheyWork) {
   EXPECT_EQ(Window().chart.GetValue(0, 1100), 2200);
 }
 
+TEST_F(EquationsOnAChart, AChartThatIsTakenWhileChannelsAreAddedStaysAsItIs) {
+  station.host.dialogs.EnterNext("1");
+  station.host.loop.Post([&] { station.Form().StartChart(""); });
+  Apply();
+  EXPECT_TRUE(station.Running());
+  EXPECT_TRUE(station.host.dialogs.HasShown("The chart is in use now"));
+  EXPECT_EQ(Window().chart.ChannelCount(), 2);
+}
+
+TEST_F(EquationsOnAChart, LeaveThoseThatWorkOnIncomingSamplesInForce) {
+  station.TheSession().settings.ApplyToIncoming = true;
+  station.TheSession().settings.Equ[0] = "X+1";
+  Apply();
+  EXPECT_EQ(Window().chart.GetValue(0, 600), 1200);
+  EXPECT_EQ(station.TheSession().settings.Equ[0], "X+1");
+}
+
+TEST_F(EquationsOnAChart, TheEndOfTheProgramCutsThemShortAndAsksNothing) {
+  station.host.loop.Post([&] { station.host.loop.Post([&] { station.Form().RequestEnd(); }); });
+  const int questions = station.host.dialogs.Questions();
+  Apply();
+  EXPECT_EQ(Window().chart.GetValue(0, 499), 998);
+  EXPECT_EQ(Window().chart.GetValue(0, 1199), 1199);
+  EXPECT_TRUE(Window().run.DataNeedsSave);
+  EXPECT_EQ(station.FilesSaved().size(), 1u);
+  EXPECT_EQ(station.host.dialogs.Questions(), questions + 1) << "that for new channels";
+  EXPECT_TRUE(station.Logged(" of 1200 samples: the program ends."));
+}
+
+TEST_F(EquationsOnAChart, TellWhenTheChangedChartIsNotSaved) {
+  station.TheSession().settings.SaveIF = 1;
+  station.TheSession().settings.SaveIFVal = 1e9;
+  Apply();
+  EXPECT_EQ(station.FilesSaved().size(), 1u);
+  EXPECT_TRUE(station.host.dialogs.HasShown("the changed chart was not saved."));
+}
+
+TEST_F(EquationsOnAChart, TheirStatusIsNotTakenOffWithAnOlderMessage) {
+  station.Form().ShowStatus("an old message");
+  Apply();
+  const std::string shown = station.View().StatusText;
+  station.RunFor(130s);
+  EXPECT_EQ(station.View().StatusText, shown);
+}
+
+TEST(EquationsOnAShortChart, NeedSixSamplesOfARunAndNoneOfAFile) {
+  Station station;
+  station.StartChart();
+  station.RunForSets(5);
+  station.StopChart();
+  EXPECT_FALSE(station.Form().CanApplyFunction());
+  ASSERT_TRUE(station.Form().LoadDataFile(station.FilesSaved().at(0)));
+  EXPECT_TRUE(station.Form().CanApplyFunction());
+}
+
+TEST(EquationsOnAMiniChart, AreRefusedWhileTheRestOfItsLogIsNotSaved) {
+  Station station;
+  station.Set("MiniServer", true).Set("ChartWidth", "1").Set("DiskBackUp", true);
+  station.Set("SaveIF", 1).Set("SaveIFVal", 1000000).StartChart();
+  station.RunForSets(38);
+  station.StopChart();
+  ASSERT_TRUE(station.FilesSaved().empty());
+  ASSERT_TRUE(station.Form().CanApplyFunction());
+  bool asked = false;
+  station.Form().OnEditEquations([&](const EquationsRequest&, EquationSet&) { return asked = true; });
+  station.Form().mnuApplyFunction();
+  EXPECT_FALSE(asked);
+  EXPECT_TRUE(station.host.dialogs.HasShown("The chart shows only the end of its log"));
+  station.TheSession().settings.SaveIF = 0;
+  station.Form().mnuSave();
+  ASSERT_EQ(station.FilesSaved().size(), 1u);
+  EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]), Ramp(38));
+}
+
 TEST_F(EquationsOnAChart, TheEquationsOfRunsToComeSwitchApplyToIncoming) {
+  station.TheSession().store.SaveSetting(Section::Settings, "Equ1", "kept");
+  station.TheSession().Override("Equ1", "X*9");
   station.Form().mnuChannelEquations();
   EXPECT_TRUE(station.TheSession().settings.ApplyToIncoming);
-  EXPECT_EQ(station.TheSession().store.GetSetting(Section::Settings, "ApplyToIncoming"), "True");
+  const SettingsStore& store = station.TheSession().store;
+  EXPECT_EQ(store.GetSetting(Section::Settings, "ApplyToIncoming"), "True");
+  EXPECT_EQ(store.GetSetting(Section::Settings, "Equ2"), "Z1+Z2[-1]");
+  EXPECT_EQ(store.GetSetting(Section::Settings, "ApplyToCH2"), "1");
+  EXPECT_EQ(store.GetSetting(Section::Settings, "Equ1"), "kept") << "an override is of this run alone";
   station.StartChart();
   station.RunForSets(1210);
   EXPECT_EQ(Window().chart.GetValue(0, 2), 2 * (-Window().chart.GetValue(1, 2)));

@@ -312,15 +312,28 @@ TEST_F(TriggerRunTest, PinsOfTheListBecomePinsOfTheConnector) {
 TEST_F(TriggerRunTest, AnOutputThatIsNotThereIsToldAndTheRunGoesOn) {
   Trigger(3).Threshold = 2;
   Trigger(3).Action = "LJU12";
+  Trigger(4).Threshold = 2;
+  Trigger(4).Action = "LPT";
+  Trigger(4).LPTnum = 200;
   Record(5);
   EXPECT_TRUE(station.Logged("Trigger 3 drives a LabJack U12, which cannot be used: this version has no way to it"));
-  EXPECT_TRUE(station.Logged("Trigger 3 could not set a LabJack U12: this version has no way to it"));
+  EXPECT_FALSE(station.Logged("Trigger 3 could not set")) << "it is told once a run";
+  EXPECT_FALSE(station.Logged("parallel port")) << "an address that is no port is nothing to drive";
+  EXPECT_TRUE(Runner().oTriggers()[2].Enabled);
   NotedOutputs outputs;
-  outputs.problem = "unplugged";
   Runner().UseOutputs(outputs);
   station.StopChart();
-  Record(20);
-  EXPECT_TRUE(station.Logged("Trigger 3 could not set a LabJack U12: unplugged"));
+  EXPECT_FALSE(Runner().oTriggers()[2].Enabled);
+  EXPECT_FALSE(Runner().oTriggers()[2].Busy);
+  station.uds.Measures([](std::int64_t set) { return std::vector<double>{set % 2 == 0 ? 9.0 : 0.0, 0}; });
+  Record(2);
+  outputs.problem = "unplugged";
+  Record(18);
+  EXPECT_GT(outputs.calls.size(), 3u);
+  const std::string told = "Trigger 3 could not set a LabJack U12: unplugged";
+  const std::string log = station.Log();
+  EXPECT_NE(log.find(told), std::string::npos);
+  EXPECT_EQ(log.find(told), log.rfind(told));
   EXPECT_EQ(station.Run().Dcount, 20);
 }
 

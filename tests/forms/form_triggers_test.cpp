@@ -26,6 +26,12 @@ class FormTriggersTest : public ::testing::Test {
           stored[2].Action = "custom";
           stored[2].LPTnum = 0x378;
           stored[2].Threshold = 1e9;
+          stored[4].LPTpin = 14;  // what no field shows
+          stored[4].LPTnum = -200;
+          stored[4].MinDuration = -3;
+          stored[4].LJU3command = "XX";
+          stored[4].LJU12command = "ao";
+          stored[4].LJU12channel = 70000;
           station.host.disk.Put(kFile, FormatTriggers(stored));
           station.Set("CHTrigger0", "1010000000").Set("ChTriggerEnabled0", true);
         }) {}
@@ -68,6 +74,15 @@ TEST_F(FormTriggersTest, DoneWithoutAChangeKeepsEveryTrigger) {
   EXPECT_TRUE(InFile(kCopy) == stored);
   EXPECT_EQ(desk.station.TheSession().settings.CHTrigger[0], "1010000000");
   EXPECT_EQ(desk.station.TheSession().settings.ChTriggerEnabled, (std::array<bool, kChannels>{true}));
+  Open();
+  Field<QComboBox>(5, "CboLPTpin").setCurrentText(QStringLiteral("PIN 2"));
+  Field<QComboBox>(5, "CboLJU3command").setCurrentIndex(1);
+  Field<QSpinBox>(5, "SpnMinDuration").setValue(1);
+  desk.Click("CmdDone");
+  stored[4].LPTpin = 2;
+  stored[4].LJU3command = "AO";
+  stored[4].MinDuration = 1;
+  EXPECT_TRUE(InFile(kCopy) == stored);
 }
 
 TEST_F(FormTriggersTest, EveryFieldReachesItsTrigger) {

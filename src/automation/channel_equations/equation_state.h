@@ -14,9 +14,11 @@ class EquationState {
   /// More names than this are not kept: a name with a number in it could be a new one each sample.
   static constexpr std::size_t kMostVariables = 10000;
 
+  /// Numbers have a "." wherever the machine stands (meant): an equation means the same at every station.
   explicit EquationState(std::uint64_t seed) : equation_('.', seed) {}
 
-  /// Solves a text. On a fault raises EquationError, and the solution stays.
+  /// Solves a text. On a fault raises EquationError, and the solution stays. A solution is fixed when it is solved
+  /// (meant): storing it in a variable that its text reads does not solve it again.
   double Solve(std::string_view text) {
     equation_.Equation(text);
     equation_.Solve();

@@ -53,7 +53,7 @@ std::string Solve(const std::string& equation, TrialNumbers& numbers, std::strin
     while (const auto statement = reader.Next()) {
       formula += (formula.empty() ? "" : ";") + statement->text;
       if (statement->form == StatementForm::If) {
-        branching.Decide(EqCompare(state, statement->text));
+        branching.Decide(EvaluateCondition(state, statement->text));
       } else if (branching.Runs(statement->form)) {
         RunStatement(state, statement->text);
       }

@@ -93,9 +93,10 @@ void ReadKey(std::string_view line, TriggerDefinition& trigger) {
   }
 }
 
-// A brace elsewhere in a line belongs to a text, such as the arguments of a program.
+// A brace behind a "=" belongs to a text, such as the arguments of a program.
 bool IsNumberLine(std::string_view line) {
-  return Trim(line).starts_with('{');
+  if (Trim(line).starts_with('{')) return true;
+  return line.find('{') != std::string_view::npos && line.find('=') == std::string_view::npos;
 }
 
 }  // namespace

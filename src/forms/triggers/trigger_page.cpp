@@ -27,7 +27,11 @@ void ShowNumber(QLineEdit& line, double value) {
   line.setText(ToQString(NumberText(value)));
 }
 
+// What follows reads a field into the value that it was shown from. A file may hold what a field cannot show: as long
+// as the field is as it was shown, the value stays.
+
 void ReadNumber(QLineEdit* line, double& value, QLineEdit*& wrong) {
+  if (line->text() == ToQString(NumberText(value))) return;
   const auto number = ParseNumber(FromQString(line->text()));
   if (number) {
     value = *number;
@@ -36,7 +40,12 @@ void ReadNumber(QLineEdit* line, double& value, QLineEdit*& wrong) {
   }
 }
 
+QString HexOf(std::int32_t value) {
+  return QString::number(value, 16).toUpper();
+}
+
 void ReadHex(QLineEdit* line, std::int32_t& value, QLineEdit*& wrong) {
+  if (line->text() == HexOf(value)) return;
   bool good = false;
   const int number = line->text().trimmed().toInt(&good, 16);
   if (good) {
@@ -44,6 +53,25 @@ void ReadHex(QLineEdit* line, std::int32_t& value, QLineEdit*& wrong) {
   } else if (wrong == nullptr) {
     wrong = line;
   }
+}
+
+template <class Number>
+void ReadCount(const QSpinBox& field, Number& value) {
+  if (field.value() != std::clamp<int>(value, field.minimum(), field.maximum())) {
+    value = static_cast<Number>(field.value());
+  }
+}
+
+int RowOfName(const QComboBox& list, const std::string& name) {
+  return std::max(list.findData(ToQString(Upper(Trim(name)))), 0);
+}
+
+void ReadName(const QComboBox& list, std::string& name) {
+  if (list.currentIndex() != RowOfName(list, name)) name = FromQString(list.currentData().toString());
+}
+
+int RowOfPin(const QComboBox& list, std::int32_t pin) {
+  return std::clamp<int>(pin, 1, list.count()) - 1;
 }
 
 }  // namespace
@@ -238,16 +266,16 @@ void TriggerPage::Show(const TriggerDefinition& trigger) {
   minReset_->setValue(trigger.MinResetSamples);
   rest_->setValue(trigger.RestPeriod);
   oneShot_->setChecked(trigger.OneShot);
-  type_->setCurrentIndex(std::max(type_->findData(ToQString(Upper(Trim(trigger.Action)))), 0));
+  type_->setCurrentIndex(RowOfName(*type_, trigger.Action));
   parameter_->setText(ToQString(trigger.Parameter));
-  u3_.command->setCurrentIndex(std::max(u3_.command->findData(ToQString(Upper(Trim(trigger.LJU3command)))), 0));
+  u3_.command->setCurrentIndex(RowOfName(*u3_.command, trigger.LJU3command));
   u3_.channel->setValue(trigger.LJU3channel);
   ShowNumber(*u3_.value, trigger.LJU3value);
-  u12_.command->setCurrentIndex(std::max(u12_.command->findData(ToQString(Upper(Trim(trigger.LJU12command)))), 0));
+  u12_.command->setCurrentIndex(RowOfName(*u12_.command, trigger.LJU12command));
   u12_.channel->setValue(trigger.LJU12channel);
   ShowNumber(*u12_.value, trigger.LJU12value);
-  port_->setText(QString::number(trigger.LPTnum, 16).toUpper());
-  pin_->setCurrentIndex(std::clamp(trigger.LPTpin - 1, 0, pin_->count() - 1));
+  port_->setText(HexOf(trigger.LPTnum));
+  pin_->setCurrentIndex(RowOfPin(*pin_, trigger.LPTpin));
   ShowNumber(*pinValue_, trigger.LPTvalue);
   notation_->setText(ToQString(trigger.Notation));
   annotate_->setChecked(trigger.Annotate);
@@ -257,26 +285,25 @@ void TriggerPage::Show(const TriggerDefinition& trigger) {
   FollowAction();
 }
 
-// A name that is for notes alone, and that the list does not have, stays as its file has it.
 TriggerDefinition TriggerPage::Read(QLineEdit*& wrong) const {
   TriggerDefinition trigger = shown_;
   wrong = nullptr;
   ReadNumber(threshold_, trigger.Threshold, wrong);
   trigger.TriggerBelowThreshold = below_->isChecked();
-  trigger.MinDuration = minDuration_->value();
-  trigger.MinResetSamples = minReset_->value();
-  trigger.RestPeriod = rest_->value();
+  ReadCount(*minDuration_, trigger.MinDuration);
+  ReadCount(*minReset_, trigger.MinResetSamples);
+  ReadCount(*rest_, trigger.RestPeriod);
   trigger.OneShot = oneShot_->isChecked();
-  if (Chosen() != ActionOf(shown_.Action)) trigger.Action = FromQString(type_->currentData().toString());
+  ReadName(*type_, trigger.Action);
   trigger.Parameter = FromQString(parameter_->text());
-  trigger.LJU3command = FromQString(u3_.command->currentData().toString());
-  trigger.LJU3channel = static_cast<std::int16_t>(u3_.channel->value());
+  ReadName(*u3_.command, trigger.LJU3command);
+  ReadCount(*u3_.channel, trigger.LJU3channel);
   ReadNumber(u3_.value, trigger.LJU3value, wrong);
-  trigger.LJU12command = FromQString(u12_.command->currentData().toString());
-  trigger.LJU12channel = u12_.channel->value();
+  ReadName(*u12_.command, trigger.LJU12command);
+  ReadCount(*u12_.channel, trigger.LJU12channel);
   ReadNumber(u12_.value, trigger.LJU12value, wrong);
   ReadHex(port_, trigger.LPTnum, wrong);
-  trigger.LPTpin = pin_->currentIndex() + 1;
+  if (pin_->currentIndex() != RowOfPin(*pin_, trigger.LPTpin)) trigger.LPTpin = pin_->currentIndex() + 1;
   ReadNumber(pinValue_, trigger.LPTvalue, wrong);
   trigger.Notation = FromQString(notation_->text());
   trigger.Annotate = annotate_->isChecked();
