@@ -13,6 +13,7 @@
 #include "core/options_check.h"
 #include "core/recorder.h"
 #include "core/sample_pipeline.h"
+#include "core/sound_card.h"
 #include "core/sound_clock.h"
 
 namespace tarvolt {
@@ -91,6 +92,18 @@ class FormMain final : public RunControl {
 
   /// An image file of the chart was written.
   void NoteImageSaved(const std::filesystem::path& file);
+
+  /// True when the station has a sound input to look at.
+  bool HasSoundInput() const { return HasSoundCard(session_.settings); }
+
+  /// The levels of the sound input now.
+  SoundLevels Levels() const { return recorder_.sound.IsOpen() ? LevelsNow(recorder_.window) : SoundLevels(); }
+
+  /// Frames a second of the sound input, as it was opened last.
+  double SoundRate() const { return recorder_.sound.Format().samplesPerSecond; }
+
+  /// Where a spectrum window asks for samples.
+  SpectrumFeed& Spectrum() { return recorder_.window.sound.spectrum; }
 
   /// Shows a text in the status line for as long as such messages stand.
   void ShowStatus(const std::string& text);

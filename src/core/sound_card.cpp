@@ -41,4 +41,10 @@ SoundFacts SoundFactsOf(const Session& session) {
   return {HasSoundCard(session.settings), SoundFormatText(SoundFormatInUse(session))};
 }
 
+SoundLevels LevelsNow(const ChartWindow& window) {
+  if (!window.run.ChartRunning) return {};
+  const SoundState& sound = window.sound;
+  return {true, sound.LastPeakL, sound.LastPeakR, sound.LastAvgL, sound.LastAvgR};
+}
+
 }  // namespace tarvolt

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "core/options_check.h"
+#include "model/chart_window.h"
 #include "model/session.h"
 #include "platform/wave_in_device.h"
 
@@ -21,5 +22,17 @@ std::string FormatsOffered(const Session& session);
 
 /// What the options are checked against.
 SoundFacts SoundFactsOf(const Session& session);
+
+/// The levels of the sound input for a meter, in sample units above the background.
+struct SoundLevels {
+  bool live = false;  ///< a run is reading them; otherwise all are 0
+  double peakL = 0;
+  double peakR = 0;
+  double avgL = 0;
+  double avgR = 0;
+};
+
+/// Those of the newest buffer of a run, 0 at rest. Takes nothing from what the run has gathered.
+SoundLevels LevelsNow(const ChartWindow& window);
 
 }  // namespace tarvolt
