@@ -34,6 +34,10 @@ class FormMain final : public RunControl {
   /// before Form_Load.
   void OnFirstUse(FirstUse person) { firstUse_ = std::move(person); }
 
+  /// Who shows the chooser of sound formats when a start was refused for the one in use, without waiting for it. Not
+  /// called with ShowMsgBox off.
+  void OnChooseSoundFormat(std::function<void()> person) { recorder_.chooseSoundFormat = std::move(person); }
+
   /// Everything between the making of the window and its readiness: settings, recovery, priority and the command line.
   /// Never stops for a bad setting. False only when a person has cancelled the first use: the program is then to end
   /// without Form_Unload. May yield.
@@ -171,6 +175,7 @@ class FormMain final : public RunControl {
   void WriteLoadError(const std::string& text);
 
   bool RunCommand(const SlashCommand& command);
+  std::optional<OptionsProblem> TakeAnotherCard(const OptionTexts& texts, Settings& draft) const;
   void ApplyOptions(const Settings& draft);
   bool MakeRoomForLoad();
 

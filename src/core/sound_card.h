@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
+#include <vector>
 
 #include "core/options_check.h"
 #include "model/chart_window.h"
@@ -16,12 +18,29 @@ void MatchSoundCard(Session& session);
 
 /// The format that the input is opened with: that of sWavFormat, or the input's own when it has but one, as a file has.
 WaveFormat SoundFormatInUse(const Session& session);
+WaveFormat SoundFormatInUse(const Session& session, const Settings& settings);
 
 /// The formats of the table that the input offers, as a text; empty when it offers none or cannot be asked.
 std::string FormatsOffered(const Session& session);
 
+/// A line of the format chooser.
+struct SoundFormatLine {
+  std::int32_t row = -1;  ///< of the table; -1 for an input's own format that the table has not
+  std::string text;
+  bool usable = false;  ///< only 16 bit is
+};
+
+/// What `card` offers, in the order of the table; empty when it cannot be asked, as it is not there or in use.
+std::vector<SoundFormatLine> SoundFormatsOf(const Session& session, const std::string& card);
+
+/// Puts a row of the table into sWavFormat and stores it; it counts from the next start. -1 changes nothing.
+void ChooseSoundFormat(Session& session, std::int32_t row);
+
+/// The cards that can be chosen: those that are there, and the one in use, which may be none.
+std::vector<std::string> SoundCardsToChoose(const Session& session);
+
 /// What the options are checked against.
-SoundFacts SoundFactsOf(const Session& session);
+SoundFacts SoundFactsOf(const Session& session, const Settings& settings);
 
 /// The levels of the sound input for a meter, in sample units above the background.
 struct SoundLevels {
