@@ -12,7 +12,13 @@ void BringToFront(QWidget& window) {
 }  // namespace
 
 SoundWindows::SoundWindows(Session& session, FormMain& form, QWidget* owner)
-    : session_(session), form_(form), owner_(owner) {}
+    : session_(session), form_(form), owner_(owner) {
+  form_.OnChooseSoundFormat([this] { ShowFormats(); });
+}
+
+SoundWindows::~SoundWindows() {
+  form_.OnChooseSoundFormat({});
+}
 
 void SoundWindows::AddMenus(QMenu& menu, MenuItems& items) {
   const auto hasInput = [this] { return form_.HasSoundInput(); };
@@ -20,6 +26,8 @@ void SoundWindows::AddMenus(QMenu& menu, MenuItems& items) {
       menu, "mnuMeters", QStringLiteral("Sound &Levels"), {}, [this] { ShowMeters(); }, hasInput);
   items.Add(
       menu, "mnuSpectrum", QStringLiteral("Sound S&pectrum"), {}, [this] { ShowSpectrum(); }, hasInput);
+  items.Add(
+      menu, "mnuMixer", QStringLiteral("Mi&xer (Input Sound Settings)"), {}, [this] { ShowMixer(); }, hasInput);
 }
 
 void SoundWindows::ShowMeters() {
@@ -30,6 +38,18 @@ void SoundWindows::ShowMeters() {
 void SoundWindows::ShowSpectrum() {
   if (spectrum_ == nullptr) spectrum_ = new FormSpectrum(form_.Spectrum(), owner_);
   BringToFront(*spectrum_);
+}
+
+void SoundWindows::ShowMixer() {
+  if (mixer_ == nullptr) mixer_ = new FormMixer(session_, owner_);
+  BringToFront(*mixer_);
+}
+
+// Beside the other windows: nobody may be there to close it.
+void SoundWindows::ShowFormats() {
+  delete formats_;
+  formats_ = new FormSoundFormat(session_, session_.settings.SoundCardName, {}, owner_);
+  BringToFront(*formats_);
 }
 
 void SoundWindows::Refresh() {
