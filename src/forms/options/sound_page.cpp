@@ -35,6 +35,7 @@ OptionPage* MakeSoundPage(OptionFields& fields, Session& session, QWidget* paren
   QComboBox& cards = page->List("SoundCardName", QStringLiteral("Sound card"), {});
   cards.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   cards.setMinimumContentsLength(24);
+  cards.setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   for (const std::string& card : SoundCardsToChoose(session)) cards.addItem(ToQString(card), ToQString(card));
   QPushButton* choose = AddFormatRow(*page);
   const auto showFormat = [page, &session, &cards] { ShowSoundFormat(*page, session, CardShown(cards)); };

@@ -56,7 +56,7 @@ FormMixer::FormMixer(Session& session, QWidget* owner) : QWidget(owner, Qt::Wind
     Refresh();
   });
   connect(&look_, &QTimer::timeout, this, [this] { Refresh(); });
-  resize(440, 300);
+  resize(440, 250);
 }
 
 void FormMixer::AddRow(QGridLayout& grid, int source) {
