@@ -101,6 +101,13 @@ class FedSocket final : public SocketControl {
   std::string held_;
 };
 
+class NoMixer final : public Mixer {
+ public:
+  MixerInputs Inputs(const std::string&) override { return {}; }
+  bool Select(const std::string&, int) override { return false; }
+  bool SetVolume(const std::string&, int, int) override { return false; }
+};
+
 class OneSocket final : public Sockets {
  public:
   std::unique_ptr<SocketControl> MakeSocket() override {
@@ -151,9 +158,10 @@ void RunLink(bool push, std::string_view input) {
   static NoProcesses processes;
   static NoDialogs dialogs;
   static NoSound inputs;
+  static NoMixer mixer;
   static OneSocket sockets;
   static OpeningLoop loop(sockets);
-  static Session session(Host{clock, loop, sockets, files, processes, dialogs, inputs}, "home");
+  static Session session(Host{clock, loop, sockets, files, processes, dialogs, inputs, mixer}, "home");
   loop.DropPosted();
   session.settings.Dsrc = {20, 21, 22, 23, 24, 25, 26, 27};
   session.settings.UDSpush = push;

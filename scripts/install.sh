@@ -1,5 +1,5 @@
 # Sourced by ./run and ./check: installs the Debian packages that are missing.
-wanted="g++ cmake ninja-build ccache qt6-base-dev qt6-svg-dev libqcustomplot-dev libasound2-dev fonts-dejavu-core libcli11-dev libgtest-dev libbenchmark-dev libmuparser-dev"
+wanted="g++ cmake ninja-build ccache qt6-base-dev qt6-svg-dev libqcustomplot-dev libasound2-dev libfftw3-dev fonts-dejavu-core libcli11-dev libgtest-dev libbenchmark-dev libmuparser-dev"
 
 missing=""
 for package in $wanted; do

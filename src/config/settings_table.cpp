@@ -118,6 +118,15 @@ void SaveRegistrySettings(SettingsStore& store, const SettingOverrides& override
   store.EndBatch();
 }
 
+void SaveRegistrySetting(SettingsStore& store, const SettingOverrides& overrides, const Settings& settings,
+                         std::string_view key) {
+  const auto found = FindMember(key);
+  if (!found || found->row.IsUnderHome() || IsOverridden(overrides, key)) return;
+  const std::string text = found->row.Text(settings, found->index);
+  if (found->row.ofCard && HasSoundCard(settings)) return store.SaveCardSetting(settings.SoundCardName, key, text);
+  store.SaveSetting(found->row.section, key, text);
+}
+
 std::string DefaultText(Section section, std::string_view key) {
   const auto found = FindKey(key, [section](const SettingRow& row) { return row.section == section; });
   return found ? std::string(found->row.Fallback(found->index)) : std::string();

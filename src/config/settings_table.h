@@ -35,6 +35,11 @@ void ApplyOverrides(const SettingOverrides& overrides, const std::string& home, 
 void SaveRegistrySettings(SettingsStore& store, const SettingOverrides& overrides, const std::string& home,
                           const Settings& settings);
 
+/// Writes one member back in the same way; does nothing for a key that is unknown, overridden or a
+/// path.
+void SaveRegistrySetting(SettingsStore& store, const SettingOverrides& overrides, const Settings& settings,
+                         std::string_view key);
+
 /// The default text of a key, with its channel number when it is an indexed one; empty when it has none.
 std::string DefaultText(Section section, std::string_view key);
 

@@ -1,6 +1,7 @@
 // The sound input's part in the start of a run.
 
 #include "core/chart_run.h"
+#include "core/mixer_control.h"
 #include "core/run_metadata.h"
 #include "core/sound_card.h"
 #include "sources/sound/sound_formats.h"
@@ -26,6 +27,7 @@ bool ChartRun::SetUpSound() {
   session_.host.loop.Yield(std::chrono::milliseconds(0));
   PlanSound();
   if (PushReplacesSound()) return true;
+  TakeMixerVolume(session_);
   AddSoundMetadata();
   return OpenSound() && WaitForSound();
 }
@@ -36,6 +38,7 @@ bool ChartRun::CheckSoundFormat() {
       "Tarvolt requires a 16 bit sound format to function properly.\n\nSelect a 16 bit format and restart chart.";
   session_.Add2SLog(text);
   session_.Tell("Sound Setting Warning", text);
+  if (session_.settings.ShowMsgBox && recorder_.chooseSoundFormat) recorder_.chooseSoundFormat();
   return false;
 }
 

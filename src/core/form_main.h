@@ -13,6 +13,7 @@
 #include "core/options_check.h"
 #include "core/recorder.h"
 #include "core/sample_pipeline.h"
+#include "core/sound_card.h"
 #include "core/sound_clock.h"
 
 namespace tarvolt {
@@ -32,6 +33,10 @@ class FormMain final : public RunControl {
   /// Says that somebody is there for a first use. Without one, or with ShowMsgBox off, it settles itself. To be called
   /// before Form_Load.
   void OnFirstUse(FirstUse person) { firstUse_ = std::move(person); }
+
+  /// Who shows the chooser of sound formats when a start was refused for the one in use, without waiting for it. Not
+  /// called with ShowMsgBox off.
+  void OnChooseSoundFormat(std::function<void()> person) { recorder_.chooseSoundFormat = std::move(person); }
 
   /// Everything between the making of the window and its readiness: settings, recovery, priority and the command line.
   /// Never stops for a bad setting. False only when a person has cancelled the first use: the program is then to end
@@ -91,6 +96,18 @@ class FormMain final : public RunControl {
 
   /// An image file of the chart was written.
   void NoteImageSaved(const std::filesystem::path& file);
+
+  /// True when the station has a sound input to look at.
+  bool HasSoundInput() const { return HasSoundCard(session_.settings); }
+
+  /// The levels of the sound input now.
+  SoundLevels Levels() const { return recorder_.sound.IsOpen() ? LevelsNow(recorder_.window) : SoundLevels(); }
+
+  /// Frames a second of the sound input, as it was opened last.
+  double SoundRate() const { return recorder_.sound.Format().samplesPerSecond; }
+
+  /// Where a spectrum window asks for samples.
+  SpectrumFeed& Spectrum() { return recorder_.window.sound.spectrum; }
 
   /// Shows a text in the status line for as long as such messages stand.
   void ShowStatus(const std::string& text);
@@ -159,6 +176,7 @@ class FormMain final : public RunControl {
   void WriteLoadError(const std::string& text);
 
   bool RunCommand(const SlashCommand& command);
+  std::optional<OptionsProblem> TakeAnotherCard(const OptionTexts& texts, Settings& draft) const;
   void ApplyOptions(const Settings& draft);
   bool MakeRoomForLoad();
 

@@ -1,5 +1,7 @@
 #include "core/options_command.h"
 
+#include <algorithm>
+
 #include "config/text_file.h"
 #include "core/form_main.h"
 #include "core/sound_card.h"
@@ -45,15 +47,31 @@ std::optional<OptionsProblem> ReadyDataDirectory(Session& session, const Setting
   return refusal("The Data Directory " + draft.DataDirectory + " cannot be created: " + error.message());
 }
 
+// What belongs to the card is the new one's before anything of the dialog is laid over it, so that the old one's
+// calibration is not stored for it.
+std::optional<OptionsProblem> FormMain::TakeAnotherCard(const OptionTexts& texts, Settings& draft) const {
+  constexpr const char* kKey = "SoundCardName";
+  const auto found = std::find_if(texts.begin(), texts.end(), [](const auto& text) { return text.first == kKey; });
+  if (found == texts.end() || found->second == draft.SoundCardName) return {};
+  if (!ChartIsAtRest()) {
+    return OptionsProblem{"Tarvolt", "The sound card cannot be changed while a chart is running.", kKey};
+  }
+  draft.SoundCardName = found->second;
+  LoadCardSettings(session_.store, session_.overrides, session_.home.string(), draft);
+  return {};
+}
+
 // The settings are laid over those in force now: the run, a profile or a command may have changed others since the
 // dialog was opened.
 std::optional<OptionsProblem> FormMain::ConfirmOptions(const OptionTexts& texts,
                                                        const std::optional<std::string>& notes) {
-  const SoundFacts sound = SoundFactsOf(session_);
+  SoundFacts sound;
   Settings draft;
   const auto take = [&]() -> std::optional<OptionsProblem> {
     draft = session_.settings;
+    if (auto problem = TakeAnotherCard(texts, draft)) return problem;
     if (auto problem = ReadOptionTexts(texts, draft)) return problem;
+    sound = SoundFactsOf(session_, draft);
     LiftOptions(draft);
     return CheckOptions(draft, sound);
   };

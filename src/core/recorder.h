@@ -39,9 +39,10 @@ struct Recorder {
   ImageSaver images;
   TriggerRun triggers;
   ChannelEquations equations;
-  bool saveFailed = false;         ///< the disk refused the last save: its samples wait in the store and in the backup
-  std::unique_ptr<Timer> LoTime1;  ///< paces the samples with TimerType 0
-  std::unique_ptr<Timer> TimerKeepAlive;  ///< rate display and watchdogs
+  bool saveFailed = false;  ///< the disk refused the last save: its samples wait in the store and in the backup
+  std::function<void()> chooseSoundFormat;  ///< opens the chooser and does not wait for it; may be empty
+  std::unique_ptr<Timer> LoTime1;           ///< paces the samples with TimerType 0
+  std::unique_ptr<Timer> TimerKeepAlive;    ///< rate display and watchdogs
 
   /// Log time now. With DetectTZ the zone is followed through a change of summer time, so that UT and sidereal stamps
   /// go on without a step; local stamps step with the clock.

@@ -1,5 +1,6 @@
 #include "core/run_metadata.h"
 
+#include "core/mixer_control.h"
 #include "model/channel_table.h"
 #include "sources/source_table.h"
 #include "text/ansi.h"
@@ -53,24 +54,6 @@ void AddSoundCard(const Session& session, Metadata& metadata) {
                          session.store.GetSetting(Section::Settings, "LastSoundCardCalibration"));
 }
 
-struct MixerInput {
-  const char* name;
-  std::int32_t volume;
-};
-
-MixerInput MixerInputOf(const Settings& settings) {
-  switch (settings.MixerSource) {
-    case 1:
-      return {"Mic", settings.MixerMicVol};
-    case 2:
-      return {"Wave", settings.MixerWaveVol};
-    case 3:
-      return {"Stereo Mix", settings.MixerStereoMixVol};
-    default:
-      return {"Line", settings.MixerLineVol};
-  }
-}
-
 }  // namespace
 
 std::string EquationText(const EquationSet& set, int channel) {
@@ -88,10 +71,10 @@ void BuildRunMetadata(const Session& session, ChartWindow& window) {
 
 void AddSoundMetadata(const Session& session, const std::string& formatText, std::int32_t bufferBytes,
                       ChartWindow& window) {
-  const MixerInput input = MixerInputOf(session.settings);
+  const int source = session.settings.MixerSource;
   window.metadata.AddToMetaData("Sound: ", formatText + " Buffer:" + NumberText(std::int64_t{bufferBytes}));
-  window.metadata.AddToMetaData("Mixer: ",
-                                std::string("Source:") + input.name + " Vol:" + NumberText(std::int64_t{input.volume}));
+  window.metadata.AddToMetaData("Mixer: ", std::string("Source:") + MixerSourceName(source) + " Vol:" +
+                                               NumberText(std::int64_t{MixerVolume(session.settings, source)}));
 }
 
 void AddTimingMetadata(const Session& session, const TimingFacts& facts, ChartWindow& window) {

@@ -1,5 +1,7 @@
 #include "core/sound_card.h"
 
+#include <algorithm>
+
 #include "sources/sound/sound_formats.h"
 
 namespace tarvolt {
@@ -35,7 +37,10 @@ void MatchSoundCard(Session& session) {
 }
 
 WaveFormat SoundFormatInUse(const Session& session) {
-  const Settings& settings = session.settings;
+  return SoundFormatInUse(session, session.settings);
+}
+
+WaveFormat SoundFormatInUse(const Session& session, const Settings& settings) {
   std::optional<WaveFormat> fixed;
   if (HasSoundCard(settings)) fixed = session.host.sound.FixedFormat(settings.SoundCardName);
   return fixed.value_or(SoundFormat(settings.sWavFormat));
@@ -49,8 +54,36 @@ std::string FormatsOffered(const Session& session) {
   return text;
 }
 
-SoundFacts SoundFactsOf(const Session& session) {
-  return {HasSoundCard(session.settings), SoundFormatText(SoundFormatInUse(session))};
+std::vector<SoundFormatLine> SoundFormatsOf(const Session& session, const std::string& card) {
+  std::vector<SoundFormatLine> lines;
+  for (const WaveFormat& format : session.host.sound.Formats(card, SoundFormats())) {
+    lines.push_back({SoundFormatRow(format), SoundFormatText(format), format.bits == 16});
+  }
+  return lines;
+}
+
+void ChooseSoundFormat(Session& session, std::int32_t row) {
+  if (row < 0) return;
+  session.settings.sWavFormat = row;
+  SaveRegistrySetting(session.store, session.overrides, session.settings, "sWavFormat");
+  session.Add2SLog("Sound format: " + SoundFormatText(SoundFormat(row)));
+}
+
+std::vector<std::string> SoundCardsToChoose(const Session& session) {
+  std::vector<std::string> cards = session.host.sound.List();
+  const std::string& inUse = session.settings.SoundCardName;
+  if (std::find(cards.begin(), cards.end(), inUse) == cards.end()) cards.insert(cards.begin(), inUse);
+  return cards;
+}
+
+SoundFacts SoundFactsOf(const Session& session, const Settings& settings) {
+  return {HasSoundCard(settings), SoundFormatText(SoundFormatInUse(session, settings))};
+}
+
+SoundLevels LevelsNow(const ChartWindow& window) {
+  if (!window.run.ChartRunning) return {};
+  const SoundState& sound = window.sound;
+  return {true, sound.LastPeakL, sound.LastPeakR, sound.LastAvgL, sound.LastAvgR};
 }
 
 }  // namespace tarvolt

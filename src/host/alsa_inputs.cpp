@@ -90,6 +90,15 @@ std::optional<std::string> AlsaPcmName(const std::string& name) {
   return "plughw:CARD=" + id + ",DEV=" + device;
 }
 
+std::optional<std::string> AlsaControlName(const std::string& name) {
+  const std::optional<std::string> pcm = AlsaPcmName(name);
+  if (!pcm) return std::nullopt;
+  if (*pcm == "default") return HasServer() ? pcm : std::nullopt;
+  if (!HasCards()) return std::nullopt;
+  const std::string part = name.substr(0, name.find(':'));
+  return "hw:CARD=" + part.substr(0, part.rfind(','));
+}
+
 AlsaInputs::AlsaInputs() {
   snd_lib_error_set_handler(SayNothing);
 }

@@ -27,4 +27,7 @@ class AlsaInputs {
 /// ALSA's name for an input of that name; nothing for a name that is none of ours.
 std::optional<std::string> AlsaPcmName(const std::string& name);
 
+/// ALSA's name for the mixer of that input; nothing where there is no card, or no server, to have one.
+std::optional<std::string> AlsaControlName(const std::string& name);
+
 }  // namespace tarvolt

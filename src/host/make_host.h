@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <memory>
 
+#include "host/alsa_mixer.h"
 #include "host/linux_processes.h"
 #include "host/posix_file_system.h"
 #include "host/qt_event_loop.h"
@@ -27,7 +28,8 @@ struct HostOwner {
   LinuxProcesses processes;
   std::unique_ptr<Dialogs> dialogs;
   SoundInputs sound{loop, clock, files};
-  Host host{clock, loop, sockets, files, processes, *dialogs, sound};
+  AlsaMixer mixer;
+  Host host{clock, loop, sockets, files, processes, *dialogs, sound, mixer};
 };
 
 /// The machine through Qt and Linux. `dialogs` are a desktop's windows or HeadlessDialogs.

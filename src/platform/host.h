@@ -4,6 +4,7 @@
 #include "platform/dialogs.h"
 #include "platform/event_loop.h"
 #include "platform/file_system.h"
+#include "platform/mixer.h"
 #include "platform/processes.h"
 #include "platform/socket_control.h"
 #include "platform/wave_in_device.h"
@@ -20,6 +21,7 @@ struct Host {
   Processes& processes;
   Dialogs& dialogs;
   WaveInDevices& sound;
+  Mixer& mixer;
 };
 
 }  // namespace tarvolt

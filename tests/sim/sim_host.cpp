@@ -16,7 +16,7 @@ SimHost::SimHost(std::uint64_t seed, const WallTime& ut)
     : clock(ut), loop(clock), network(loop, SeedOf(seed, 1)), disk(SeedOf(seed, 2)), sound(loop, SeedOf(seed, 3)) {}
 
 Host SimHost::Record() {
-  return {clock, loop, network, disk, processes, dialogs, sound};
+  return {clock, loop, network, disk, processes, dialogs, sound, mixer};
 }
 
 void SimHost::Kill() {

@@ -7,6 +7,7 @@
 #include "sim/sim_dialogs.h"
 #include "sim/sim_disk.h"
 #include "sim/sim_loop.h"
+#include "sim/sim_mixer.h"
 #include "sim/sim_network.h"
 #include "sim/sim_processes.h"
 #include "sim/sim_sound.h"
@@ -61,6 +62,7 @@ class SimHost {
   SimProcesses processes;
   SimDialogs dialogs;
   SimSound sound;
+  SimMixer mixer;
 };
 
 }  // namespace tarvolt

@@ -202,6 +202,8 @@ void MainWindow::MakeToolsMenu() {
     monitor_->show();
     monitor_->raise();
   });
+  menu.addSeparator();
+  sound_.AddMenus(menu, items_);
 }
 
 void MainWindow::MakeLogsMenu() {

@@ -38,6 +38,7 @@ MainWindow::MainWindow(Session& session, FormMain& form)
     : session_(session),
       form_(form),
       window_(form.Window()),
+      sound_(session, form, this),
       items_(this, [this] { Refresh(); }),
       side_(
           session, window_, form.Chart(), [this](const ChartViewEntry& entry) { return ApplyViewToAll(entry); }, this) {
@@ -143,6 +144,7 @@ void MainWindow::Refresh() {
   status_->Refresh(view);
   side_.Refresh();
   if (monitor_->isVisible()) monitor_->Refresh(form_.Triggers().oTriggers());
+  sound_.Refresh();
   plot_->RefreshWhenAsked();
   for (const QPointer<FormReview>& review : reviews_) {
     if (review && review->isVisible()) review->Refresh();

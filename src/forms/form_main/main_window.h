@@ -17,6 +17,7 @@
 #include "forms/observer_log/form_observer_log.h"
 #include "forms/plot/strip_chart_plot.h"
 #include "forms/review/form_review.h"
+#include "forms/sound/sound_windows.h"
 #include "forms/triggers/form_trigger_monitor.h"
 
 class QPushButton;
@@ -93,6 +94,7 @@ class MainWindow final : public QMainWindow {
   OffsetFrame* offsets_;
   FormSessionLog* log_;
   FormTriggerMonitor* monitor_;
+  SoundWindows sound_;
   QPushButton* start_;
   QPointer<FormObserverLog> olog_;
   QAction* startMenu_;

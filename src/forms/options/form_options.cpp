@@ -5,6 +5,7 @@
 
 #include "forms/options/identity_page.h"
 #include "forms/options/run_pages.h"
+#include "forms/options/sound_page.h"
 #include "forms/options/station_pages.h"
 #include "forms/qt_text.h"
 #include "text/number.h"
@@ -44,7 +45,8 @@ void FormOptions::AddPages() {
   AddPage(MakeChartPage(fields_, this), QStringLiteral("Chart"));
   AddPage(MakeFilesPage(fields_, this), QStringLiteral("Files"));
   AddPage(MakeBackupPage(fields_, this), QStringLiteral("Backup"));
-  AddPage(MakeSoundPage(fields_, this), QStringLiteral("Sound"));
+  sound_ = MakeSoundPage(fields_, session_, this);
+  AddPage(sound_, QStringLiteral("Sound"));
   AddPage(MakeUdsPage(fields_, this), QStringLiteral("UDS"));
   AddPage(MakeNetworkPage(fields_, this), QStringLiteral("Network"));
   AddPage(MakeMessagesPage(fields_, this), QStringLiteral("Messages"));
@@ -71,8 +73,7 @@ void FormOptions::AddButtons() {
 
 void FormOptions::ShowSettings() {
   fields_.Show(session_.settings);
-  findChild<QLabel*>(QStringLiteral("LblSoundCard"))
-      ->setText(QStringLiteral("Sound card: ") + ToQString(session_.settings.SoundCardName));
+  ShowSoundFormat(*sound_, session_, session_.settings.SoundCardName);
   shownNotes_ = ToQString(session_.notes);
   notes_->setPlainText(shownNotes_);
   shownNotes_ = notes_->toPlainText();

@@ -64,20 +64,6 @@ OptionPage* MakeNetworkPage(OptionFields& fields, QWidget* parent) {
   return page;
 }
 
-OptionPage* MakeSoundPage(OptionFields& fields, QWidget* parent) {
-  auto* page = new OptionPage(fields, parent);
-  page->Group(QStringLiteral("Sound card"));
-  page->Words(QStringLiteral("Sound card: ")).setObjectName(QStringLiteral("LblSoundCard"));
-  page->Line("Pbuffer", QStringLiteral("Sound buffer"), QStringLiteral("bytes"));
-  page->Line("PreBuffLen", QStringLiteral("WAV pre-buffer"), QStringLiteral("seconds"));
-  page->Line("SCTadjust", QStringLiteral("Sound Card Timing Correction"));
-  page->Group(QStringLiteral("Power Detection Factor"));
-  page->Line("PwrMultiL", QStringLiteral("Left"));
-  page->Line("PwrMultiR", QStringLiteral("Right"));
-  page->Close();
-  return page;
-}
-
 OptionPage* MakeUdsPage(OptionFields& fields, QWidget* parent) {
   auto* page = new OptionPage(fields, parent);
   page->Group(QStringLiteral("User Data Source"));

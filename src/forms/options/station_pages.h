@@ -8,7 +8,6 @@ namespace tarvolt {
 OptionPage* MakeFilesPage(OptionFields& fields, QWidget* parent);
 OptionPage* MakeBackupPage(OptionFields& fields, QWidget* parent);
 OptionPage* MakeNetworkPage(OptionFields& fields, QWidget* parent);
-OptionPage* MakeSoundPage(OptionFields& fields, QWidget* parent);
 OptionPage* MakeUdsPage(OptionFields& fields, QWidget* parent);
 OptionPage* MakeMessagesPage(OptionFields& fields, QWidget* parent);
 

@@ -50,6 +50,9 @@ class SoundInput {
   /// onBuffer.
   void Close();
 
+  /// The format it was opened with last.
+  const WaveFormat& Format() const { return request_.format; }
+
   bool IsOpen() const { return device_ != nullptr; }
 
   /// True from the loss of the device, or from its falling silent, until it delivers again.

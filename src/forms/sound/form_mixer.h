@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSlider>
+#include <QTimer>
+#include <QWidget>
+#include <array>
+
+#include "core/mixer_control.h"
+
+class QGridLayout;
+
+namespace tarvolt {
+
+/// The mixer panel: the input that is recorded from and the volumes. What another program changes on the card is seen
+/// within a second.
+class FormMixer final : public QWidget {
+ public:
+  /// `session` outlives it.
+  FormMixer(Session& session, QWidget* owner);
+
+  /// Who leads through several steps and closes the panel itself hides its OK.
+  void ShowOk(bool shown) { ok_->setVisible(shown); }
+
+  /// Shows the mixer as it is now.
+  void Refresh();
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
+
+ private:
+  struct Row {
+    QRadioButton* chosen = nullptr;
+    QSlider* volume = nullptr;
+    QLabel* number = nullptr;
+  };
+
+  void AddRow(QGridLayout& grid, int source);
+  void ShowRow(int source, const MixerView& view);
+
+  Session& session_;
+  std::array<Row, kMixerSources> rows_;
+  QLabel* card_;
+  QLabel* words_;
+  QCheckBox* enabled_;
+  QPushButton* ok_;
+  QTimer look_;
+  bool showing_ = false;  ///< what changes now is not a person's doing
+};
+
+}  // namespace tarvolt

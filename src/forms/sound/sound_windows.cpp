@@ -1,0 +1,64 @@
+#include "forms/sound/sound_windows.h"
+
+namespace tarvolt {
+namespace {
+
+void BringToFront(QWidget& window) {
+  window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+  window.show();
+  window.raise();
+}
+
+}  // namespace
+
+SoundWindows::SoundWindows(Session& session, FormMain& form, QWidget* owner)
+    : session_(session), form_(form), owner_(owner) {
+  form_.OnChooseSoundFormat([this] { ShowFormats(); });
+}
+
+SoundWindows::~SoundWindows() {
+  form_.OnChooseSoundFormat({});
+}
+
+void SoundWindows::AddMenus(QMenu& menu, MenuItems& items) {
+  const auto hasInput = [this] { return form_.HasSoundInput(); };
+  items.Add(
+      menu, "mnuMeters", QStringLiteral("Sound &Levels"), {}, [this] { ShowMeters(); }, hasInput);
+  items.Add(
+      menu, "mnuSpectrum", QStringLiteral("Sound S&pectrum"), {}, [this] { ShowSpectrum(); }, hasInput);
+  items.Add(
+      menu, "mnuMixer", QStringLiteral("Mi&xer (Input Sound Settings)"), {}, [this] { ShowMixer(); }, hasInput);
+}
+
+void SoundWindows::ShowMeters() {
+  if (meters_ == nullptr) meters_ = new FormMeters(owner_);
+  BringToFront(*meters_);
+}
+
+void SoundWindows::ShowSpectrum() {
+  if (spectrum_ == nullptr) spectrum_ = new FormSpectrum(form_.Spectrum(), owner_);
+  BringToFront(*spectrum_);
+}
+
+void SoundWindows::ShowMixer() {
+  if (mixer_ == nullptr) mixer_ = new FormMixer(session_, owner_);
+  BringToFront(*mixer_);
+}
+
+// Beside the other windows: nobody may be there to close it.
+void SoundWindows::ShowFormats() {
+  delete formats_;
+  formats_ = new FormSoundFormat(session_, session_.settings.SoundCardName, {}, owner_);
+  BringToFront(*formats_);
+}
+
+void SoundWindows::Refresh() {
+  const bool showsMeters = meters_ != nullptr && meters_->isVisible();
+  const bool showsSpectrum = spectrum_ != nullptr && spectrum_->isVisible();
+  if (!showsMeters && !showsSpectrum) return;
+  const SoundLevels levels = form_.Levels();
+  if (showsMeters) meters_->Refresh(levels, session_.host.clock.MonotonicMilliseconds());
+  if (showsSpectrum) spectrum_->Refresh(form_.SoundRate(), levels.live);
+}
+
+}  // namespace tarvolt
