@@ -103,9 +103,9 @@ class PipelineRig {
   SimHost machine_{kSeed, kSwitchedOn};
   WeightlessDisk disk_{machine_.disk, "localdatabackup.tvd"};
   UdsPeer source_{machine_.loop, machine_.network, kSeed};
-  Session session_{
-      {machine_.clock, machine_.loop, machine_.network, disk_, machine_.processes, machine_.dialogs, machine_.sound},
-      kHome};
+  Session session_{{machine_.clock, machine_.loop, machine_.network, disk_, machine_.processes, machine_.dialogs,
+                    machine_.sound, machine_.mixer},
+                   kHome};
   Verbs verbs_;
   Recorder recorder_{session_, verbs_, [](std::optional<TimeStamp>) {}};
   ChartRun chartRun_{recorder_};

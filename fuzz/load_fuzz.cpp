@@ -39,7 +39,7 @@ class Choices {
 struct Machine {
   SimHost host{1};
   MemoryFiles files;
-  Host record{host.clock, host.loop, host.network, files, host.processes, host.dialogs, host.sound};
+  Host record{host.clock, host.loop, host.network, files, host.processes, host.dialogs, host.sound, host.mixer};
 };
 
 LoadRequest RequestOf(Choices& choices) {
