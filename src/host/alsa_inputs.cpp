@@ -16,6 +16,7 @@ namespace tarvolt {
 namespace {
 
 constexpr const char* kServerInput = "default: Sound server";
+constexpr std::chrono::milliseconds kPatience{1000};
 
 // The reasons of a failure come back as numbers too, and those are told.
 void SayNothing(const char*, int, const char*, int, const char*, ...) {}
@@ -68,11 +69,6 @@ void AddCard(int card, std::vector<std::string>& names) {
   }
 }
 
-bool ServerAnswers() {
-  const AlsaPcm pcm = OpenAlsaPcm("default");
-  return pcm != nullptr;
-}
-
 }  // namespace
 
 std::optional<std::string> AlsaPcmName(const std::string& name) {
@@ -99,8 +95,13 @@ std::optional<std::string> AlsaControlName(const std::string& name) {
   return "hw:CARD=" + part.substr(0, part.rfind(','));
 }
 
-AlsaInputs::AlsaInputs() {
+AlsaInputs::AlsaInputs(DriverCalls& drivers) : drivers_(drivers) {
   snd_lib_error_set_handler(SayNothing);
+}
+
+bool AlsaInputs::ServerAnswers() const {
+  const std::function<bool()> opens = [] { return OpenAlsaPcm("default") != nullptr; };
+  return drivers_.Ask("default", kPatience, opens).value_or(false);
 }
 
 std::vector<std::string> AlsaInputs::List() const {
@@ -122,12 +123,17 @@ bool AlsaInputs::IsThere(const std::string& name) const {
 
 std::vector<WaveFormat> AlsaInputs::Formats(const std::string& name, std::span<const WaveFormat> asked) const {
   const std::optional<std::string> pcmName = AlsaPcmName(name);
-  const AlsaPcm pcm = pcmName ? OpenAlsaPcm(*pcmName) : nullptr;
-  std::vector<WaveFormat> offered;
-  if (!pcm) return offered;
-  std::copy_if(asked.begin(), asked.end(), std::back_inserter(offered),
-               [&](const WaveFormat& format) { return AlsaOffers(*pcm, format); });
-  return offered;
+  if (!pcmName) return {};
+  const std::function<std::vector<WaveFormat>()> offers = [pcmName = *pcmName,
+                                                           formats = std::vector(asked.begin(), asked.end())] {
+    const AlsaPcm pcm = OpenAlsaPcm(pcmName);
+    std::vector<WaveFormat> offered;
+    if (!pcm) return offered;
+    std::copy_if(formats.begin(), formats.end(), std::back_inserter(offered),
+                 [&](const WaveFormat& format) { return AlsaOffers(*pcm, format); });
+    return offered;
+  };
+  return drivers_.Ask(*pcmName, kPatience, offers).value_or(std::vector<WaveFormat>());
 }
 
 }  // namespace tarvolt

@@ -14,6 +14,8 @@
 namespace tarvolt {
 namespace {
 
+constexpr std::chrono::milliseconds kPatience{1000};
+
 struct CloseMixer {
   void operator()(snd_mixer_t* mixer) const { snd_mixer_close(mixer); }
 };
@@ -94,9 +96,7 @@ MixerInput InputOf(const OpenMixer& mixer, const MixerRoute& route) {
   return input;
 }
 
-}  // namespace
-
-MixerInputs AlsaMixer::Inputs(const std::string& card) {
+MixerInputs InputsOf(const std::string& card) {
   const OpenMixer mixer(card);
   MixerInputs inputs;
   for (int source = 0; source < kMixerSources; ++source) {
@@ -106,7 +106,7 @@ MixerInputs AlsaMixer::Inputs(const std::string& card) {
 }
 
 // The switches of the others go off first: some cards let only one be on, and some mix all that are.
-bool AlsaMixer::Select(const std::string& card, int source) {
+bool CaptureFrom(const std::string& card, int source) {
   const OpenMixer mixer(card);
   const MixerRoute* chosen = mixer.Route(source);
   if (chosen == nullptr) return false;
@@ -126,7 +126,7 @@ bool AlsaMixer::Select(const std::string& card, int source) {
   return good && left;
 }
 
-bool AlsaMixer::SetVolume(const std::string& card, int source, int volume) {
+bool PutVolume(const std::string& card, int source, int volume) {
   const OpenMixer mixer(card);
   const MixerRoute* route = mixer.Route(source);
   if (route == nullptr || route->volume < 0) return false;
@@ -136,6 +136,26 @@ bool AlsaMixer::SetVolume(const std::string& card, int source, int volume) {
   const double part = std::clamp(volume, 0, 100) / 100.0;
   const long value = range->low + std::lround(part * static_cast<double>(range->high - range->low));
   return snd_mixer_selem_set_capture_volume_all(element, value) >= 0;
+}
+
+/// What `question` tells of the mixer; nothing when it does not answer.
+template <class Answer>
+std::optional<Answer> AskMixer(DriverCalls& drivers, const std::string& card, std::function<Answer()> question) {
+  return drivers.Ask("mixer of " + card, kPatience, std::move(question));
+}
+
+}  // namespace
+
+MixerInputs AlsaMixer::Inputs(const std::string& card) {
+  return AskMixer<MixerInputs>(drivers_, card, [card] { return InputsOf(card); }).value_or(MixerInputs());
+}
+
+bool AlsaMixer::Select(const std::string& card, int source) {
+  return AskMixer<bool>(drivers_, card, [=] { return CaptureFrom(card, source); }).value_or(false);
+}
+
+bool AlsaMixer::SetVolume(const std::string& card, int source, int volume) {
+  return AskMixer<bool>(drivers_, card, [=] { return PutVolume(card, source, volume); }).value_or(false);
 }
 
 }  // namespace tarvolt

@@ -22,7 +22,8 @@ namespace {
 
 constexpr double kSecondsHeld = 2;
 constexpr std::size_t kFewestBlocks = 16;
-constexpr std::chrono::milliseconds kPatienceWithDriver{500};
+constexpr std::chrono::milliseconds kPatienceWithOpening{3000};
+constexpr std::chrono::milliseconds kPatienceWithStopping{500};
 constexpr int kPollLimit = 500;  // milliseconds
 constexpr int kIdleTurns = 50;   // wake-ups without a frame before the thread rests
 constexpr std::chrono::milliseconds kRest{10};
@@ -74,7 +75,8 @@ struct AlsaWaveIn::Capture {
   std::string failure;    ///< why the input was lost
 };
 
-AlsaWaveIn::AlsaWaveIn(QtEventLoop& loop, std::string name) : loop_(loop), name_(std::move(name)) {}
+AlsaWaveIn::AlsaWaveIn(QtEventLoop& loop, DriverCalls& drivers, std::string name)
+    : loop_(loop), drivers_(drivers), name_(std::move(name)) {}
 
 AlsaWaveIn::~AlsaWaveIn() {
   Close();
@@ -88,11 +90,14 @@ bool AlsaWaveIn::Open(const WaveFormat& format, std::int32_t bufferBytes, std::s
     why = "there is no such input";
     return false;
   }
-  int error = 0;
-  const AlsaPcm pcm = OpenAlsaPcm(*pcmName, &error);
-  if (pcm) error = SetAlsaParams(*pcm, format, bufferBytes);
-  if (error < 0) {
-    why = snd_strerror(error);
+  const std::function<int()> trial = [pcmName = *pcmName, format, bufferBytes] {
+    int error = 0;
+    const AlsaPcm pcm = OpenAlsaPcm(pcmName, &error);
+    return pcm ? SetAlsaParams(*pcm, format, bufferBytes) : error;
+  };
+  const std::optional<int> error = drivers_.Ask(*pcmName, kPatienceWithOpening, trial);
+  if (!error || *error < 0) {
+    why = error ? snd_strerror(*error) : "it does not answer";
     return false;
   }
   format_ = format;
@@ -136,7 +141,7 @@ void AlsaWaveIn::EndCapture() {
   eventfd_write(ending->wakeUp, 1);
   std::unique_lock lock(ending->mutex);
   ending->loopGone = true;
-  ending->changed.wait_for(lock, kPatienceWithDriver, [&] { return ending->ended; });
+  ending->changed.wait_for(lock, kPatienceWithStopping, [&] { return ending->ended; });
 }
 
 std::size_t AlsaWaveIn::ParseWaveHeader(WaveHandle handle) const {

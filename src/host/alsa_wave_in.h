@@ -3,17 +3,19 @@
 #include <memory>
 #include <string>
 
+#include "host/driver_calls.h"
 #include "host/qt_event_loop.h"
 #include "platform/wave_in_device.h"
 
 namespace tarvolt {
 
 /// A capture input of ALSA. A thread of its own reads the driver and makes whole buffers; only those reach the event
-/// loop. An input that hangs in the driver is left to its thread: nothing here waits for it longer than half a second.
+/// loop. An input that hangs in the driver is left to its thread: opening it waits for some seconds at most, stopping it
+/// for half a second.
 class AlsaWaveIn final : public WaveInDevice {
  public:
-  /// `name` as AlsaInputs lists it. The loop outlives it.
-  AlsaWaveIn(QtEventLoop& loop, std::string name);
+  /// `name` as AlsaInputs lists it. The loop and the drivers outlive it.
+  AlsaWaveIn(QtEventLoop& loop, DriverCalls& drivers, std::string name);
   ~AlsaWaveIn() override;
 
   bool Open(const WaveFormat& format, std::int32_t bufferBytes, std::string& why) override;
@@ -27,7 +29,6 @@ class AlsaWaveIn final : public WaveInDevice {
 
  private:
   struct Capture;
-  struct Link;
 
   static void ReadDriver(std::shared_ptr<Capture> capture);
   static bool OpenDriver(Capture& capture);
@@ -38,6 +39,7 @@ class AlsaWaveIn final : public WaveInDevice {
   void EndCapture();
 
   QtEventLoop& loop_;
+  DriverCalls& drivers_;
   std::string name_;
   WaveFormat format_;
   std::int32_t bufferBytes_ = 0;

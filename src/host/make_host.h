@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "host/alsa_mixer.h"
+#include "host/driver_calls.h"
 #include "host/linux_processes.h"
 #include "host/posix_file_system.h"
 #include "host/qt_event_loop.h"
@@ -27,8 +28,9 @@ struct HostOwner {
   PosixFileSystem files;
   LinuxProcesses processes;
   std::unique_ptr<Dialogs> dialogs;
-  SoundInputs sound{loop, clock, files};
-  AlsaMixer mixer;
+  DriverCalls drivers;
+  SoundInputs sound{loop, clock, files, drivers};
+  AlsaMixer mixer{drivers};
   Host host{clock, loop, sockets, files, processes, *dialogs, sound, mixer};
 };
 

@@ -5,8 +5,8 @@
 
 namespace tarvolt {
 
-SoundInputs::SoundInputs(QtEventLoop& loop, Clock& clock, FileSystem& files)
-    : loop_(loop), clock_(clock), files_(files) {}
+SoundInputs::SoundInputs(QtEventLoop& loop, Clock& clock, FileSystem& files, DriverCalls& drivers)
+    : loop_(loop), clock_(clock), files_(files), drivers_(drivers), alsa_(drivers) {}
 
 std::vector<std::string> SoundInputs::List() {
   return alsa_.List();
@@ -35,7 +35,7 @@ std::unique_ptr<WaveInDevice> SoundInputs::Make(const std::string& name) {
   if (auto file = ReadWavFileName(name)) {
     return std::make_unique<WavFileDevice>(loop_, clock_, files_, *std::move(file));
   }
-  return std::make_unique<AlsaWaveIn>(loop_, name);
+  return std::make_unique<AlsaWaveIn>(loop_, drivers_, name);
 }
 
 }  // namespace tarvolt

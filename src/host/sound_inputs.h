@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/alsa_inputs.h"
+#include "host/driver_calls.h"
 #include "host/qt_event_loop.h"
 #include "platform/clock.h"
 #include "platform/file_system.h"
@@ -18,7 +19,7 @@ namespace tarvolt {
 class SoundInputs final : public WaveInDevices {
  public:
   /// All references outlive it and what it makes.
-  SoundInputs(QtEventLoop& loop, Clock& clock, FileSystem& files);
+  SoundInputs(QtEventLoop& loop, Clock& clock, FileSystem& files, DriverCalls& drivers);
 
   std::vector<std::string> List() override;
   bool IsThere(const std::string& name) override;
@@ -30,6 +31,7 @@ class SoundInputs final : public WaveInDevices {
   QtEventLoop& loop_;
   Clock& clock_;
   FileSystem& files_;
+  DriverCalls& drivers_;
   AlsaInputs alsa_;
 };
 

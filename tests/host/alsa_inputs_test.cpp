@@ -61,9 +61,10 @@ TEST(AlsaInputs, NamesLeadToTheCardByItsId) {
 
 TEST(AlsaWaveIn, AnInputThatIsNotThereIsRefusedWithItsReason) {
   QtEventLoop loop(*QCoreApplication::instance());
-  const AlsaInputs quiet;
+  DriverCalls drivers;
+  const AlsaInputs quiet(drivers);
   for (const char* name : {"Absent,0: no card", "nonsense"}) {
-    AlsaWaveIn input(loop, name);
+    AlsaWaveIn input(loop, drivers, name);
     std::string why;
     testing::internal::CaptureStderr();
     EXPECT_FALSE(input.Open({44100, 16, true}, 1764, why)) << name;
@@ -89,7 +90,8 @@ class NullInput : public ::testing::Test {
 
   TempFolder folder_;
   QtEventLoop loop{*QCoreApplication::instance()};
-  AlsaWaveIn input{loop, "default: null"};
+  DriverCalls drivers;
+  AlsaWaveIn input{loop, drivers, "default: null"};
   std::string why;
 };
 

@@ -48,8 +48,9 @@ TEST(MixerMap, ACardWithOneInputHasItAsLine) {
 }
 
 TEST(AlsaMixer, AnInputWithoutAMixerHasNothingAndRefuses) {
-  const AlsaInputs quiet;
-  AlsaMixer mixer;
+  DriverCalls drivers;
+  const AlsaInputs quiet(drivers);
+  AlsaMixer mixer(drivers);
   testing::internal::CaptureStderr();
   for (const char* card : {"Absent,0: no card", "loop:/a/file.wav", ""}) {
     for (const MixerInput& input : mixer.Inputs(card)) EXPECT_FALSE(input.there) << card;

@@ -13,7 +13,8 @@
 namespace tarvolt {
 namespace {
 
-constexpr double kOverRunLineEvery = 1000;  // milliseconds; a flood of lines would cost more buffers yet
+constexpr double kSecond = 1000;         // milliseconds
+constexpr int kOverRunLinesASecond = 10;  // a flood of lines would cost more buffers yet
 
 constexpr const char* kBusyWords = "Sound buffer filled while last data was still being processed.";
 constexpr const char* kLateWords = "Sound was lost because it was not taken from the driver in time.";
@@ -185,13 +186,15 @@ std::size_t SoundInput::FetchSamples(WaveHandle handle) {
   return device_->CopyWaveHeader(handle, samples_.data(), bytes) / sizeof(std::int16_t);
 }
 
-// Each lost buffer counts; of a flood a line a second is logged, and the number at the end.
+// Each lost buffer counts and is told; of a flood only the first in a second, and the number of all at the end.
 void SoundInput::NoteOverRuns(std::int64_t buffers, const char* words) {
   sound_.overRuns += buffers;
   const double now = session_.host.clock.MonotonicMilliseconds();
-  if (sound_.overRuns > buffers && now < nextOverRunLine_) return;
-  nextOverRunLine_ = now + kOverRunLineEvery;
-  session_.Add2SLog(words);
+  if (now - overRunSecond_ >= kSecond) {
+    overRunSecond_ = now;
+    overRunLines_ = 0;
+  }
+  if (++overRunLines_ <= kOverRunLinesASecond) session_.Add2SLog(words);
 }
 
 DetectionSetup SoundInput::Setup() const {

@@ -102,7 +102,8 @@ class SoundInput {
   double lastSound_ = 0;   ///< of the last sample that was not zero
   double lostSince_ = 0;
   double nextTry_ = 0;
-  double nextOverRunLine_ = 0;
+  double overRunSecond_ = 0;  ///< when the second began in which over-runs are told
+  int overRunLines_ = 0;      ///< of that second
 };
 
 }  // namespace tarvolt
