@@ -26,9 +26,11 @@ bool IsOver(std::chrono::steady_clock::time_point deadline) {
 
 }  // namespace
 
-RunningProgram::RunningProgram(const std::string& name, const std::vector<std::string>& arguments) {
-  std::vector<std::string> words = {TARVOLT_PROGRAM_FOLDER "/" + name};
+RunningProgram::RunningProgram(const std::string& name, const std::vector<std::string>& arguments,
+                               const std::vector<std::string>& variables) {
+  std::vector<std::string> words = {name.starts_with('/') ? name : TARVOLT_PROGRAM_FOLDER "/" + name};
   words.insert(words.end(), arguments.begin(), arguments.end());
+  std::vector<std::string> ownVariables = variables;
   std::vector<char*> pointers;
   for (std::string& word : words) pointers.push_back(word.data());
   pointers.push_back(nullptr);
@@ -40,6 +42,7 @@ RunningProgram::RunningProgram(const std::string& name, const std::vector<std::s
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     dup2(ends[1], STDOUT_FILENO);
     dup2(ends[1], STDERR_FILENO);
+    for (std::string& variable : ownVariables) putenv(variable.data());
     execv(pointers[0], pointers.data());
     _exit(127);
   }

@@ -13,8 +13,10 @@ namespace tarvolt {
 /// ten seconds.
 class RunningProgram {
  public:
-  /// `name` is that of one of our programs.
-  RunningProgram(const std::string& name, const std::vector<std::string>& arguments);
+  /// `name` is that of one of our programs, or the whole path of another. The environment is that of the test, with
+  /// `variables`, each KEY=VALUE, set besides.
+  RunningProgram(const std::string& name, const std::vector<std::string>& arguments,
+                 const std::vector<std::string>& variables = {});
   ~RunningProgram();
 
   RunningProgram(const RunningProgram&) = delete;

@@ -64,12 +64,16 @@ Recorded ReadRecorded(const std::filesystem::path& file) {
   return recorded;
 }
 
-RunningStation::RunningStation(const Home& home, const std::vector<std::string>& arguments)
-    : RunningProgram("tarvoltd", [&] {
-        std::vector<std::string> all = {"--home", home.Folder().string()};
-        all.insert(all.end(), arguments.begin(), arguments.end());
-        return all;
-      }()) {}
+RunningStation::RunningStation(const Home& home, const std::vector<std::string>& arguments,
+                               const std::vector<std::string>& variables)
+    : RunningProgram(
+          "tarvoltd",
+          [&] {
+            std::vector<std::string> all = {"--home", home.Folder().string()};
+            all.insert(all.end(), arguments.begin(), arguments.end());
+            return all;
+          }(),
+          variables) {}
 
 std::vector<std::string> Recording(std::uint16_t port, const std::vector<std::string>& settings) {
   std::vector<std::string> arguments = {"--start", "--set", "UDSport=" + NumberText(std::int64_t{port})};

@@ -55,7 +55,8 @@ Recorded ReadRecorded(const std::filesystem::path& file);
 /// The unattended station on a home.
 class RunningStation : public RunningProgram {
  public:
-  RunningStation(const Home& home, const std::vector<std::string>& arguments);
+  RunningStation(const Home& home, const std::vector<std::string>& arguments,
+                 const std::vector<std::string>& variables = {});
 };
 
 /// The arguments of a station that records two pushed channels from a port of this machine at once, with further
