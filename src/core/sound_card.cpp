@@ -69,10 +69,12 @@ void ChooseSoundFormat(Session& session, std::int32_t row) {
   session.Add2SLog("Sound format: " + SoundFormatText(SoundFormat(row)));
 }
 
-std::vector<std::string> SoundCardsToChoose(const Session& session) {
+std::vector<std::string> SoundCardsToChoose(const Session& session, const Settings& settings) {
   std::vector<std::string> cards = session.host.sound.List();
-  const std::string& inUse = session.settings.SoundCardName;
-  if (std::find(cards.begin(), cards.end(), inUse) == cards.end()) cards.insert(cards.begin(), inUse);
+  const std::string& chosen = settings.SoundCardName;
+  const bool isAway = !chosen.empty() && std::find(cards.begin(), cards.end(), chosen) == cards.end();
+  if (isAway) cards.insert(cards.begin(), chosen);
+  if (cards.empty()) cards.emplace_back(kNoSoundCard);
   return cards;
 }
 

@@ -36,8 +36,8 @@ std::vector<SoundFormatLine> SoundFormatsOf(const Session& session, const std::s
 /// Puts a row of the table into sWavFormat and stores it; it counts from the next start. -1 changes nothing.
 void ChooseSoundFormat(Session& session, std::int32_t row);
 
-/// The cards that can be chosen: those that are there, and the one in use, which may be none.
-std::vector<std::string> SoundCardsToChoose(const Session& session);
+/// The cards that can be chosen: those that are there, and what `settings` have now, which may be none.
+std::vector<std::string> SoundCardsToChoose(const Session& session, const Settings& settings);
 
 /// What the options are checked against.
 SoundFacts SoundFactsOf(const Session& session, const Settings& settings);

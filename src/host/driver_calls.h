@@ -8,8 +8,8 @@
 
 namespace tarvolt {
 
-/// Calls into drivers and sound servers, some of which never come back when a server hangs. Each runs on a thread of its
-/// own, and the event loop waits for it only so long.
+/// Calls into drivers and sound servers, some of which never come back when a server hangs. Each runs on a thread of
+/// its own, and the event loop waits for it only so long.
 class DriverCalls {
  public:
   DriverCalls();
@@ -17,9 +17,9 @@ class DriverCalls {
   DriverCalls(const DriverCalls&) = delete;
   DriverCalls& operator=(const DriverCalls&) = delete;
 
-  /// Asks `question` of `driver`; nothing when it is not answered within `patience`, and at once while an earlier one of
-  /// the same driver is still out, so that a driver that hangs costs one thread and one wait. A question that is given
-  /// up goes on by itself: it may hold nothing that belongs to its caller.
+  /// Asks `question` of `driver`; nothing when it is not answered within `patience`, and at once while an earlier one
+  /// of the same driver is still out, so that a driver that hangs costs one thread and one wait. A question that is
+  /// given up goes on by itself: it may hold nothing that belongs to its caller.
   template <class Answer>
   std::optional<Answer> Ask(const std::string& driver, std::chrono::milliseconds patience,
                             std::function<Answer()> question) {

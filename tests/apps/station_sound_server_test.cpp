@@ -20,8 +20,8 @@ constexpr const char* kPlayer = "/usr/bin/paplay";
 constexpr int kRate = 44100;
 constexpr int kFramesOfBuffer = 4410;  // a tenth of a second
 
-/// A period of it is 98 frames on the left and 49 on the right, and a tenth of a buffer holds whole numbers of both: its
-/// readings are the same wherever a buffer begins.
+/// A period of it is 98 frames on the left and 49 on the right, and a tenth of a buffer holds whole numbers of both:
+/// its readings are the same wherever a buffer begins.
 std::vector<std::int16_t> Tone(int seconds) {
   std::vector<std::int16_t> samples;
   for (int i = 0; i < seconds * kRate; ++i) {
@@ -100,10 +100,10 @@ TEST(StationSoundServer, ALiveToneIsMeasuredAndAServerThatHangsIsOutlived) {
   const SoundServer server;
   ASSERT_TRUE(server.IsUp());
   std::vector<std::string> arguments = {"--start"};
-  for (const char* setting : {"Dsrc0=1", "Dsrc1=1", "Dsrc2=1", "Dsrc3=2", "Dsrc4=2", "Dsrc5=2", "Detection0=1",
-                              "Detection1=2", "Detection2=3", "Detection3=1", "Detection4=2", "Detection5=3",
-                              "PwrMultiL=250", "PwrMultiR=40", "TimerType=1", "SampleRate=100", "NoTimeStamps=True",
-                              "PromptBeforeSaving=False"}) {
+  for (const char* setting :
+       {"Dsrc0=1", "Dsrc1=1", "Dsrc2=1", "Dsrc3=2", "Dsrc4=2", "Dsrc5=2", "Detection0=1", "Detection1=2",
+        "Detection2=3", "Detection3=1", "Detection4=2", "Detection5=3", "PwrMultiL=250", "PwrMultiR=40", "TimerType=1",
+        "SampleRate=100", "NoTimeStamps=True", "PromptBeforeSaving=False"}) {
     arguments.insert(arguments.end(), {"--set", setting});
   }
   RunningStation station(home, arguments, server.Variables());

@@ -177,6 +177,9 @@ TEST(FormFirstUseTest, TakesTheStationAndEndsWithTheProgram) {
   Session session(host.Record(), "/station");
   Settings settings;
   settings.DataDirectory = "/station/Data";
+  const auto silence = [](std::int64_t) { return std::pair(0, 0); };
+  host.sound.Plug("PCH,0: Built in", silence);
+  host.sound.Plug("USB,0: Receiver", silence);
   FormFirstUse dialog(session, settings, [] { return false; });
   dialog.findChild<QLineEdit*>(QStringLiteral("TxtUserLng"))->setText(QStringLiteral("400:00"));
   dialog.findChild<QLineEdit*>(QStringLiteral("TxtAuthor"))->setText(QStringLiteral("Grote"));
@@ -185,8 +188,10 @@ TEST(FormFirstUseTest, TakesTheStationAndEndsWithTheProgram) {
   EXPECT_TRUE(host.dialogs.HasShown("Longitude Error."));
   EXPECT_EQ(settings.Author, "unknown");
   dialog.findChild<QLineEdit*>(QStringLiteral("TxtUserLng"))->setText(QStringLiteral("83:40"));
+  dialog.findChild<QComboBox*>(QStringLiteral("CboSoundCardName"))->setCurrentText(QStringLiteral("USB,0: Receiver"));
   ok->click();
   EXPECT_EQ(dialog.result(), QDialog::Accepted);
+  EXPECT_EQ(settings.SoundCardName, "USB,0: Receiver");
   EXPECT_EQ(settings.Author, "Grote");
   EXPECT_TRUE(host.disk.FolderExists("/station/Data"));
   EXPECT_FALSE(host.dialogs.HasShown("is not found")) << "its own folder is made without a question";

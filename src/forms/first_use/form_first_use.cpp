@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "core/options_command.h"
+#include "core/sound_card.h"
 #include "forms/options/identity_page.h"
 #include "forms/options/station_pages.h"
 #include "forms/qt_text.h"
@@ -26,9 +27,7 @@ FormFirstUse::FormFirstUse(Session& session, Settings& settings, std::function<b
   page->Group(QStringLiteral("Data and sound"));
   page->Browse("DataDirectory", QStringLiteral("Data Directory"), "cmdBrowseDataDirectory",
                [this](const QString& text) { return ChooseFolder(this, QStringLiteral("Data Directory"), text); });
-  const std::vector<std::string> inputs = session.host.sound.List();
-  page->Words(QStringLiteral("Sound card: ") + ToQString(inputs.empty() ? kNoSoundCard : inputs.front()))
-      .setObjectName(QStringLiteral("LblSoundCard"));
+  page->SoundCards(SoundCardsToChoose(session, settings));
   page->Close();
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
   buttons->button(QDialogButtonBox::Ok)->setObjectName(QStringLiteral("cmdOK"));

@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "config/settings_table.h"
+#include "forms/qt_text.h"
 
 namespace tarvolt {
 namespace {
@@ -94,6 +95,16 @@ QComboBox& OptionPage::List(const char* key, const QString& caption, const std::
   fields_.Add(key, *list);
   Form().addRow(caption, list);
   return *list;
+}
+
+QComboBox& OptionPage::SoundCards(const std::vector<std::string>& cards) {
+  constexpr int kFewestLetters = 24;
+  QComboBox& list = List("SoundCardName", QStringLiteral("Sound card"), {});
+  list.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  list.setMinimumContentsLength(kFewestLetters);
+  list.setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  for (const std::string& card : cards) list.addItem(ToQString(card), ToQString(card));
+  return list;
 }
 
 void OptionPage::Browse(const char* key, const QString& caption, const char* button,

@@ -36,6 +36,9 @@ class OptionPage final : public QWidget {
   QCheckBox& Check(const char* key, const QString& caption);
   QComboBox& List(const char* key, const QString& caption, const std::vector<Item>& items);
 
+  /// A list of the sound cards to choose from, as wide as the page has room.
+  QComboBox& SoundCards(const std::vector<std::string>& cards);
+
   /// A line with a button behind it that lets a person choose; `chosen` gives the new text, empty for none.
   void Browse(const char* key, const QString& caption, const char* button,
               std::function<QString(const QString& text)> chosen);

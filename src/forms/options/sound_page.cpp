@@ -32,11 +32,7 @@ QPushButton* AddFormatRow(OptionPage& page) {
 OptionPage* MakeSoundPage(OptionFields& fields, Session& session, QWidget* parent) {
   auto* page = new OptionPage(fields, parent);
   page->Group(QStringLiteral("Sound card"));
-  QComboBox& cards = page->List("SoundCardName", QStringLiteral("Sound card"), {});
-  cards.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-  cards.setMinimumContentsLength(24);
-  cards.setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-  for (const std::string& card : SoundCardsToChoose(session)) cards.addItem(ToQString(card), ToQString(card));
+  QComboBox& cards = page->SoundCards(SoundCardsToChoose(session, session.settings));
   QPushButton* choose = AddFormatRow(*page);
   const auto showFormat = [page, &session, &cards] { ShowSoundFormat(*page, session, CardShown(cards)); };
   QObject::connect(choose, &QPushButton::clicked, page, [page, &session, &cards, showFormat] {
