@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "station/station.h"
+#include "timebase/time_base.h"
 
 namespace tarvolt {
 namespace {
@@ -321,27 +322,65 @@ TEST_F(SoundRun, ALevelMeterOutlivesTheLossOfItsCard) {
   EXPECT_EQ(station.host.sound.OpenNow(), 0) << "stopped while it was lost";
 }
 
-TEST_F(SoundRun, HoursOfRoughWeatherKeepTheRunAndItsValues) {
-  station.Set("TimerType", 1).Set("SampleRate", 1000).Set("ShowMsgBox", false).StartChart();
-  station.host.sound.Jitter(400ms);
-  for (int hour = 0; hour < 3; ++hour) {
-    station.RunFor(40min);
-    station.host.sound.WrongSizes();
+// The signal grows by 1 a second, so that each value tells when it was heard.
+int LevelAt(double secondsSincePowerOn) {
+  return 1000 + static_cast<int>(secondsSincePowerOn);
+}
+
+std::pair<int, int> Rising(std::int64_t frame) {
+  const int level = LevelAt(static_cast<double>(frame) / 8000);
+  return frame % 2 == 0 ? std::pair(level, -300) : std::pair(-level, 300);
+}
+
+TEST_F(SoundRun, HoursOfRoughWeatherKeepTheRunItsValuesAndItsClock) {
+  constexpr double kPeriod = 5.5;  // seconds of a sample: ten buffers, stretched by the correction
+  constexpr int kHours = 3;
+  const auto hasWrongSizes = [](double seconds) { return std::fabs(std::fmod(seconds / 60, 60) - 31) < 1.2; };
+  const auto silence = [](std::int64_t) { return std::pair(0, 0); };
+  SimSound& sound = station.host.sound;
+  sound.Plug(kCard, Rising);
+  station.Set("TimerType", 1).Set("SampleRate", 5000).Set("SCTadjust", "1.1").Set("ShowMsgBox", false).StartChart();
+  const double powerOn = NowPrecise(station.host.clock) - static_cast<double>(station.host.loop.Now()) * kMillisecond;
+  for (int hour = 0; hour < kHours; ++hour) {
+    sound.Jitter(400ms);
+    station.RunFor(30min);
+    sound.WrongSizes();
     station.RunFor(2min);
-    station.host.sound.Heal();
-    station.host.sound.Jitter(400ms);
-    station.host.sound.Unplug(kCard);
-    station.RunFor(10min);
-    station.host.sound.Plug(kCard, Steady);
+    sound.Heal();
+    sound.Unplug(kCard);
     station.RunFor(8min);
+    sound.Plug(kCard, silence);
+    station.RunFor(5min);
+    sound.Plug(kCard, Rising);
+    station.RunFor(5min);
+    sound.Stall(kCard);
+    station.RunFor(6min);
+    sound.Heal();
+    station.RunFor(4min);
   }
   EXPECT_TRUE(station.Running());
-  const std::vector<Sample> samples = Stored();
-  EXPECT_NEAR(static_cast<double>(samples.size()), 3 * 50 * 60, 60);
-  for (std::size_t i = 1; i < samples.size(); ++i) ASSERT_GT(samples[i].stamp, samples[i - 1].stamp);
-  EXPECT_EQ(LogLines("was lost"), 3);
   EXPECT_TRUE(station.host.dialogs.Boxes().empty());
-  EXPECT_EQ(samples.back().values[0], 1000);
+  EXPECT_EQ(LogLines("was lost"), 2 * kHours);
+  EXPECT_EQ(LogLines("The gap is "), 2 * kHours);
+  EXPECT_EQ(LogLines("gives zeros alone."), kHours);
+  EXPECT_EQ(LogLines("of zeros."), kHours);
+  const std::vector<Sample> samples = Stored();
+  EXPECT_NEAR(static_cast<double>(samples.size()), kHours * 46 * 60 / kPeriod, 3 * kHours) << "no read was lost";
+  EXPECT_NEAR(samples.back().stamp, NowPrecise(station.host.clock), kPeriod / 86400);
+  int silent = 0;
+  int mixed = 0;  // they began before a gap and ended behind it
+  for (std::size_t i = 1; i < samples.size(); ++i) {
+    ASSERT_GT(samples[i].stamp, samples[i - 1].stamp);
+    const double heardAt = (samples[i].stamp - powerOn) * 86400 - kPeriod / 2;
+    const double value = samples[i].values[0];
+    if (value == 0) {
+      ++silent;
+    } else if (std::fabs(value - LevelAt(heardAt)) > 2 && !hasWrongSizes(heardAt)) {
+      ++mixed;
+    }
+  }
+  EXPECT_NEAR(silent, kHours * 5 * 60 / kPeriod, 2 * kHours);
+  EXPECT_LE(mixed, 4 * kHours) << "stamps and sound go together";
 }
 
 TEST_F(SoundRun, LogsTurnOverWithoutLosingABufferAndKeepTheirClock) {
