@@ -1,6 +1,7 @@
 #include "core/sound_card.h"
 
 #include <algorithm>
+#include <tuple>
 
 #include "sources/sound/sound_formats.h"
 
@@ -55,8 +56,13 @@ std::string FormatsOffered(const Session& session) {
 }
 
 std::vector<SoundFormatLine> SoundFormatsOf(const Session& session, const std::string& card) {
+  std::vector<WaveFormat> formats = session.host.sound.Formats(card, SoundFormats());
+  std::sort(formats.begin(), formats.end(), [](const WaveFormat& one, const WaveFormat& other) {
+    return std::tie(one.bits, one.samplesPerSecond, one.stereo) >
+           std::tie(other.bits, other.samplesPerSecond, other.stereo);
+  });
   std::vector<SoundFormatLine> lines;
-  for (const WaveFormat& format : session.host.sound.Formats(card, SoundFormats())) {
+  for (const WaveFormat& format : formats) {
     lines.push_back({SoundFormatRow(format), SoundFormatText(format), format.bits == 16});
   }
   return lines;

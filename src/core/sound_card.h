@@ -30,7 +30,7 @@ struct SoundFormatLine {
   bool usable = false;  ///< only 16 bit is
 };
 
-/// What `card` offers, in the order of the table; empty when it cannot be asked, as it is not there or in use.
+/// What `card` offers, those of 16 bit first, then by their rates; empty when it cannot be asked, as it is not there or in use.
 std::vector<SoundFormatLine> SoundFormatsOf(const Session& session, const std::string& card);
 
 /// Puts a row of the table into sWavFormat and stores it; it counts from the next start. -1 changes nothing.

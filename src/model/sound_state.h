@@ -15,13 +15,15 @@ struct SoundRing {
   std::int32_t RingWrite = 0;  ///< the newest sample; 0 and RingRead 0 before the first
 };
 
-/// Samples gathered for the spectrum window.
+/// Samples gathered for the spectrum window. The sides of a mono stream have an index each, since the left one leaves
+/// out what follows a transform in a buffer and the right one does not.
 struct SpectrumFeed {
   bool SpectrumActive = false;  ///< the window wants samples
   std::vector<double> SpectrumBufL;
   std::vector<double> SpectrumBufR;
   std::int32_t SpectrumIndex = 0;
-  std::int32_t SpectrumSize = 0;  ///< samples of a transform; both arrays are as long
+  std::int32_t SpectrumIndexR = 0;  ///< of the right side of a mono stream, which is gathered in a pass of its own
+  std::int32_t SpectrumSize = 0;    ///< samples of a transform; both arrays are as long
 
   /// Takes full arrays. `side`: 0 left of a mono stream, 1 right of a mono stream, 2 both. May yield.
   std::function<void(int side, const std::vector<double>& left, const std::vector<double>& right)> receive;

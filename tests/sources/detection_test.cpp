@@ -186,7 +186,15 @@ struct HandOver {
   bool operator==(const HandOver&) const = default;
 };
 
-std::vector<HandOver> HandOversOf(int size, bool stereo, int samples) {
+// Each value is the one before plus one.
+bool IsRamp(const std::vector<double>& values) {
+  for (std::size_t i = 1; i < values.size(); ++i) {
+    if (values[i] != values[i - 1] + 1) return false;
+  }
+  return true;
+}
+
+std::vector<HandOver> HandOversOf(int size, bool stereo, int samples, int buffers = 1) {
   SoundState sound;
   std::vector<HandOver> seen;
   sound.spectrum.SpectrumActive = true;
@@ -195,10 +203,15 @@ std::vector<HandOver> HandOversOf(int size, bool stereo, int samples) {
   sound.spectrum.SpectrumBufR.resize(size);
   sound.spectrum.receive = [&](int side, const std::vector<double>& left, const std::vector<double>& right) {
     seen.push_back({side, side == 1 ? right[0] : left[0]});
+    if (!stereo) {
+      EXPECT_TRUE(IsRamp(side == 1 ? right : left)) << side;
+    }
   };
   std::vector<std::int16_t> ramp(samples);
-  for (int i = 0; i < samples; ++i) ramp[i] = static_cast<std::int16_t>(i - 100);
-  (stereo ? StereoPass : MonoPass)(ramp, {}, sound);
+  for (int i = 0; i < buffers * samples; ++i) {
+    ramp[i % samples] = static_cast<std::int16_t>(i - 100);
+    if (i % samples == samples - 1) (stereo ? StereoPass : MonoPass)(ramp, {}, sound);
+  }
   return seen;
 }
 
@@ -206,6 +219,7 @@ TEST(Detection, TheSpectrumIsHandedRawSamples) {
   EXPECT_EQ(HandOversOf(16, true, 200), (std::vector<HandOver>{{2, -100}}));
   EXPECT_EQ(HandOversOf(50, false, 120), (std::vector<HandOver>{{0, -100}, {1, -100}, {1, -50}}));
   EXPECT_TRUE(HandOversOf(300, true, 200).empty());
+  EXPECT_EQ(HandOversOf(150, false, 120, 3), (std::vector<HandOver>{{0, -100}, {1, -100}, {1, 50}}));
 }
 
 }  // namespace

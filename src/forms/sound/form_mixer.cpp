@@ -19,7 +19,7 @@ QString NameOf(int source) {
 
 }  // namespace
 
-FormMixer::FormMixer(Session& session, QWidget* owner) : QWidget(owner, Qt::Window), session_(session) {
+FormMixer::FormMixer(Session& session, QWidget* owner) : QDialog(owner), session_(session) {
   setObjectName(QStringLiteral("FormMixer"));
   setWindowTitle(QStringLiteral("Tarvolt Mixer"));
   auto* layout = new QVBoxLayout(this);
@@ -114,12 +114,12 @@ void FormMixer::ShowRow(int source, const MixerView& view) {
 void FormMixer::showEvent(QShowEvent* event) {
   Refresh();
   look_.start(kLookMilliseconds);
-  QWidget::showEvent(event);
+  QDialog::showEvent(event);
 }
 
 void FormMixer::hideEvent(QHideEvent* event) {
   look_.stop();
-  QWidget::hideEvent(event);
+  QDialog::hideEvent(event);
 }
 
 }  // namespace tarvolt

@@ -1,12 +1,12 @@
 #pragma once
 
 #include <QCheckBox>
+#include <QDialog>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSlider>
 #include <QTimer>
-#include <QWidget>
 #include <array>
 
 #include "core/mixer_control.h"
@@ -17,7 +17,7 @@ namespace tarvolt {
 
 /// The mixer panel: the input that is recorded from and the volumes. What another program changes on the card is seen
 /// within a second.
-class FormMixer final : public QWidget {
+class FormMixer final : public QDialog {
  public:
   /// `session` outlives it.
   FormMixer(Session& session, QWidget* owner);

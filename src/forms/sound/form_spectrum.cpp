@@ -134,6 +134,7 @@ void FormSpectrum::MakeAnew() {
   feed_.SpectrumBufL.assign(size, 0);
   feed_.SpectrumBufR.assign(size, 0);
   feed_.SpectrumIndex = 0;
+  feed_.SpectrumIndexR = 0;
   feed_.SpectrumSize = static_cast<std::int32_t>(size);
   TakeSettings();
   Draw();
@@ -159,6 +160,7 @@ void FormSpectrum::showEvent(QShowEvent* event) {
     Take(side, left, right);
   };
   feed_.SpectrumIndex = 0;
+  feed_.SpectrumIndexR = 0;
   feed_.SpectrumActive = true;
   QWidget::showEvent(event);
 }

@@ -195,34 +195,37 @@ void Accumulate(double powerL, double powerR, SoundState& sound) {
   sound.SoundAccumR[kPower] += powerR;
 }
 
-/// True when the spectrum wants samples and has the room that it says it has.
-bool Gathers(const SpectrumFeed& feed) {
+/// True when the spectrum wants samples and has the room at `index` that it says it has.
+bool Gathers(const SpectrumFeed& feed, std::int32_t index) {
   const auto size = static_cast<std::size_t>(std::max(feed.SpectrumSize, 0));
   return feed.SpectrumActive && size > 0 && feed.SpectrumBufL.size() >= size && feed.SpectrumBufR.size() >= size &&
-         feed.SpectrumIndex >= 0 && feed.SpectrumIndex < feed.SpectrumSize;
+         index >= 0 && index < feed.SpectrumSize;
 }
 
 /// Steps on; true when the arrays were full and have been handed over.
-bool HandOverWhenFull(SpectrumFeed& feed, int side) {
-  if (++feed.SpectrumIndex < feed.SpectrumSize) return false;
+bool HandOverWhenFull(SpectrumFeed& feed, std::int32_t& index, int side) {
+  if (++index < feed.SpectrumSize) return false;
   if (feed.receive) feed.receive(side, feed.SpectrumBufL, feed.SpectrumBufR);
-  feed.SpectrumIndex = 0;
+  index = 0;
   return true;
 }
 
 void FeedStereo(std::span<const std::int16_t> samples, SpectrumFeed& feed) {
-  for (std::size_t i = 0; i + 1 < samples.size() && Gathers(feed); i += 2) {
-    feed.SpectrumBufL[feed.SpectrumIndex] = samples[i];
-    feed.SpectrumBufR[feed.SpectrumIndex] = samples[i + 1];
-    if (HandOverWhenFull(feed, 2)) return;
+  std::int32_t& index = feed.SpectrumIndex;
+  for (std::size_t i = 0; i + 1 < samples.size() && Gathers(feed, index); i += 2) {
+    feed.SpectrumBufL[index] = samples[i];
+    feed.SpectrumBufR[index] = samples[i + 1];
+    if (HandOverWhenFull(feed, index, 2)) return;
   }
 }
 
 // The left side hands over once a buffer, the right side as often as its array is full (meant).
 void FeedMono(std::span<const std::int16_t> samples, bool isLeft, SpectrumFeed& feed) {
-  for (std::size_t i = 0; i < samples.size() && Gathers(feed); ++i) {
-    (isLeft ? feed.SpectrumBufL : feed.SpectrumBufR)[feed.SpectrumIndex] = samples[i];
-    if (HandOverWhenFull(feed, isLeft ? 0 : 1) && isLeft) return;
+  std::vector<double>& side = isLeft ? feed.SpectrumBufL : feed.SpectrumBufR;
+  std::int32_t& index = isLeft ? feed.SpectrumIndex : feed.SpectrumIndexR;
+  for (std::size_t i = 0; i < samples.size() && Gathers(feed, index); ++i) {
+    side[index] = samples[i];
+    if (HandOverWhenFull(feed, index, isLeft ? 0 : 1) && isLeft) return;
   }
 }
 
