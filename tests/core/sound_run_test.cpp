@@ -184,10 +184,12 @@ TEST_F(SoundRun, ACardThatIsPulledOutIsOpenedAgainByItsName) {
   const std::size_t before = Stored().size();
   EXPECT_TRUE(station.Running());
   EXPECT_TRUE(station.Logged("The sound input USB,0: Receiver, Line was lost: No such device"));
+  EXPECT_EQ(station.View().StatusText, "Sound lost: USB,0: Receiver, Line");
   EXPECT_TRUE(station.host.dialogs.HasShown("was lost: No such device"));
   station.host.sound.Plug(kCard, Steady);
   station.RunFor(60s);
   EXPECT_NEAR(static_cast<double>(Stored().size() - before), 590, 21);
+  EXPECT_EQ(station.View().StatusText, "");
   EXPECT_TRUE(station.Logged("Sound is back from USB,0: Receiver, Line. The gap is 9")) << station.Log();
   EXPECT_EQ(station.host.sound.OpenNow(), 1);
 }

@@ -13,7 +13,7 @@
 namespace tarvolt {
 namespace {
 
-constexpr double kSecond = 1000;         // milliseconds
+constexpr double kSecond = 1000;          // milliseconds
 constexpr int kOverRunLinesASecond = 10;  // a flood of lines would cost more buffers yet
 
 constexpr const char* kBusyWords = "Sound buffer filled while last data was still being processed.";
@@ -115,6 +115,7 @@ void SoundInput::Close() {
     session_.Add2SLog("Sound buffers lost: " + NumberText(sound_.overRuns));
   }
   sound_.overRuns = 0;
+  trouble_.clear();
   request_ = Request{};
 }
 

@@ -55,9 +55,6 @@ class SoundInput {
 
   bool IsOpen() const { return device_ != nullptr; }
 
-  /// True from the loss of the device, or from its falling silent, until it delivers again.
-  bool IsLost() const { return lost_; }
-
   /// The device as the level meter of a data source: stopped, set to buffers of Pbuffer bytes and started, opened
   /// before when it is not.
   void StartLevelMeter();
@@ -85,6 +82,7 @@ class SoundInput {
   double Patience() const;
   bool InRun() const;
   void Announce(const std::string& text);
+  void ShowTrouble();
 
   Session& session_;
   ChartWindow& window_;
@@ -93,6 +91,7 @@ class SoundInput {
   Request request_;
   std::vector<std::int16_t> samples_;  ///< the buffer in hand
   std::unique_ptr<Timer> watchTimer_;
+  std::string trouble_;   ///< what the status line was given to tell; empty when all is well
   bool running_ = false;  ///< started and not paused or stopped
   bool lost_ = false;
   bool rewinds_ = false;   ///< opening it again would begin it anew, as with a file

@@ -34,6 +34,21 @@ void SoundInput::Announce(const std::string& text) {
   session_.Tell("Tarvolt", text);
 }
 
+// The status line of a run tells it as long as it lasts, unless another message is there.
+void SoundInput::ShowTrouble() {
+  std::string& line = window_.view.StatusText;
+  const bool isTrouble = window_.run.ChartRunning && (lost_ || silent_);
+  const bool wasShown = !trouble_.empty() && line == trouble_;
+  if (!isTrouble) {
+    if (wasShown) line.clear();
+    trouble_.clear();
+    return;
+  }
+  const bool isNew = trouble_.empty();
+  trouble_ = (lost_ ? "Sound lost: " : "Sound gives zeros alone: ") + request_.name;
+  if (isNew || wasShown || line.empty()) line = trouble_;
+}
+
 void SoundInput::BeginWatching() {
   if (!watchTimer_) {
     watchTimer_ = session_.host.loop.MakeTimer([this] { Watch(); });
@@ -51,6 +66,7 @@ void SoundInput::LookAgainFor(std::int32_t bufferBytes) {
 }
 
 void SoundInput::Watch() {
+  ShowTrouble();
   if (opening_) return;
   if (lost_) return TryAgain();
   if (!running_) return;
