@@ -99,6 +99,9 @@ TEST(StationSoundServer, ALiveToneIsMeasuredAndAServerThatHangsIsOutlived) {
   const std::vector<std::int16_t> tone = Tone(20);
   const SoundServer server;
   ASSERT_TRUE(server.IsUp());
+  RunningProgram list("tarvoltd", {"--list-sound"}, server.Variables());
+  EXPECT_EQ(list.ExitStatus(), 0);
+  EXPECT_TRUE(list.Output().starts_with("default: Sound server\n     0  44100 Hz 16 Bit Stereo\n")) << list.Output();
   std::vector<std::string> arguments = {"--start"};
   for (const char* setting :
        {"Dsrc0=1", "Dsrc1=1", "Dsrc2=1", "Dsrc3=2", "Dsrc4=2", "Dsrc5=2", "Detection0=1", "Detection1=2",

@@ -92,6 +92,14 @@ TEST(StationSound, AFileIsPlayedInRealTime) {
   EXPECT_NEAR(span / static_cast<double>(recorded.times.size() - 1), 0.05, 0.01);
 }
 
+TEST(StationSound, TheListTellsThatThereIsNoInput) {
+  RunningProgram list("tarvoltd", {"--list-sound"}, {"PULSE_SERVER=", "XDG_RUNTIME_DIR=/nowhere"});
+  EXPECT_EQ(list.ExitStatus(), 0);
+  if (!std::filesystem::exists("/proc/asound/cards")) {
+    EXPECT_EQ(list.Output(), "None Available\n");
+  }
+}
+
 TEST(StationSound, AMissingFileIsRefusedAndNothingElseIsRecorded) {
   const Home home;
   RunningStation station(home, Listening("file:/nowhere/at/all.wav", {}));

@@ -65,6 +65,8 @@ StationOptions ParseStationOptions(const std::string& program, const std::string
   app.add_flag("--start", options.start, "Start a chart at once" + end);
   app.add_option("--seconds", options.seconds, "End after so many seconds of recording")
       ->check(CLI::Range(0.001, 2147483.0));
+  app.add_flag("--list-sound", options.listSound,
+               "Print the sound inputs, with their formats behind the numbers of sWavFormat, and exit");
   app.add_flag("--quiet", options.quiet, "Print nothing but errors");
   app.add_option("commands", slash,
                  "Slash commands: /S /C /SC /NM /ILS text /L file /PF file, or the name of a data file (.tvd) to open");

@@ -19,6 +19,7 @@ struct StationOptions {
   bool start = false;
   double seconds = 0;  ///< length of the recording; 0 means until it is ended
   bool quiet = false;
+  bool listSound = false;     ///< print the sound inputs and leave
   std::string slashCommands;  ///< as one text
 
   bool finished = false;  ///< help, version or an error has been printed: leave with exitStatus

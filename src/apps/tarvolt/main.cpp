@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "apps/common/options.h"
+#include "apps/common/sound_list.h"
 #include "apps/tarvolt/desktop_station.h"
 #include "forms/dialogs/desktop_dialogs.h"
 #include "host/disk_path.h"
@@ -26,6 +27,10 @@ int main(int argc, char** argv) {
   auto chosen = std::make_unique<DesktopDialogs>();
   DesktopDialogs& dialogs = *chosen;
   const std::unique_ptr<HostOwner> owner = MakeHost(application, std::move(chosen));
+  if (options.listSound) {
+    PrintSoundInputs(owner->host.sound, std::cout);
+    return 0;
+  }
   UnixSignals stopSignals(owner->loop);
 
   const std::filesystem::path home = FindHome(options.home.empty() ? std::nullopt : std::optional(options.home));

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "apps/common/options.h"
+#include "apps/common/sound_list.h"
 #include "apps/tarvoltd/station.h"
 #include "host/disk_path.h"
 #include "host/headless_dialogs.h"
@@ -23,6 +24,10 @@ int main(int argc, char** argv) {
     if (station) station->TakeDialogText(line);
   });
   const std::unique_ptr<HostOwner> owner = MakeHost(application, std::move(dialogs));
+  if (options.listSound) {
+    PrintSoundInputs(owner->host.sound, std::cout);
+    return 0;
+  }
   UnixSignals stopSignals(owner->loop);
   TerminalKeys keys(owner->loop);
 
