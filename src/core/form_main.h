@@ -101,7 +101,10 @@ class FormMain final : public RunControl {
   bool HasSoundInput() const { return HasSoundCard(session_.settings); }
 
   /// The levels of the sound input now.
-  SoundLevels Levels() const { return recorder_.sound.IsOpen() ? LevelsNow(recorder_.window) : SoundLevels(); }
+  SoundLevels Levels() const { return LevelsNow(recorder_.window, recorder_.sound); }
+
+  /// Where a level meter asks for the highest samples.
+  LevelFeed& HighestSamples() { return recorder_.window.sound.levels; }
 
   /// Frames a second of the sound input, as it was opened last.
   double SoundRate() const { return recorder_.sound.Format().samplesPerSecond; }

@@ -88,10 +88,19 @@ SoundFacts SoundFactsOf(const Session& session, const Settings& settings) {
   return {HasSoundCard(settings), SoundFormatText(SoundFormatInUse(session, settings))};
 }
 
-SoundLevels LevelsNow(const ChartWindow& window) {
-  if (!window.run.ChartRunning) return {};
+SoundLevels LevelsNow(const ChartWindow& window, const SoundInput& input) {
+  SoundLevels levels;
+  if (!window.run.ChartRunning || !(input.IsOpen() || input.IsLost())) return levels;
   const SoundState& sound = window.sound;
-  return {true, sound.LastPeakL, sound.LastPeakR, sound.LastAvgL, sound.LastAvgR};
+  levels.live = true;
+  levels.lost = input.IsLost();
+  levels.hasL = input.LooksAt(0);
+  levels.hasR = input.LooksAt(1);
+  levels.peakL = sound.LastPeakL;
+  levels.peakR = sound.LastPeakR;
+  levels.avgL = sound.LastAvgL;
+  levels.avgR = sound.LastAvgR;
+  return levels;
 }
 
 }  // namespace tarvolt

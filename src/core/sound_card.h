@@ -8,6 +8,7 @@
 #include "model/chart_window.h"
 #include "model/session.h"
 #include "platform/wave_in_device.h"
+#include "sources/sound/sound_input.h"
 
 namespace tarvolt {
 
@@ -30,7 +31,8 @@ struct SoundFormatLine {
   bool usable = false;  ///< only 16 bit is
 };
 
-/// What `card` offers, those of 16 bit first, then by their rates; empty when it cannot be asked, as it is not there or in use.
+/// What `card` offers, those of 16 bit first, then by their rates; empty when it cannot be asked, as it is not there or
+/// in use.
 std::vector<SoundFormatLine> SoundFormatsOf(const Session& session, const std::string& card);
 
 /// Puts a row of the table into sWavFormat and stores it; it counts from the next start. -1 changes nothing.
@@ -42,9 +44,12 @@ std::vector<std::string> SoundCardsToChoose(const Session& session, const Settin
 /// What the options are checked against.
 SoundFacts SoundFactsOf(const Session& session, const Settings& settings);
 
-/// The levels of the sound input for a meter, in sample units above the background.
+/// The readings of the sound input for a meter, in sample units above the background.
 struct SoundLevels {
   bool live = false;  ///< a run is reading them; otherwise all are 0
+  bool lost = false;  ///< the input is lost, and the readings are its last ones
+  bool hasL = true;   ///< the side is looked at
+  bool hasR = true;
   double peakL = 0;
   double peakR = 0;
   double avgL = 0;
@@ -52,6 +57,6 @@ struct SoundLevels {
 };
 
 /// Those of the newest buffer of a run, 0 at rest. Takes nothing from what the run has gathered.
-SoundLevels LevelsNow(const ChartWindow& window);
+SoundLevels LevelsNow(const ChartWindow& window, const SoundInput& input);
 
 }  // namespace tarvolt

@@ -25,8 +25,29 @@ struct SpectrumFeed {
   std::int32_t SpectrumIndexR = 0;  ///< of the right side of a mono stream, which is gathered in a pass of its own
   std::int32_t SpectrumSize = 0;    ///< samples of a transform; both arrays are as long
 
+  /// What has gathered belongs to no whole transform: the next sample does not follow on the last.
+  void BeginAnew() {
+    SpectrumIndex = 0;
+    SpectrumIndexR = 0;
+  }
+
   /// Takes full arrays. `side`: 0 left of a mono stream, 1 right of a mono stream, 2 both. May yield.
   std::function<void(int side, const std::vector<double>& left, const std::vector<double>& right)> receive;
+};
+
+/// The highest samples for a level meter, which must not miss a short one between two looks.
+struct LevelFeed {
+  bool active = false;     ///< a meter is on the screen
+  int buffers = 0;         ///< since it looked last
+  std::int32_t highL = 0;  ///< the size of the highest sample of the left side in them, background and all
+  std::int32_t highR = 0;
+
+  /// The meter has looked.
+  void BeginAnew() {
+    buffers = 0;
+    highL = 0;
+    highR = 0;
+  }
 };
 
 /// What the sound input of a window has brought. Written by the buffer handler, read by the ticks, the meters, the
@@ -51,6 +72,7 @@ struct SoundState {
 
   SoundRing ring;
   SpectrumFeed spectrum;
+  LevelFeed levels;
   std::int64_t overRuns = 0;  ///< buffers lost in this run
 
   /// Empties the sums and the counts, as each read of the channels does at its end.

@@ -385,6 +385,37 @@ TEST_F(SoundRun, HoursOfRoughWeatherKeepTheRunItsValuesAndItsClock) {
   EXPECT_LE(mixed, 4 * kHours) << "stamps and sound go together";
 }
 
+// A ramp of frames: an array that holds a piece of the signal from each side of a gap is none.
+TEST_F(SoundRun, NoTransformSpansAGap) {
+  SimSound& sound = station.host.sound;
+  sound.Plug(kCard, [](std::int64_t frame) { return std::pair(static_cast<int>(frame % 32768), 0); });
+  station.Set("TimerType", 1).Boot();
+  SpectrumFeed& feed = station.Form().Spectrum();
+  feed.SpectrumActive = true;
+  feed.SpectrumSize = 3000;  // several buffers
+  feed.SpectrumBufL.resize(3000);
+  feed.SpectrumBufR.resize(3000);
+  int arrays = 0;
+  feed.receive = [&](int, const std::vector<double>& left, const std::vector<double>&) {
+    ++arrays;
+    for (std::size_t i = 1; i < left.size(); ++i) {
+      const double step = left[i] - left[i - 1];
+      ASSERT_TRUE(step == 1 || step == -32767) << i << ": " << step;
+    }
+  };
+  for (int run = 0; run < 3; ++run) {
+    station.StartChart();
+    station.RunFor(10s + std::chrono::milliseconds(130 * run));
+    sound.Unplug(kCard);
+    station.RunFor(7s);
+    sound.Plug(kCard, [](std::int64_t frame) { return std::pair(static_cast<int>(frame % 32768), 0); });
+    station.RunFor(10s);
+    station.StopChart();
+    station.RunFor(1s);
+  }
+  EXPECT_GT(arrays, 90);
+}
+
 TEST_F(SoundRun, LogsTurnOverWithoutLosingABufferAndKeepTheirClock) {
   station.Set("TimerType", 1).Set("MaxArrayCount", 50).Set("MetaDataActive", 1).StartChart();
   station.RunFor(12s);

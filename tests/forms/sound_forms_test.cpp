@@ -35,7 +35,7 @@ TEST(SoundForms, TheToneOfARunIsSeenInTheSpectrumAndTheMeters) {
   desk.Choose("mnuMeters");
   desk.Choose("mnuSpectrum");
   EXPECT_TRUE(feed.SpectrumActive);
-  EXPECT_EQ(desk.LabelText("LblStrongest"), QStringLiteral("No sound is being recorded."));
+  EXPECT_EQ(desk.LabelText("LblSpectrumState"), QStringLiteral("No sound is being recorded.  "));
   desk.station.StartChart();
   for (int i = 0; i < 20; ++i) {
     desk.station.RunFor(500ms);

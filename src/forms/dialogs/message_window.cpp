@@ -35,7 +35,9 @@ void MessageWindow::Add(const QString& title, const QString& text) {
   text_->appendPlainText(title);
   text_->appendPlainText(text);
   text_->moveCursor(QTextCursor::End);
+  setWindowState(windowState() & ~Qt::WindowMinimized);
   show();
+  raise();  // in front of the main window, and without its focus
 }
 
 }  // namespace tarvolt

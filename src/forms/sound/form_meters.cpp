@@ -17,7 +17,7 @@ QString ReadingText(double counts) {
 
 }  // namespace
 
-FormMeters::FormMeters(QWidget* owner) : QWidget(owner, Qt::Window) {
+FormMeters::FormMeters(LevelFeed& feed, QWidget* owner) : QWidget(owner, Qt::Window), feed_(feed) {
   setObjectName(QStringLiteral("FormMeters"));
   setWindowTitle(QStringLiteral("Sound Levels"));
   auto* grid = new QGridLayout(this);
@@ -28,8 +28,11 @@ FormMeters::FormMeters(QWidget* owner) : QWidget(owner, Qt::Window) {
     label->setToolTip(tip);
     grid->addWidget(label, row, 0);
   };
-  caption(2, QStringLiteral("Peak\n"), QStringLiteral("Decibels of full scale, and the reading in sample units"));
-  caption(3, QStringLiteral("Average\n"), QStringLiteral("Decibels of full scale, and the reading in sample units"));
+  caption(2, QStringLiteral("Peak\n"),
+          QStringLiteral("What the chart reads: the mean of the highest samples of ten parts of a buffer, above the "
+                         "background, in decibels of full scale and in sample units"));
+  caption(3, QStringLiteral("Average\n"),
+          QStringLiteral("What the chart reads, above the background, in decibels of full scale and in sample units"));
   AddSide(0, QStringLiteral("Left"));
   AddSide(1, QStringLiteral("Right"));
   grid->setRowStretch(1, 1);
@@ -44,6 +47,10 @@ FormMeters::FormMeters(QWidget* owner) : QWidget(owner, Qt::Window) {
   keepsRoom.setRetainSizeWhenHidden(true);
   state_->setSizePolicy(keepsRoom);
   grid->addWidget(state_, 4, 0, 1, 3);
+}
+
+FormMeters::~FormMeters() {
+  feed_.active = false;
 }
 
 void FormMeters::AddSide(int side, const QString& title) {
@@ -67,17 +74,45 @@ void FormMeters::AddSide(int side, const QString& title) {
   parts.average = reading(3, QStringLiteral("LblAvg"));
 }
 
-void FormMeters::Refresh(const SoundLevels& levels, double now) {
-  state_->setVisible(!levels.live);
-  ShowSide(sides_[0], levels, levels.peakL, levels.avgL, now);
-  ShowSide(sides_[1], levels, levels.peakR, levels.avgR, now);
+void FormMeters::showEvent(QShowEvent* event) {
+  feed_.BeginAnew();
+  feed_.active = true;
+  QWidget::showEvent(event);
 }
 
-void FormMeters::ShowSide(Side& side, const SoundLevels& levels, double peak, double average, double now) {
-  side.mark.Update(DecibelsFullScale(peak), now);
-  side.bar->Show(DecibelsFullScale(peak), DecibelsFullScale(average), side.mark.Level());
-  side.peak->setText(levels.live ? ReadingText(peak) : QStringLiteral("-\n"));
-  side.average->setText(levels.live ? ReadingText(average) : QStringLiteral("-\n"));
+void FormMeters::hideEvent(QHideEvent* event) {
+  feed_.active = false;
+  QWidget::hideEvent(event);
+}
+
+void FormMeters::Refresh(const SoundLevels& levels, double now) {
+  state_->setText(levels.lost ? QStringLiteral("The sound input is lost.")
+                              : QStringLiteral("No sound is being recorded."));
+  state_->setVisible(!levels.live || levels.lost);
+  const bool delivers = levels.live && !levels.lost;
+  if (!delivers || feed_.buffers > 0) {
+    TakeHighest(sides_[0], delivers && levels.hasL ? feed_.highL : 0, now);
+    TakeHighest(sides_[1], delivers && levels.hasR ? feed_.highR : 0, now);
+    feed_.BeginAnew();
+  }
+  ShowSide(sides_[0], {delivers && levels.hasL, levels.peakL, levels.avgL}, now);
+  ShowSide(sides_[1], {delivers && levels.hasR, levels.peakR, levels.avgR}, now);
+}
+
+void FormMeters::TakeHighest(Side& side, std::int32_t highest, double now) {
+  constexpr std::int32_t kEndOfScale = 32767;
+  side.highest = DecibelsFullScale(highest);
+  if (highest >= kEndOfScale) side.clippedAt = now;
+}
+
+void FormMeters::ShowSide(Side& side, const Reading& reading, double now) {
+  constexpr double kClipShown = 3000;  // milliseconds
+  side.mark.Update(side.highest, now);
+  const double average = reading.live ? DecibelsFullScale(reading.average) : kLowestDecibels;
+  const bool clips = side.clippedAt > 0 && now - side.clippedAt < kClipShown;
+  side.bar->Show(side.highest, average, side.mark.Level(), clips);
+  side.peak->setText(reading.live ? ReadingText(reading.peak) : QStringLiteral("-\n"));
+  side.average->setText(reading.live ? ReadingText(reading.average) : QStringLiteral("-\n"));
 }
 
 }  // namespace tarvolt

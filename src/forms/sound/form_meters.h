@@ -6,17 +6,25 @@
 
 #include "core/sound_card.h"
 #include "forms/sound/level_bar.h"
+#include "model/sound_state.h"
 #include "sources/sound/level_meter.h"
 
 namespace tarvolt {
 
-/// The levels of the sound input: a bar and the readings of each side.
+/// The levels of the sound input. The bars stand at the highest samples since the last look, whatever the run makes of
+/// them; below them are the run's own readings.
 class FormMeters final : public QWidget {
  public:
-  explicit FormMeters(QWidget* owner);
+  /// `feed` outlives it.
+  FormMeters(LevelFeed& feed, QWidget* owner);
+  ~FormMeters() override;
 
   /// Shows the levels now; `now` are monotonic milliseconds.
   void Refresh(const SoundLevels& levels, double now);
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
 
  private:
   struct Side {
@@ -24,11 +32,22 @@ class FormMeters final : public QWidget {
     QLabel* peak = nullptr;
     QLabel* average = nullptr;
     PeakMark mark;
+    double highest = kLowestDecibels;  ///< of the buffers that came last
+    double clippedAt = 0;              ///< 0 for never
+  };
+
+  /// What a run reads of a side.
+  struct Reading {
+    bool live = false;
+    double peak = 0;
+    double average = 0;
   };
 
   void AddSide(int side, const QString& title);
-  void ShowSide(Side& side, const SoundLevels& levels, double peak, double average, double now);
+  static void TakeHighest(Side& side, std::int32_t highest, double now);
+  static void ShowSide(Side& side, const Reading& reading, double now);
 
+  LevelFeed& feed_;
   std::array<Side, 2> sides_;
   QLabel* state_;
 };

@@ -1,8 +1,12 @@
 #include "forms/sound/form_spectrum.h"
 
 #include <QHBoxLayout>
+#include <QMouseEvent>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
+#include <QWheelEvent>
+#include <algorithm>
 
 #include "forms/plot/qcp.h"
 #include "forms/qt_text.h"
@@ -15,6 +19,11 @@ constexpr double kBottom = -130;
 constexpr double kTop = 3;
 constexpr int kUsualSize = 2;  // the place of 4096 in the list
 constexpr int kMostAveraged = 1000;
+constexpr std::size_t kMostWaiting = 8;  // transforms; a screen that draws slower than that loses some
+constexpr double kLowestShown = -200;
+constexpr double kHighestShown = 20;
+constexpr double kLeastBinsShown = 8;
+constexpr int kPeakLighter = 190;  // percent, so that held peaks stand apart from the level in front of them
 
 QString SideName(int side) {
   return side == 0 ? QStringLiteral("Left") : QStringLiteral("Right");
@@ -36,7 +45,7 @@ FormSpectrum::FormSpectrum(SpectrumFeed& feed, QWidget* owner) : QWidget(owner, 
   MakeControls();
   layout->addWidget(plot_, 1);
   MakeAnew();
-  resize(860, 480);
+  resize(QSize(860, 480).boundedTo(screen()->availableSize()));
 }
 
 FormSpectrum::~FormSpectrum() {
@@ -73,10 +82,20 @@ void FormSpectrum::MakeControls() {
   clear->setToolTip(QStringLiteral("Begins the mean and the held peaks anew"));
   row->addWidget(clear);
   row->addStretch();
-  strongest_ = new QLabel(this);
-  strongest_->setObjectName(QStringLiteral("LblStrongest"));
+  const auto label = [&](const char* name) {
+    auto* words = new QLabel(this);
+    words->setObjectName(QString::fromLatin1(name));
+    return words;
+  };
+  state_ = label("LblSpectrumState");
+  state_->setText(QStringLiteral("No sound is being recorded."));
+  strongest_ = label("LblStrongest");
+  atPointer_ = label("LblPointer");
   auto* below = new QHBoxLayout;
+  below->addWidget(state_);
   below->addWidget(strongest_);
+  below->addStretch();
+  below->addWidget(atPointer_);
   auto* column = static_cast<QVBoxLayout*>(layout());
   column->addLayout(row);
   column->addLayout(below);
@@ -102,26 +121,68 @@ void FormSpectrum::MakePlot() {
   plot_->yAxis->setLabel(QStringLiteral("dB of full scale"));
   plot_->yAxis->setRange(kBottom, kTop);
   plot_->setInteractions(QCP::iRangeDrag | QCP::iRangeZoom);
-  plot_->axisRect()->setRangeDrag(Qt::Horizontal);
-  plot_->axisRect()->setRangeZoom(Qt::Horizontal);
   plot_->setNoAntialiasingOnDrag(true);
+  plot_->setMinimumHeight(160);
+  const auto add = [&](const QColor& color, const QString& name) {
+    QCPGraph* graph = plot_->addGraph();
+    graph->setPen(QPen(color, 1));
+    graph->setAntialiased(false);
+    graph->setName(name);
+    return graph;
+  };
   for (int side = 0; side < 2; ++side) {
-    const auto add = [&](Qt::PenStyle style, const QString& name) {
-      QCPGraph* graph = plot_->addGraph();
-      graph->setPen(QPen(ColorOfSide(side), 1, style));
-      graph->setAntialiased(false);
-      graph->setName(name);
-      return graph;
-    };
-    sides_[side].level = add(Qt::SolidLine, SideName(side));
-    sides_[side].peak = add(Qt::DotLine, SideName(side) + QStringLiteral(", peak"));
+    sides_[side].peak = add(ColorOfSide(side).lighter(kPeakLighter), SideName(side) + QStringLiteral(", peak"));
   }
+  for (int side = 0; side < 2; ++side) sides_[side].level = add(ColorOfSide(side), SideName(side));
   plot_->legend->setVisible(true);
-  plot_->setToolTip(QStringLiteral("Wheel zooms, drag moves, double click shows all"));
-  connect(plot_, &QCustomPlot::mouseDoubleClick, this, [this] {
-    plot_->xAxis->setRange(0, rate_ / 2);
-    plot_->replot(QCustomPlot::rpQueuedReplot);
+  plot_->setToolTip(QStringLiteral("Wheel zooms, drag moves, on an axis that axis alone; double click shows all"));
+  connect(plot_, &QCustomPlot::mouseDoubleClick, this, [this] { ShowAll(); });
+  connect(plot_, &QCustomPlot::mouseWheel, this,
+          [this](const QWheelEvent* event) { TurnWheelAndDrag(event->position()); });
+  connect(plot_, &QCustomPlot::mousePress, this,
+          [this](const QMouseEvent* event) { TurnWheelAndDrag(event->position()); });
+  connect(plot_, &QCustomPlot::mouseMove, this, [this](const QMouseEvent* event) {
+    pointer_ = plot_->xAxis->pixelToCoord(event->position().x());
+    ShowPointer();
   });
+  for (const QCPAxis* axis : {plot_->xAxis, plot_->yAxis}) {
+    connect(axis, qOverload<const QCPRange&>(&QCPAxis::rangeChanged), this, [this] { HoldToScale(); });
+  }
+  plot_->installEventFilter(this);
+}
+
+void FormSpectrum::ShowAll() {
+  plot_->xAxis->setRange(0, rate_ / 2);
+  plot_->yAxis->setRange(kBottom, kTop);
+  plot_->replot(QCustomPlot::rpQueuedReplot);
+}
+
+// Beside the plot the wheel and a drag are for decibels, elsewhere for frequencies.
+void FormSpectrum::TurnWheelAndDrag(const QPointF& pointer) {
+  const bool isOnDecibels = pointer.x() < plot_->axisRect()->left();
+  plot_->axisRect()->setRangeZoom(isOnDecibels ? Qt::Vertical : Qt::Horizontal);
+  plot_->axisRect()->setRangeDrag(isOnDecibels ? Qt::Vertical : Qt::Horizontal);
+}
+
+// Neither axis leaves what there is to see, nor shrinks to nothing. A range that is moved keeps its width.
+void FormSpectrum::HoldToScale() {
+  const auto hold = [](QCPAxis& axis, double low, double high, double least) {
+    const QCPRange now = axis.range();
+    const double size = std::clamp(now.size(), least, high - low);
+    const double from = std::clamp(now.center() - size / 2, low, high - size);
+    const QSignalBlocker once(axis);
+    axis.setRange(from, from + size);
+  };
+  if (rate_ > 0) hold(*plot_->xAxis, 0, rate_ / 2, kLeastBinsShown * rate_ / size_->currentData().toInt());
+  hold(*plot_->yAxis, kLowestShown, kHighestShown, 1);
+}
+
+bool FormSpectrum::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Leave) {
+    pointer_.reset();
+    ShowPointer();
+  }
+  return QWidget::eventFilter(watched, event);
 }
 
 // Buffers of the new size; what is on its way in those of the old one is dropped.
@@ -133,8 +194,7 @@ void FormSpectrum::MakeAnew() {
   }
   feed_.SpectrumBufL.assign(size, 0);
   feed_.SpectrumBufR.assign(size, 0);
-  feed_.SpectrumIndex = 0;
-  feed_.SpectrumIndexR = 0;
+  feed_.BeginAnew();
   feed_.SpectrumSize = static_cast<std::int32_t>(size);
   TakeSettings();
   Draw();
@@ -159,80 +219,105 @@ void FormSpectrum::showEvent(QShowEvent* event) {
   feed_.receive = [this](int side, const std::vector<double>& left, const std::vector<double>& right) {
     Take(side, left, right);
   };
-  feed_.SpectrumIndex = 0;
-  feed_.SpectrumIndexR = 0;
+  feed_.BeginAnew();
   feed_.SpectrumActive = true;
   QWidget::showEvent(event);
 }
 
-// A window that is only minimised is hidden as well, and needs no samples either.
+// A window that is only minimised needs no samples either, and keeps what it has gathered.
 void FormSpectrum::hideEvent(QHideEvent* event) {
   feed_.SpectrumActive = false;
-  Clear();
+  if (!event->spontaneous()) Clear();
   QWidget::hideEvent(event);
 }
 
 // Called inside the handler of a sound buffer: it only keeps the samples.
 void FormSpectrum::Take(int side, const std::vector<double>& left, const std::vector<double>& right) {
   constexpr int kBoth = 2;
-  if (side == 0 || side == kBoth) sides_[0].waiting = left;
-  if (side == 1 || side == kBoth) sides_[1].waiting = right;
+  const auto keep = [](Side& taker, const std::vector<double>& samples) {
+    if (taker.waiting.size() < kMostWaiting) taker.waiting.push_back(samples);
+  };
+  if (side == 0 || side == kBoth) keep(sides_[0], left);
+  if (side == 1 || side == kBoth) keep(sides_[1], right);
 }
 
-void FormSpectrum::Refresh(double samplesPerSecond, bool live) {
+void FormSpectrum::Refresh(double samplesPerSecond, const SoundLevels& levels) {
   bool fresh = false;
   if (samplesPerSecond != rate_) {
     rate_ = samplesPerSecond;
-    plot_->xAxis->setRange(0, rate_ / 2);
     Clear();
+    ShowAll();
   }
   for (Side& side : sides_) {
-    if (side.waiting.empty()) continue;
-    side.spectrum->Add(side.waiting);
+    for (const std::vector<double>& samples : side.waiting) side.spectrum->Add(samples);
+    fresh = fresh || !side.waiting.empty();
     side.waiting.clear();
-    fresh = true;
   }
   if (fresh) Draw();
-  ShowStrongest(live);
+  ShowState(levels);
 }
 
 void FormSpectrum::Draw() {
-  for (int place = 0; place < 2; ++place) {
-    Side& side = sides_[place];
+  for (Side& side : sides_) {
     const std::vector<double> levels = side.spectrum->Levels();
     const std::vector<double> peaks = peakHold_->isChecked() ? side.spectrum->Peaks() : std::vector<double>();
     QVector<double> hertz(static_cast<qsizetype>(levels.size()));
-    for (std::size_t bin = 0; bin < levels.size(); ++bin) {
-      hertz[static_cast<qsizetype>(bin)] = side.spectrum->HertzOf(bin, rate_);
+    for (qsizetype bin = 0; bin < hertz.size(); ++bin) {
+      hertz[bin] = side.spectrum->HertzOf(static_cast<double>(bin), rate_);
     }
     const auto show = [&](QCPGraph& graph, const std::vector<double>& values) {
       graph.setData(values.empty() ? QVector<double>() : hertz, QVector<double>(values.begin(), values.end()), true);
-      if (values.empty()) {
-        graph.removeFromLegend();
-      } else {
-        graph.addToLegend();
-      }
     };
     show(*side.level, levels);
     show(*side.peak, peaks);
   }
+  plot_->legend->clearItems();
+  for (QCPGraph* Side::*graph : {&Side::level, &Side::peak}) {
+    for (Side& side : sides_) {
+      if (!(side.*graph)->data()->isEmpty()) (side.*graph)->addToLegend();
+    }
+  }
   plot_->legend->setVisible(plot_->legend->itemCount() > 0);
   plot_->replot(QCustomPlot::rpQueuedReplot);
+  ShowStrongest();
+  ShowPointer();
 }
 
-void FormSpectrum::ShowStrongest(bool live) {
-  QString text;
+void FormSpectrum::ShowState(const SoundLevels& levels) {
+  const QString text = levels.lost   ? QStringLiteral("The sound input is lost.  ")
+                       : levels.live ? QString()
+                                     : QStringLiteral("No sound is being recorded.  ");
+  if (state_->text() != text) state_->setText(text);
+}
+
+void FormSpectrum::ShowStrongest() {
+  QStringList lines;
   for (int place = 0; place < 2; ++place) {
-    const std::vector<double> levels = sides_[place].spectrum->Levels();
+    const Spectrum& spectrum = *sides_[place].spectrum;
+    const std::vector<double> levels = spectrum.Levels();
     if (levels.empty()) continue;
-    const std::size_t bin = StrongestBin(levels);
-    if (!text.isEmpty()) text += QStringLiteral("      ");
-    text += QStringLiteral("%1: strongest at %2 Hz, %3 dB")
-                .arg(SideName(place), ToQString(FormatNumber(sides_[place].spectrum->HertzOf(bin, rate_), "0.0")),
-                     ToQString(FormatNumber(levels[bin], "0.0")));
+    const SpectrumLine line = StrongestLine(levels);
+    lines << QStringLiteral("%1: strongest at %2 Hz, %3 dB")
+                 .arg(SideName(place), ToQString(FormatNumber(spectrum.HertzOf(line.bin, rate_), "0.0")),
+                      ToQString(FormatNumber(line.decibels, "0.0")));
   }
-  if (!live) text = QStringLiteral("No sound is being recorded.");
-  if (strongest_->text() != text) strongest_->setText(text);
+  strongest_->setText(lines.join(QStringLiteral("      ")));
+}
+
+// Reads what is drawn, at the bin nearest to the pointer.
+void FormSpectrum::ShowPointer() {
+  QStringList words;
+  if (pointer_ && rate_ > 0 && *pointer_ >= 0 && *pointer_ <= rate_ / 2) {
+    words << ToQString(FormatNumber(*pointer_, "0.0")) + QStringLiteral(" Hz");
+    for (int place = 0; place < 2; ++place) {
+      const auto found =
+          sides_[place].level->data()->findBegin(*pointer_ - rate_ / size_->currentData().toInt() / 2, false);
+      if (found == sides_[place].level->data()->constEnd()) continue;
+      words << SideName(place) + QLatin1Char(' ') + ToQString(FormatNumber(found->value, "0.0")) +
+                   QStringLiteral(" dB");
+    }
+  }
+  atPointer_->setText(words.join(QStringLiteral(", ")));
 }
 
 }  // namespace tarvolt

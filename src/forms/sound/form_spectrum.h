@@ -7,8 +7,10 @@
 #include <QWidget>
 #include <array>
 #include <memory>
+#include <optional>
 #include <vector>
 
+#include "core/sound_card.h"
 #include "model/sound_state.h"
 #include "sources/sound/spectrum.h"
 
@@ -25,18 +27,19 @@ class FormSpectrum final : public QWidget {
   FormSpectrum(SpectrumFeed& feed, QWidget* owner);
   ~FormSpectrum() override;
 
-  /// Transforms what has come since the last time and draws it on an axis up to half of that sample rate. `live` is
-  /// false while nothing is recorded.
-  void Refresh(double samplesPerSecond, bool live);
+  /// Transforms what has come since the last time and draws it on an axis up to half of that sample rate. What was seen
+  /// last stays when nothing is recorded any more.
+  void Refresh(double samplesPerSecond, const SoundLevels& levels);
 
  protected:
   void showEvent(QShowEvent* event) override;
   void hideEvent(QHideEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   struct Side {
     std::unique_ptr<Spectrum> spectrum;
-    std::vector<double> waiting;  ///< the newest samples not yet transformed; empty for none
+    std::vector<std::vector<double>> waiting;  ///< samples not yet transformed, the oldest first
     QCPGraph* level = nullptr;
     QCPGraph* peak = nullptr;
   };
@@ -48,7 +51,12 @@ class FormSpectrum final : public QWidget {
   void Take(int side, const std::vector<double>& left, const std::vector<double>& right);
   void Clear();
   void Draw();
-  void ShowStrongest(bool live);
+  void ShowAll();
+  void HoldToScale();
+  void TurnWheelAndDrag(const QPointF& pointer);
+  void ShowState(const SoundLevels& levels);
+  void ShowStrongest();
+  void ShowPointer();
 
   SpectrumFeed& feed_;
   std::array<Side, 2> sides_;
@@ -57,7 +65,10 @@ class FormSpectrum final : public QWidget {
   QComboBox* weights_;
   QSpinBox* average_;
   QCheckBox* peakHold_;
+  QLabel* state_;
   QLabel* strongest_;
+  QLabel* atPointer_;
+  std::optional<double> pointer_;  ///< hertz
   double rate_ = 0;
 };
 

@@ -32,20 +32,28 @@ const std::array<Zone, 3>& Zones() {
 LevelBar::LevelBar(QWidget* parent)
     : QWidget(parent), peak_(kLowestDecibels), average_(kLowestDecibels), mark_(kLowestDecibels) {}
 
-void LevelBar::Show(double peak, double average, double mark) {
-  if (peak == peak_ && average == average_ && mark == mark_) return;
+void LevelBar::Show(double peak, double average, double mark, bool clips) {
+  if (peak == peak_ && average == average_ && mark == mark_ && clips == clips_) return;
+  clips_ = clips;
   peak_ = peak;
   average_ = average;
   mark_ = mark;
   update();
 }
 
-// Room for the numbers on the left, and for half a line of them above and below.
+// Room for the numbers on the left, for the lamp and half a line of numbers above, and for half a line below.
 QRectF LevelBar::Bar() const {
   const QFontMetrics metrics(font());
   const double left = metrics.horizontalAdvance(QStringLiteral("-72")) + 10;
   const double half = metrics.height() / 2.0;
-  return QRectF(left, half, width() - left - 6, height() - 2 * half);
+  const double top = metrics.height() + half;
+  return QRectF(left, top, width() - left - 6, height() - top - half);
+}
+
+QRectF LevelBar::Lamp() const {
+  const QRectF bar = Bar();
+  const int line = QFontMetrics(font()).height();
+  return QRectF(bar.left(), 0, bar.width(), line + 2);
 }
 
 double LevelBar::YOf(double decibels) const {
@@ -79,6 +87,11 @@ void LevelBar::paintEvent(QPaintEvent*) {
     if (decibels <= kBottom) return;
     painter.fillRect(QRectF(bar.left(), YOf(decibels) - thickness / 2, bar.width(), thickness), color);
   };
+  painter.fillRect(Lamp(), clips_ ? QColor(0xd0, 0x2c, 0x2c) : QColor(0x20, 0x24, 0x28));
+  if (clips_) {
+    painter.setPen(Qt::white);
+    painter.drawText(Lamp(), Qt::AlignCenter, QStringLiteral("CLIP"));
+  }
   line(average_, QColor(0x10, 0x10, 0x10), 2);
   line(mark_, QColor(Qt::white), 2);
 }

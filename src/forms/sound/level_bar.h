@@ -4,14 +4,14 @@
 
 namespace tarvolt {
 
-/// An upright bar of a level in decibels of full scale, with a line for the average in it, a mark above it and a scale
-/// beside it.
+/// An upright bar of a level in decibels of full scale, with a line for the average in it, a mark above it, a scale
+/// beside it and a lamp on top that tells of samples at the end of the scale.
 class LevelBar final : public QWidget {
  public:
   explicit LevelBar(QWidget* parent);
 
-  /// All in decibels of full scale.
-  void Show(double peak, double average, double mark);
+  /// All in decibels of full scale. `clips` lights the lamp above the bar.
+  void Show(double peak, double average, double mark, bool clips);
 
   QSize sizeHint() const override { return {86, 260}; }
   QSize minimumSizeHint() const override { return {70, 120}; }
@@ -20,6 +20,7 @@ class LevelBar final : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  QRectF Lamp() const;
   QRectF Bar() const;
   double YOf(double decibels) const;
   void PaintScale(QPainter& painter) const;
@@ -27,6 +28,7 @@ class LevelBar final : public QWidget {
   double peak_;
   double average_;
   double mark_;
+  bool clips_ = false;
 };
 
 }  // namespace tarvolt

@@ -3,10 +3,14 @@
 namespace tarvolt {
 namespace {
 
+// A window that was closed comes back where it stood.
 void BringToFront(QWidget& window) {
+  const bool wasShown = window.testAttribute(Qt::WA_WState_Created);
+  if (wasShown && !window.isVisible()) window.move(window.pos());
   window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
   window.show();
   window.raise();
+  window.activateWindow();
 }
 
 }  // namespace
@@ -31,7 +35,7 @@ void SoundWindows::AddMenus(QMenu& menu, MenuItems& items) {
 }
 
 void SoundWindows::ShowMeters() {
-  if (meters_ == nullptr) meters_ = new FormMeters(owner_);
+  if (meters_ == nullptr) meters_ = new FormMeters(form_.HighestSamples(), owner_);
   BringToFront(*meters_);
 }
 
@@ -58,7 +62,7 @@ void SoundWindows::Refresh() {
   if (!showsMeters && !showsSpectrum) return;
   const SoundLevels levels = form_.Levels();
   if (showsMeters) meters_->Refresh(levels, session_.host.clock.MonotonicMilliseconds());
-  if (showsSpectrum) spectrum_->Refresh(form_.SoundRate(), levels.live);
+  if (showsSpectrum) spectrum_->Refresh(form_.SoundRate(), levels);
 }
 
 }  // namespace tarvolt

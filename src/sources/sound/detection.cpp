@@ -250,6 +250,17 @@ void PushIntoRing(std::span<const std::int16_t> samples, SoundRing& ring) {
   if (count >= untilMet) ring.RingRead = static_cast<std::int32_t>((at + 1) % size);
 }
 
+void FeedLevels(std::span<const std::int16_t> samples, bool stereo, LevelFeed& levels) {
+  if (!levels.active) return;
+  ++levels.buffers;
+  for (std::size_t i = 0; i < samples.size(); ++i) {
+    const std::int32_t size = std::abs(Raised(samples[i]));
+    const bool isRight = stereo && i % 2 == 1;
+    if (!isRight) levels.highL = std::max(levels.highL, size);
+    if (isRight || !stereo) levels.highR = std::max(levels.highR, size);
+  }
+}
+
 void StereoPass(std::span<const std::int16_t> samples, const DetectionSetup& setup, SoundState& sound) {
   const double frames = std::nearbyint(static_cast<double>(samples.size()) / 2);
   PushIntoRing(samples.first(samples.size() / 2 * 2), sound.ring);

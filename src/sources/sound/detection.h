@@ -31,6 +31,9 @@ void StereoPass(std::span<const std::int16_t> samples, const DetectionSetup& set
 /// side's peaks are divided by the blocks of both sides, and there is no correlation.
 void MonoPass(std::span<const std::int16_t> samples, const DetectionSetup& setup, SoundState& sound);
 
+/// Raises the highest samples of a meter that wants them; those of a mono stream count for both sides.
+void FeedLevels(std::span<const std::int16_t> samples, bool stereo, LevelFeed& levels);
+
 /// Puts samples into the ring, each one step behind the last; the oldest are written over.
 void PushIntoRing(std::span<const std::int16_t> samples, SoundRing& ring);
 

@@ -82,6 +82,7 @@ void SoundInput::Start() {
   silent_ = false;
   lastBuffer_ = session_.host.clock.MonotonicMilliseconds();
   lastSound_ = lastBuffer_;
+  sound_.spectrum.BeginAnew();
   device_->Start();
 }
 
@@ -95,6 +96,7 @@ void SoundInput::Restart() {
   if (!device_) return;
   running_ = true;
   lastBuffer_ = session_.host.clock.MonotonicMilliseconds();
+  sound_.spectrum.BeginAnew();
   device_->Restart();
 }
 
@@ -116,7 +118,7 @@ void SoundInput::Close() {
   }
   sound_.overRuns = 0;
   trouble_.clear();
-  request_ = Request{};
+  request_.name.clear();
 }
 
 void SoundInput::StartLevelMeter() {
@@ -165,6 +167,7 @@ void SoundInput::WorkOn(WaveHandle handle) {
     if (window_.run.chartState == ChartState::Idle) return;
     const std::size_t count = FetchSamples(handle);
     NoteSamples(count);
+    FeedLevels({samples_.data(), count}, request_.format.stereo, sound_.levels);
     if (!Reduce(count)) return;
   }
   if (onBuffer) onBuffer();
@@ -190,6 +193,7 @@ std::size_t SoundInput::FetchSamples(WaveHandle handle) {
 // Each lost buffer counts and is told; of a flood only the first in a second, and the number of all at the end.
 void SoundInput::NoteOverRuns(std::int64_t buffers, const char* words) {
   sound_.overRuns += buffers;
+  sound_.spectrum.BeginAnew();
   const double now = session_.host.clock.MonotonicMilliseconds();
   if (now - overRunSecond_ >= kSecond) {
     overRunSecond_ = now;

@@ -53,6 +53,14 @@ class SoundInput {
   /// The format it was opened with last.
   const WaveFormat& Format() const { return request_.format; }
 
+  /// True for a side (0 left, 1 right) that the passes over the buffers look at.
+  bool LooksAt(int side) const {
+    return request_.format.stereo || (side == 0 ? request_.sources.SoundLeftInUse : request_.sources.SoundRightInUse);
+  }
+
+  /// True from the loss of the device, or from its falling silent, until it delivers again.
+  bool IsLost() const { return lost_; }
+
   bool IsOpen() const { return device_ != nullptr; }
 
   /// The device as the level meter of a data source: stopped, set to buffers of Pbuffer bytes and started, opened

@@ -80,9 +80,20 @@ std::vector<double> Spectrum::InDecibels(const std::vector<double>& powers) cons
   return levels;
 }
 
-std::size_t StrongestBin(const std::vector<double>& levels) {
-  if (levels.size() < 2) return 0;
-  return static_cast<std::size_t>(std::max_element(levels.begin() + 1, levels.end()) - levels.begin());
+SpectrumLine StrongestLine(const std::vector<double>& levels) {
+  if (levels.empty()) return {};
+  if (levels.size() == 1) return {0, levels.front()};
+  const auto top = static_cast<std::size_t>(std::max_element(levels.begin() + 1, levels.end()) - levels.begin());
+  SpectrumLine line{static_cast<double>(top), levels[top]};
+  if (top + 1 == levels.size()) return line;
+  const double below = levels[top - 1];
+  const double above = levels[top + 1];
+  const double bend = below - 2 * line.decibels + above;
+  if (!(bend < 0)) return line;
+  const double shift = std::clamp((below - above) / (2 * bend), -0.5, 0.5);
+  line.bin += shift;
+  line.decibels -= (below - above) * shift / 4;
+  return line;
 }
 
 }  // namespace tarvolt

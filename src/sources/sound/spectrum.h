@@ -40,8 +40,8 @@ class Spectrum {
   std::vector<double> Peaks() const;
 
   /// Frequency of a bin in hertz.
-  double HertzOf(std::size_t bin, double samplesPerSecond) const {
-    return static_cast<double>(bin) * samplesPerSecond / static_cast<double>(transform_.Size());
+  double HertzOf(double bin, double samplesPerSecond) const {
+    return bin * samplesPerSecond / static_cast<double>(transform_.Size());
   }
 
  private:
@@ -58,7 +58,15 @@ class Spectrum {
   std::vector<double> peaks_;
 };
 
-/// The highest of `levels`, 0 for none. The bin at 0 Hz, an offset and no tone, is left out where there are others.
-std::size_t StrongestBin(const std::vector<double>& levels);
+/// A line of a spectrum.
+struct SpectrumLine {
+  double bin = 0;       ///< where its top is, between the bins
+  double decibels = 0;  ///< of full scale
+};
+
+/// The strongest line: the top of the parabola through the decibels of the highest bin and its neighbours (J. O. Smith,
+/// "Spectral audio signal processing", 2011). The bin at 0 Hz, an offset and no tone, is left out where there are
+/// others.
+SpectrumLine StrongestLine(const std::vector<double>& levels);
 
 }  // namespace tarvolt
