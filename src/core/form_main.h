@@ -100,6 +100,9 @@ class FormMain final : public RunControl {
   /// True when the station has a sound input to look at.
   bool HasSoundInput() const { return HasSoundCard(session_.settings); }
 
+  /// Takes a sound input that has come since a station without one began, unless a chart is running.
+  void LookForSoundCard();
+
   /// The levels of the sound input now.
   SoundLevels Levels() const { return LevelsNow(recorder_.window, recorder_.sound); }
 

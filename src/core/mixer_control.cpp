@@ -44,6 +44,9 @@ MixerView ReadMixer(const Session& session) {
   MixerView view;
   view.enabled = settings.MixerEnabled;
   view.source = settings.MixerSource;
+  const int kept = view.source >= 0 && view.source < kMixerInputs ? view.source : 0;
+  view.backgroundL = settings.LCHbkgnd[kept];
+  view.backgroundR = settings.RCHbkgnd[kept];
   if (HasSoundCard(settings)) view.inputs = session.host.mixer.Inputs(settings.SoundCardName);
   for (int source = 0; source < kMixerSources; ++source) {
     MixerInput& input = view.inputs[source];
@@ -57,8 +60,9 @@ bool SelectMixerSource(Session& session, int source) {
   Settings& settings = session.settings;
   settings.MixerSource = static_cast<std::int16_t>(source);
   SaveRegistrySetting(session.store, session.overrides, settings, "MixerSource");
-  if (!settings.MixerEnabled || !ReadMixer(session).hasMixer) return true;
+  if (!settings.MixerEnabled || !HasSoundCard(settings)) return true;
   if (session.host.mixer.Select(settings.SoundCardName, source)) return true;
+  if (!ReadMixer(session).hasMixer) return true;
   return Refused(session, std::string("the input ") + MixerSourceName(source));
 }
 
@@ -67,8 +71,9 @@ bool SetMixerVolume(Session& session, int source, int volume) {
   const int held = std::clamp(volume, 0, 100);
   settings.*SourceOf(source).volume = held;
   SaveRegistrySetting(session.store, session.overrides, settings, SourceOf(source).key);
-  if (!settings.MixerEnabled || !ReadMixer(session).hasMixer) return true;
+  if (!settings.MixerEnabled || !HasSoundCard(settings)) return true;
   if (session.host.mixer.SetVolume(settings.SoundCardName, source, held)) return true;
+  if (!ReadMixer(session).hasMixer) return true;
   return Refused(session, std::string("a volume of ") + MixerSourceName(source));
 }
 

@@ -15,7 +15,9 @@ struct MixerView {
   bool hasMixer = false;  ///< the card has at least one of the inputs
   bool enabled = false;   ///< MixerEnabled: the panel sets the card's mixer
   int source = 0;         ///< MixerSource
-  MixerInputs inputs;     ///< the volumes of those that the card lacks are the stored ones
+  int backgroundL = 0;    ///< of that input, in sample units
+  int backgroundR = 0;
+  MixerInputs inputs;  ///< the volumes of those that the card lacks are the stored ones
 };
 
 /// Looks at the card's mixer now.

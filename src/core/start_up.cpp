@@ -90,6 +90,10 @@ void FormMain::FindSoundCard() {
   MatchSoundCard(session_);
 }
 
+void FormMain::LookForSoundCard() {
+  if (!HasSoundInput() && ChartIsAtRest()) MatchSoundCard(session_);
+}
+
 void FormMain::LoadTriggers() {
   recorder_.triggers.FollowSetting();
 }

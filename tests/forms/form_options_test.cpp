@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
+#include <QListWidget>
 #include <QPointer>
 #include <QPushButton>
 
@@ -170,6 +172,31 @@ TEST_F(FormOptionsTest, TickingTheDetectionFillsTheZone) {
   Tick("ChkDetectTZ", true);
   EXPECT_EQ(Text("TxtTZ"), QStringLiteral("0"));
   EXPECT_FALSE(Find<QLineEdit>("TxtTZ").isEnabled());
+}
+
+TEST_F(FormOptionsTest, ASoundCardThatHasComeIsFoundAndItsFormatWaitsForTheOk) {
+  EXPECT_FALSE(Find<QPushButton>("cmdSoundFormat").isEnabled()) << "there is none";
+  station_.host.sound.Plug("USB,0: Receiver", [](std::int64_t) { return std::pair(0, 0); });
+  Open();
+  EXPECT_EQ(InForce().SoundCardName, "USB,0: Receiver");
+  const auto choose = [&](const char* format) {
+    Click("cmdSoundFormat");
+    auto& chooser = Find<QDialog>("FormSoundFormat");
+    auto* list = chooser.findChild<QListWidget*>(QStringLiteral("LstFormats"));
+    list->setCurrentItem(list->findItems(QString::fromLatin1(format), Qt::MatchExactly).value(0));
+    chooser.findChild<QPushButton*>(QStringLiteral("cmdOK"))->click();
+    QCoreApplication::sendPostedEvents(&chooser, QEvent::DeferredDelete);
+    EXPECT_EQ(Find<QLabel>("LblSoundFormat").text(), QStringLiteral("Format: ") + QString::fromLatin1(format));
+  };
+  choose("22050 Hz 16 Bit Mono");
+  Click("cmdCancel");
+  EXPECT_EQ(InForce().sWavFormat, 0);
+  Open();
+  EXPECT_EQ(Find<QLabel>("LblSoundFormat").text(), QStringLiteral("Format: 44100 Hz 16 Bit Stereo"));
+  choose("48000 Hz 16 Bit Stereo");
+  Click("cmdOK");
+  EXPECT_EQ(InForce().sWavFormat, 2);
+  EXPECT_EQ(Stored("sWavFormat"), "2");
 }
 
 TEST(FormFirstUseTest, TakesTheStationAndEndsWithTheProgram) {

@@ -111,6 +111,8 @@ TEST(SoundForms, TheMixerPanelSetsWhatTheCardHasAndClosesOnOk) {
   EXPECT_FALSE(desk.Find<QSlider>("SldStereoMixVol")->isEnabled()) << "it has no volume";
   EXPECT_EQ(desk.station.TheSession().settings.MixerLineVol, 50) << "looking stores nothing";
 
+  EXPECT_EQ(desk.LabelText("LblMicVol"), QStringLiteral("-"));
+  desk.Find<QSlider>("SldLineVol")->setValue(60);
   desk.Find<QSlider>("SldLineVol")->setValue(64);
   desk.Find<QRadioButton>("OptStereoMix")->click();
   EXPECT_EQ(desk.station.host.mixer.Inputs(kCard)[0].volume, 64);

@@ -45,8 +45,8 @@ void FormOptions::AddPages() {
   AddPage(MakeChartPage(fields_, this), QStringLiteral("Chart"));
   AddPage(MakeFilesPage(fields_, this), QStringLiteral("Files"));
   AddPage(MakeBackupPage(fields_, this), QStringLiteral("Backup"));
-  sound_ = MakeSoundPage(fields_, session_, this);
-  AddPage(sound_, QStringLiteral("Sound"));
+  form_.LookForSoundCard();
+  AddPage(MakeSoundPage(fields_, session_, this), QStringLiteral("Sound"));
   AddPage(MakeUdsPage(fields_, this), QStringLiteral("UDS"));
   AddPage(MakeNetworkPage(fields_, this), QStringLiteral("Network"));
   AddPage(MakeMessagesPage(fields_, this), QStringLiteral("Messages"));
@@ -73,7 +73,6 @@ void FormOptions::AddButtons() {
 
 void FormOptions::ShowSettings() {
   fields_.Show(session_.settings);
-  ShowSoundFormat(*sound_, session_, session_.settings.SoundCardName);
   shownNotes_ = ToQString(session_.notes);
   notes_->setPlainText(shownNotes_);
   shownNotes_ = notes_->toPlainText();

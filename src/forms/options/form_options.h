@@ -36,7 +36,6 @@ class FormOptions final : public QDialog {
   QTabWidget* tabs_;
   SourcePage* sources_ = nullptr;
   QWidget* timing_ = nullptr;
-  QWidget* sound_ = nullptr;
   QPlainTextEdit* notes_ = nullptr;
   QString shownNotes_;
   QLabel* problem_;

@@ -4,28 +4,67 @@
 #include "forms/qt_text.h"
 #include "forms/sound/form_sound_format.h"
 #include "sources/sound/sound_formats.h"
+#include "text/number.h"
 
 namespace tarvolt {
 namespace {
 
-std::string CardShown(const QComboBox& cards) {
-  return FromQString(cards.currentData().toString());
-}
+/// The row of the format, which is a field of the dialog: its text tells the format that the card is opened with.
+class FormatRow final : public QWidget {
+ public:
+  FormatRow(OptionFields& fields, const Session& session, const QComboBox& cards, QWidget* parent)
+      : QWidget(parent), fields_(fields), session_(session), cards_(cards) {
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    words_ = new QLabel(this);
+    words_->setObjectName(QStringLiteral("LblSoundFormat"));
+    layout->addWidget(words_, 1);
+    choose_ = new QPushButton(QStringLiteral("Format..."), this);
+    choose_->setObjectName(QStringLiteral("cmdSoundFormat"));
+    choose_->setAutoDefault(false);
+    layout->addWidget(choose_);
+    connect(choose_, &QPushButton::clicked, this, [this] { Choose(); });
+    connect(&cards, &QComboBox::currentIndexChanged, this, [this] { ShowFormat(); });
+    fields.Add(
+        "sWavFormat", *choose_, [this] { return shown_; },
+        [this](const std::string& text) {
+          shown_ = text;
+          ShowFormat();
+        });
+  }
 
-QPushButton* AddFormatRow(OptionPage& page) {
-  auto* row = new QWidget(&page);
-  auto* layout = new QHBoxLayout(row);
-  layout->setContentsMargins(0, 0, 0, 0);
-  auto* format = new QLabel(row);
-  format->setObjectName(QStringLiteral("LblSoundFormat"));
-  layout->addWidget(format, 1);
-  auto* choose = new QPushButton(QStringLiteral("Format..."), row);
-  choose->setObjectName(QStringLiteral("cmdSoundFormat"));
-  choose->setAutoDefault(false);
-  layout->addWidget(choose);
-  page.Across(row);
-  return choose;
-}
+ private:
+  Settings Draft() const {
+    Settings draft = session_.settings;
+    draft.SoundCardName = FromQString(cards_.currentData().toString());
+    draft.sWavFormat = static_cast<std::int32_t>(ValLong(shown_));
+    return draft;
+  }
+
+  void ShowFormat() {
+    const Settings draft = Draft();
+    choose_->setEnabled(HasSoundCard(draft));
+    words_->setText(QStringLiteral("Format: ") + ToQString(SoundFormatText(SoundFormatInUse(session_, draft))));
+  }
+
+  void Choose() {
+    const Settings draft = Draft();
+    const auto take = [this](int row) {
+      if (row < 0) return;
+      shown_ = NumberText(std::int64_t{row});
+      ShowFormat();
+      fields_.Touched();
+    };
+    (new FormSoundFormat(session_, draft.SoundCardName, draft.sWavFormat, take, this))->open();
+  }
+
+  OptionFields& fields_;
+  const Session& session_;
+  const QComboBox& cards_;
+  QLabel* words_;
+  QPushButton* choose_;
+  std::string shown_ = "0";
+};
 
 }  // namespace
 
@@ -33,12 +72,7 @@ OptionPage* MakeSoundPage(OptionFields& fields, Session& session, QWidget* paren
   auto* page = new OptionPage(fields, parent);
   page->Group(QStringLiteral("Sound card"));
   QComboBox& cards = page->SoundCards(SoundCardsToChoose(session, session.settings));
-  QPushButton* choose = AddFormatRow(*page);
-  const auto showFormat = [page, &session, &cards] { ShowSoundFormat(*page, session, CardShown(cards)); };
-  QObject::connect(choose, &QPushButton::clicked, page, [page, &session, &cards, showFormat] {
-    (new FormSoundFormat(session, CardShown(cards), showFormat, page))->open();
-  });
-  QObject::connect(&cards, &QComboBox::currentIndexChanged, page, showFormat);
+  page->Across(new FormatRow(fields, session, cards, page));
   page->Line("Pbuffer", QStringLiteral("Sound buffer"), QStringLiteral("bytes"));
   page->Line("PreBuffLen", QStringLiteral("WAV pre-buffer"), QStringLiteral("seconds"));
   page->Line("SCTadjust", QStringLiteral("Sound Card Timing Correction"));
@@ -47,13 +81,6 @@ OptionPage* MakeSoundPage(OptionFields& fields, Session& session, QWidget* paren
   page->Line("PwrMultiR", QStringLiteral("Right"));
   page->Close();
   return page;
-}
-
-void ShowSoundFormat(const QWidget& page, const Session& session, const std::string& card) {
-  Settings settings = session.settings;
-  settings.SoundCardName = card;
-  page.findChild<QLabel*>(QStringLiteral("LblSoundFormat"))
-      ->setText(QStringLiteral("Format: ") + ToQString(SoundFormatText(SoundFormatInUse(session, settings))));
 }
 
 }  // namespace tarvolt

@@ -4,6 +4,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "forms/qt_text.h"
 
@@ -11,6 +12,7 @@ namespace tarvolt {
 namespace {
 
 constexpr int kLookMilliseconds = 1000;
+constexpr int kSettleMilliseconds = 100;
 
 // Such as "MicVol" of "Mic".
 QString NameOf(int source) {
@@ -56,6 +58,9 @@ FormMixer::FormMixer(Session& session, QWidget* owner) : QDialog(owner), session
     Refresh();
   });
   connect(&look_, &QTimer::timeout, this, [this] { Refresh(); });
+  settle_.setSingleShot(true);
+  settle_.setInterval(kSettleMilliseconds);
+  connect(&settle_, &QTimer::timeout, this, [this] { SetTurned(); });
   resize(440, 250);
 }
 
@@ -80,21 +85,36 @@ void FormMixer::AddRow(QGridLayout& grid, int source) {
     Refresh();
   });
   connect(row.volume, &QSlider::valueChanged, this, [this, source](int volume) {
+    if (showing_) return;
     rows_[source].number->setText(QString::number(volume));
-    if (!showing_) SetMixerVolume(session_, source, volume);
+    if (turned_ != source) SetTurned();
+    turned_ = source;
+    settle_.start();
   });
 }
 
+// A slider that is dragged passes many volumes: the one where it rests for a moment is set and kept.
+void FormMixer::SetTurned() {
+  settle_.stop();
+  if (turned_ < 0) return;
+  const int source = std::exchange(turned_, -1);
+  SetMixerVolume(session_, source, rows_[source].volume->value());
+}
+
 void FormMixer::Refresh() {
+  SetTurned();
   const MixerView view = ReadMixer(session_);
   showing_ = true;
   card_->setText(QStringLiteral("Sound card: ") + ToQString(session_.settings.SoundCardName));
   enabled_->setChecked(view.enabled);
   enabled_->setEnabled(view.hasMixer);
   for (int source = 0; source < kMixerSources; ++source) ShowRow(source, view);
-  words_->setText(view.hasMixer ? QStringLiteral("The input also selects the background levels that are subtracted.")
-                                : QStringLiteral("This card has no mixer that can be set here. The input still "
-                                                 "selects the background levels that are subtracted."));
+  const QString none = QStringLiteral("This card has no mixer that can be set here, or does not answer. ");
+  const QString background =
+      QStringLiteral("The input also selects the background that is subtracted: %1 on the left, %2 on the right.")
+          .arg(view.backgroundL)
+          .arg(view.backgroundR);
+  words_->setText((view.hasMixer ? QString() : none) + background);
   showing_ = false;
 }
 
@@ -107,8 +127,8 @@ void FormMixer::ShowRow(int source, const MixerView& view) {
   row.chosen->setChecked(source == view.source);
   row.volume->setEnabled(input.hasVolume && view.enabled);
   if (!row.volume->isSliderDown()) row.volume->setValue(input.volume);
-  row.number->setText(QString::number(row.volume->value()));
-  row.number->setEnabled(input.there || !view.hasMixer);
+  row.number->setText(input.hasVolume ? QString::number(row.volume->value()) : QStringLiteral("-"));
+  row.number->setEnabled(input.hasVolume);
 }
 
 void FormMixer::showEvent(QShowEvent* event) {
@@ -118,6 +138,7 @@ void FormMixer::showEvent(QShowEvent* event) {
 }
 
 void FormMixer::hideEvent(QHideEvent* event) {
+  SetTurned();
   look_.stop();
   QDialog::hideEvent(event);
 }

@@ -41,6 +41,7 @@ class FormMixer final : public QDialog {
 
   void AddRow(QGridLayout& grid, int source);
   void ShowRow(int source, const MixerView& view);
+  void SetTurned();
 
   Session& session_;
   std::array<Row, kMixerSources> rows_;
@@ -49,6 +50,8 @@ class FormMixer final : public QDialog {
   QCheckBox* enabled_;
   QPushButton* ok_;
   QTimer look_;
+  QTimer settle_;
+  int turned_ = -1;       ///< the input whose slider was moved and not yet set; -1 for none
   bool showing_ = false;  ///< what changes now is not a person's doing
 };
 

@@ -3,15 +3,16 @@
 #include <QDialogButtonBox>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 #include "forms/qt_text.h"
 
 namespace tarvolt {
 
-FormSoundFormat::FormSoundFormat(Session& session, const std::string& card, std::function<void()> chosen,
+FormSoundFormat::FormSoundFormat(const Session& session, const std::string& card, int row, Chosen chosen,
                                  QWidget* parent)
-    : QDialog(parent), session_(session), chosen_(std::move(chosen)) {
+    : QDialog(parent), chosen_(std::move(chosen)) {
   setObjectName(QStringLiteral("FormSoundFormat"));
   setWindowTitle(QStringLiteral("Sound Format"));
   setAttribute(Qt::WA_DeleteOnClose);
@@ -35,37 +36,44 @@ FormSoundFormat::FormSoundFormat(Session& session, const std::string& card, std:
   connect(buttons, &QDialogButtonBox::accepted, this, [this] { Choose(); });
   connect(buttons, &QDialogButtonBox::rejected, this, [this] { reject(); });
   connect(list_, &QListWidget::itemDoubleClicked, this, [this] { Choose(); });
-  FillList(card);
-  ok->setEnabled(list_->currentItem() != nullptr);
-  connect(list_, &QListWidget::currentItemChanged, this,
-          [ok](QListWidgetItem* item) { ok->setEnabled(item != nullptr); });
+  FillList(session, card, row);
+  ok->setEnabled(Selected() != nullptr);
+  connect(list_, &QListWidget::itemSelectionChanged, this, [this, ok] { ok->setEnabled(Selected() != nullptr); });
   resize(380, 420);
 }
 
-void FormSoundFormat::FillList(const std::string& card) {
-  const std::vector<SoundFormatLine> lines = SoundFormatsOf(session_, card);
-  for (const SoundFormatLine& line : lines) AddLine(line);
+void FormSoundFormat::FillList(const Session& session, const std::string& card, int row) {
+  const std::vector<SoundFormatLine> lines = SoundFormatsOf(session, card);
+  for (const SoundFormatLine& line : lines) AddLine(line, row);
+  const bool isUsable =
+      std::any_of(lines.begin(), lines.end(), [](const SoundFormatLine& line) { return line.usable; });
   words_->setText(lines.empty() ? QStringLiteral("The sound input cannot be asked for its formats now: it is not "
                                                  "there, or a chart or another program is using it.")
-                                : QStringLiteral("The format counts from the next start of a chart."));
+                  : isUsable    ? QStringLiteral("The format counts from the next start of a chart.")
+                                : QStringLiteral("A chart needs a format of 16 Bit, and this input has none."));
 }
 
-void FormSoundFormat::AddLine(const SoundFormatLine& line) {
+void FormSoundFormat::AddLine(const SoundFormatLine& line, int row) {
   QString text = ToQString(line.text);
   if (!line.usable) text += QStringLiteral("  (a chart needs 16 Bit)");
   auto* item = new QListWidgetItem(text, list_);
   item->setData(Qt::UserRole, line.row);
   if (!line.usable) item->setFlags(Qt::NoItemFlags);
   const bool isOnly = line.row < 0;  // an input's own format, whatever is set
-  if (line.usable && (isOnly || line.row == session_.settings.sWavFormat)) list_->setCurrentItem(item);
+  if (line.usable && (isOnly || line.row == row)) list_->setCurrentItem(item);
+}
+
+// A list that gets the focus makes its first line the current one by itself, and selects nothing.
+QListWidgetItem* FormSoundFormat::Selected() const {
+  return list_->selectedItems().value(0);
 }
 
 void FormSoundFormat::Choose() {
-  const QListWidgetItem* item = list_->currentItem();
-  if (item == nullptr || !item->flags().testFlag(Qt::ItemIsEnabled)) return;
-  ChooseSoundFormat(session_, item->data(Qt::UserRole).toInt());
+  const QListWidgetItem* item = Selected();
+  if (item == nullptr) return;
+  const int row = item->data(Qt::UserRole).toInt();
   accept();
-  if (chosen_) chosen_();
+  if (chosen_) chosen_(row);
 }
 
 }  // namespace tarvolt

@@ -13,17 +13,20 @@ namespace tarvolt {
 /// The formats that a sound input has, of which one is chosen for the runs to come.
 class FormSoundFormat final : public QDialog {
  public:
-  /// Asks the input for its formats at once. `session` outlives it; `chosen` is called behind a choice. It deletes
+  /// Takes the row of a format as sWavFormat names it, -1 for an input's own one.
+  using Chosen = std::function<void(int row)>;
+
+  /// Asks the input for its formats at once, and shows `row` as the one in use. `session` outlives it. It deletes
   /// itself when it is closed.
-  FormSoundFormat(Session& session, const std::string& card, std::function<void()> chosen, QWidget* parent);
+  FormSoundFormat(const Session& session, const std::string& card, int row, Chosen chosen, QWidget* parent);
 
  private:
-  void FillList(const std::string& card);
-  void AddLine(const SoundFormatLine& line);
+  void FillList(const Session& session, const std::string& card, int row);
+  void AddLine(const SoundFormatLine& line, int row);
+  QListWidgetItem* Selected() const;
   void Choose();
 
-  Session& session_;
-  std::function<void()> chosen_;
+  Chosen chosen_;
   QListWidget* list_;
   QLabel* words_;
 };

@@ -26,6 +26,10 @@ SoundWindows::~SoundWindows() {
 
 void SoundWindows::AddMenus(QMenu& menu, MenuItems& items) {
   const auto hasInput = [this] { return form_.HasSoundInput(); };
+  QObject::connect(&menu, &QMenu::aboutToShow, owner_, [this, &items] {
+    form_.LookForSoundCard();
+    items.Refresh();
+  });
   items.Add(
       menu, "mnuMeters", QStringLiteral("Sound &Levels"), {}, [this] { ShowMeters(); }, hasInput);
   items.Add(
@@ -52,7 +56,10 @@ void SoundWindows::ShowMixer() {
 // Beside the other windows: nobody may be there to close it.
 void SoundWindows::ShowFormats() {
   delete formats_;
-  formats_ = new FormSoundFormat(session_, session_.settings.SoundCardName, {}, owner_);
+  const Settings& settings = session_.settings;
+  formats_ = new FormSoundFormat(
+      session_, settings.SoundCardName, settings.sWavFormat, [this](int row) { ChooseSoundFormat(session_, row); },
+      owner_);
   BringToFront(*formats_);
 }
 

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "station/station.h"
+
+namespace tarvolt {
+
+inline constexpr const char* kCard = "USB,0: Receiver, Line";
+inline constexpr double kMillisecond = 1.0 / 86400000;
+
+inline std::pair<int, int> Steady(std::int64_t frame) {
+  return frame % 2 == 0 ? std::pair(1000, -300) : std::pair(-1000, 300);
+}
+
+/// A station whose only sources are the sides of a sound card, at 8000 Hz so that hours of it pass quickly.
+class SoundStation : public ::testing::Test {
+ protected:
+  SoundStation() {
+    station.host.sound.Plug(kCard, Steady);
+    station.Set("Dsrc0", 1).Set("Dsrc1", 2).Set("Detection0", 2).Set("Detection1", 1).Set("sWavFormat", 8);
+    station.Set("SampleRate", 100).Set("Pbuffer", 800).Set("ShowMsgBox", true);
+  }
+
+  std::vector<Sample> Stored() {
+    std::vector<Sample> samples;
+    const StripChart& chart = station.Form().Window().chart;
+    for (std::int32_t i = 0; i < chart.Count(); ++i) {
+      samples.push_back({chart.GetTime(i), {chart.GetValue(0, i), chart.GetValue(1, i)}});
+    }
+    return samples;
+  }
+
+  int LogLines(const std::string& words) const {
+    int count = 0;
+    const std::string log = station.Log();
+    for (auto at = log.find(words); at != std::string::npos; at = log.find(words, at + 1)) ++count;
+    return count;
+  }
+
+  Station station;
+};
+
+}  // namespace tarvolt

@@ -1,0 +1,237 @@
+// What becomes of a run when its sound input is lost, late, silent or rough.
+
+#include <cmath>
+
+#include "core/sound_station.h"
+#include "timebase/time_base.h"
+
+namespace tarvolt {
+namespace {
+
+using namespace std::chrono_literals;
+
+using SoundTrouble = SoundStation;
+
+TEST_F(SoundTrouble, ACardThatIsAwayAtAStartStaysTheOneChosen) {
+  station.Boot();
+  station.host.sound.Unplug(kCard);
+  station.host.sound.Plug("PCH,0: Another card", Steady);
+  station.StartChart();
+  EXPECT_FALSE(station.Running());
+  EXPECT_TRUE(station.Logged(std::string("The sound input ") + kCard + " cannot be opened"));
+  station.ShutDown();
+  station.host.sound.Unplug("PCH,0: Another card");
+  station.Boot();
+  Session& session = station.TheSession();
+  EXPECT_EQ(session.settings.SoundCardName, kNoSoundCard);
+  SaveRegistrySettings(session.store, session.overrides, "/station", session.settings);
+  station.host.sound.Plug("PCH,0: Another card", Steady);
+  station.host.sound.Plug(kCard, Steady);
+  station.StartChart();
+  EXPECT_TRUE(station.Running());
+  EXPECT_EQ(session.settings.SoundCardName, kCard);
+}
+
+TEST_F(SoundTrouble, ACardThatIsPulledOutIsOpenedAgainByItsName) {
+  station.Set("TimerType", 1).StartChart();
+  station.RunFor(60s);
+  station.host.sound.Unplug(kCard);
+  station.host.sound.Plug("PCH,0: Another card", Steady);
+  station.RunFor(90s);
+  const std::size_t before = Stored().size();
+  EXPECT_TRUE(station.Running());
+  EXPECT_TRUE(station.Logged("The sound input USB,0: Receiver, Line was lost: No such device"));
+  EXPECT_EQ(station.View().StatusText, "Sound lost: USB,0: Receiver, Line");
+  EXPECT_TRUE(station.host.dialogs.HasShown("was lost: No such device"));
+  station.host.sound.Plug(kCard, Steady);
+  station.RunFor(60s);
+  EXPECT_NEAR(static_cast<double>(Stored().size() - before), 590, 21);
+  EXPECT_EQ(station.View().StatusText, "");
+  EXPECT_TRUE(station.Logged("Sound is back from USB,0: Receiver, Line. The gap is 9")) << station.Log();
+  EXPECT_EQ(station.host.sound.OpenNow(), 1);
+}
+
+TEST_F(SoundTrouble, ACardThatStallsOrFallsSilentIsOpenedAgain) {
+  station.Set("TimerType", 1).StartChart();
+  station.RunFor(10s);
+  station.host.sound.Stall(kCard);
+  station.RunFor(20s);
+  EXPECT_TRUE(station.Logged("was lost: it delivers nothing"));
+  station.host.sound.Heal();
+  station.RunFor(20s);
+  EXPECT_TRUE(station.Logged("The gap is 2"));
+  station.host.sound.Plug(kCard, [](std::int64_t) { return std::pair(0, 0); });
+  const int openings = station.host.sound.Openings();
+  station.RunFor(60s);
+  EXPECT_EQ(LogLines("gives zeros alone."), 1);
+  EXPECT_EQ(station.host.sound.Openings(), openings + 1) << "once is enough: it may be true silence";
+  EXPECT_EQ(Stored().back().values[0], 0) << "zeros are recorded all the same";
+  station.host.sound.Plug(kCard, Steady);
+  station.RunFor(5s);
+  EXPECT_TRUE(station.Logged("of zeros.")) << station.Log();
+}
+
+TEST_F(SoundTrouble, AFileIsNeverBegunAnew) {
+  station.host.sound.Plug(kCard, [](std::int64_t) { return std::pair(0, 0); });
+  station.host.sound.Fix(kCard, {8000, 16, true});
+  station.Set("TimerType", 1).StartChart();
+  station.RunFor(30s);
+  EXPECT_EQ(LogLines("gives zeros alone."), 1);
+  station.host.sound.Stall(kCard);
+  station.RunFor(30s);
+  station.host.sound.Heal();
+  station.RunFor(5s);
+  EXPECT_EQ(station.host.sound.Openings(), 1);
+  EXPECT_TRUE(station.Running());
+}
+
+TEST_F(SoundTrouble, BuffersThatFillDuringATickAreDroppedAndCounted) {
+  station.uds.AnswersAfter(30ms);
+  constexpr const char* kWords = "Sound buffer filled while last data was still being processed.";
+  station.Set("Dsrc1", 20).Set("UDSpush", false).Set("Pbuffer", 1600).StartChart();
+  station.RunFor(10s);
+  EXPECT_GT(Stored().size(), 70u);
+  for (const Sample& sample : Stored()) EXPECT_EQ(sample.values[0], 1000);
+  const int lines = LogLines(kWords);
+  EXPECT_GT(lines, 10);
+  EXPECT_EQ(station.Form().Window().sound.overRuns, lines);
+  station.StopChart();
+  EXPECT_TRUE(station.Logged("Sound buffers lost: ")) << station.Log();
+  station.Set("Pbuffer", 320).StartChart();
+  station.RunFor(10s);
+  EXPECT_LE(LogLines(kWords) - lines, 110) << "a flood is told in part";
+  EXPECT_GT(station.Form().Window().sound.overRuns, 150);
+  station.StopChart();
+  EXPECT_TRUE(station.Logged("Sound buffers lost: ")) << station.Log();
+}
+
+TEST_F(SoundTrouble, BuffersThatFillAheadOfTheSoundRowAreKept) {
+  station.uds.AnswersAfter(30ms);
+  station.Set("Dsrc0", 20).Set("Dsrc1", 1).Set("Detection1", 2).Set("UDSpush", false).Set("Pbuffer", 320).StartChart();
+  station.RunFor(10s);
+  EXPECT_GT(Stored().size(), 70u);
+  for (const Sample& sample : Stored()) EXPECT_EQ(sample.values[1], 1000);
+  EXPECT_EQ(LogLines("Sound buffer filled while"), 0) << station.Log();
+}
+
+TEST_F(SoundTrouble, ALevelMeterOutlivesTheLossOfItsCard) {
+  station.Set("Dsrc0", 20).Set("Dsrc1", 0).Set("UDSpush", true).StartChart();
+  station.host.sound.RefuseOpening("Device or resource busy");
+  station.uds.Send("^^5001x");
+  station.RunFor(5s);
+  EXPECT_EQ(LogLines("cannot be opened: Device or resource busy"), 1);
+  EXPECT_EQ(station.host.sound.OpenNow(), 0);
+  station.host.sound.Heal();
+  station.RunFor(5s);
+  EXPECT_EQ(station.host.sound.OpenNow(), 1) << "one that was refused is tried again";
+  station.host.sound.Unplug(kCard);
+  station.RunFor(3s);
+  station.uds.Send("^^5001x");
+  station.RunFor(3s);
+  EXPECT_EQ(LogLines("was lost"), 2);
+  station.host.sound.Plug(kCard, Steady);
+  station.RunFor(5s);
+  EXPECT_EQ(LogLines("Sound is back"), 2) << "asked for again while it was lost";
+  EXPECT_EQ(station.host.sound.OpenNow(), 1);
+  station.host.sound.Unplug(kCard);
+  station.RunFor(3s);
+  station.uds.Send("^^5002x");
+  station.RunFor(3s);
+  station.host.sound.Plug(kCard, Steady);
+  station.RunFor(5s);
+  EXPECT_EQ(station.host.sound.OpenNow(), 0) << "stopped while it was lost";
+}
+
+// The signal grows by 1 a second, so that each value tells when it was heard.
+int LevelAt(double secondsSincePowerOn) {
+  return 1000 + static_cast<int>(secondsSincePowerOn);
+}
+
+std::pair<int, int> Rising(std::int64_t frame) {
+  const int level = LevelAt(static_cast<double>(frame) / 8000);
+  return frame % 2 == 0 ? std::pair(level, -300) : std::pair(-level, 300);
+}
+TEST_F(SoundTrouble, HoursOfRoughWeatherKeepTheRunItsValuesAndItsClock) {
+  constexpr double kPeriod = 5.5;  // seconds of a sample: ten buffers, stretched by the correction
+  constexpr int kHours = 3;
+  const auto hasWrongSizes = [](double seconds) { return std::fabs(std::fmod(seconds / 60, 60) - 31) < 1.2; };
+  const auto silence = [](std::int64_t) { return std::pair(0, 0); };
+  SimSound& sound = station.host.sound;
+  sound.Plug(kCard, Rising);
+  station.Set("TimerType", 1).Set("SampleRate", 5000).Set("SCTadjust", "1.1").Set("ShowMsgBox", false).StartChart();
+  const double powerOn = NowPrecise(station.host.clock) - static_cast<double>(station.host.loop.Now()) * kMillisecond;
+  for (int hour = 0; hour < kHours; ++hour) {
+    sound.Jitter(400ms);
+    station.RunFor(30min);
+    sound.WrongSizes();
+    station.RunFor(2min);
+    sound.Heal();
+    sound.Unplug(kCard);
+    station.RunFor(8min);
+    sound.Plug(kCard, silence);
+    station.RunFor(5min);
+    sound.Plug(kCard, Rising);
+    station.RunFor(5min);
+    sound.Stall(kCard);
+    station.RunFor(6min);
+    sound.Heal();
+    station.RunFor(4min);
+  }
+  EXPECT_TRUE(station.Running());
+  EXPECT_TRUE(station.host.dialogs.Boxes().empty());
+  EXPECT_EQ(LogLines("was lost"), 2 * kHours);
+  EXPECT_EQ(LogLines("The gap is "), 2 * kHours);
+  EXPECT_EQ(LogLines("gives zeros alone."), kHours);
+  EXPECT_EQ(LogLines("of zeros."), kHours);
+  const std::vector<Sample> samples = Stored();
+  EXPECT_NEAR(static_cast<double>(samples.size()), kHours * 46 * 60 / kPeriod, 3 * kHours) << "no read was lost";
+  EXPECT_NEAR(samples.back().stamp, NowPrecise(station.host.clock), kPeriod / 86400);
+  int silent = 0;
+  int mixed = 0;  // they began before a gap and ended behind it
+  for (std::size_t i = 1; i < samples.size(); ++i) {
+    ASSERT_GT(samples[i].stamp, samples[i - 1].stamp);
+    const double heardAt = (samples[i].stamp - powerOn) * 86400 - kPeriod / 2;
+    const double value = samples[i].values[0];
+    if (value == 0) {
+      ++silent;
+    } else if (std::fabs(value - LevelAt(heardAt)) > 2 && !hasWrongSizes(heardAt)) {
+      ++mixed;
+    }
+  }
+  EXPECT_NEAR(silent, kHours * 5 * 60 / kPeriod, 2 * kHours);
+  EXPECT_LE(mixed, 4 * kHours) << "stamps and sound go together";
+}
+
+// A ramp of frames: an array that holds a piece of the signal from each side of a gap is none.
+TEST_F(SoundTrouble, NoTransformSpansAGap) {
+  SimSound& sound = station.host.sound;
+  sound.Plug(kCard, [](std::int64_t frame) { return std::pair(static_cast<int>(frame % 32768), 0); });
+  station.Set("TimerType", 1).Boot();
+  SpectrumFeed& feed = station.Form().Spectrum();
+  feed.SpectrumActive = true;
+  feed.SpectrumSize = 3000;  // several buffers
+  feed.SpectrumBufL.resize(3000);
+  feed.SpectrumBufR.resize(3000);
+  int arrays = 0;
+  feed.receive = [&](int, const std::vector<double>& left, const std::vector<double>&) {
+    ++arrays;
+    for (std::size_t i = 1; i < left.size(); ++i) {
+      const double step = left[i] - left[i - 1];
+      ASSERT_TRUE(step == 1 || step == -32767) << i << ": " << step;
+    }
+  };
+  for (int run = 0; run < 3; ++run) {
+    station.StartChart();
+    station.RunFor(10s + std::chrono::milliseconds(130 * run));
+    sound.Unplug(kCard);
+    station.RunFor(7s);
+    sound.Plug(kCard, [](std::int64_t frame) { return std::pair(static_cast<int>(frame % 32768), 0); });
+    station.RunFor(10s);
+    station.StopChart();
+    station.RunFor(1s);
+  }
+  EXPECT_GT(arrays, 90);
+}
+
+}  // namespace
+}  // namespace tarvolt
