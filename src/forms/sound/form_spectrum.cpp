@@ -135,7 +135,8 @@ void FormSpectrum::MakePlot() {
   }
   for (int side = 0; side < 2; ++side) sides_[side].level = add(ColorOfSide(side), SideName(side));
   plot_->legend->setVisible(true);
-  plot_->setToolTip(QStringLiteral("Wheel zooms, drag moves, on an axis that axis alone; double click shows all"));
+  plot_->setToolTip(
+      QStringLiteral("Wheel zooms, drag moves: frequencies, or decibels left of the plot. Double click shows all."));
   connect(plot_, &QCustomPlot::mouseDoubleClick, this, [this] { ShowAll(); });
   connect(plot_, &QCustomPlot::mouseWheel, this,
           [this](const QWheelEvent* event) { TurnWheelAndDrag(event->position()); });
