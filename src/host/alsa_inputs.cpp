@@ -99,9 +99,10 @@ AlsaInputs::AlsaInputs(DriverCalls& drivers) : drivers_(drivers) {
   snd_lib_error_set_handler(SayNothing);
 }
 
+// A server that is slow, as when the machine has just been started, is there: no other card may take its place.
 bool AlsaInputs::ServerAnswers() const {
   const std::function<bool()> opens = [] { return OpenAlsaPcm("default") != nullptr; };
-  return drivers_.Ask("default", kPatience, opens).value_or(false);
+  return drivers_.Ask("default", kPatience, opens).value_or(true);
 }
 
 std::vector<std::string> AlsaInputs::List() const {

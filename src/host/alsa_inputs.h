@@ -13,7 +13,7 @@ namespace tarvolt {
 /// The capture inputs that ALSA knows, by names that survive re-plugging: the card's id, the number of its device and a
 /// description, "PCH,0: HDA Intel PCH, ALC269VC Analog"; and the default of a sound server, where one runs. The
 /// description is for people: only the part before the colon is looked for. ALSA's own words on standard error are kept
-/// off it. An input that does not answer counts as not there.
+/// off it. A server that does not answer counts as there.
 class AlsaInputs {
  public:
   /// `drivers` outlives it.

@@ -1,34 +1,54 @@
 #include "host/driver_calls.h"
 
 #include <condition_variable>
+#include <map>
 #include <mutex>
-#include <set>
 #include <thread>
 #include <utility>
 
 namespace tarvolt {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+}  // namespace
 
 /// The drivers that have not answered yet; shared with the threads, which may outlive the program's own use of them.
 struct DriverCalls::Out {
   std::mutex mutex;
   std::condition_variable changed;
-  std::set<std::string> drivers;
+  const Clock::duration hangsAfter;
+  std::map<std::string, Clock::time_point> drivers;  ///< and when they were asked
+
+  explicit Out(Clock::duration longest) : hangsAfter(longest) {}
+
+  bool Hangs(const std::string& driver) const {
+    const auto found = drivers.find(driver);
+    return found != drivers.end() && Clock::now() - found->second > hangsAfter;
+  }
+
+  /// False when the driver has not answered until then.
+  bool WaitFor(const std::string& driver, std::unique_lock<std::mutex>& lock, Clock::time_point until) {
+    return changed.wait_until(lock, until, [&] { return drivers.count(driver) == 0; });
+  }
 };
 
-DriverCalls::DriverCalls() : out_(std::make_shared<Out>()) {}
+DriverCalls::DriverCalls(std::chrono::milliseconds hangsAfter) : out_(std::make_shared<Out>(hangsAfter)) {}
 
 DriverCalls::~DriverCalls() = default;
 
 bool DriverCalls::Run(const std::string& driver, std::chrono::milliseconds patience, std::function<void()> call) {
   std::unique_lock lock(out_->mutex);
-  if (!out_->drivers.insert(driver).second) return false;
+  const Clock::time_point until = Clock::now() + patience;
+  if (out_->Hangs(driver) || !out_->WaitFor(driver, lock, until)) return false;
+  out_->drivers[driver] = Clock::now();
   std::thread([out = out_, driver, call = std::move(call)] {
     call();
     const std::lock_guard done(out->mutex);
     out->drivers.erase(driver);
     out->changed.notify_all();
   }).detach();
-  return out_->changed.wait_for(lock, patience, [&] { return out_->drivers.count(driver) == 0; });
+  return out_->WaitFor(driver, lock, until);
 }
 
 }  // namespace tarvolt

@@ -12,14 +12,15 @@ namespace tarvolt {
 /// its own, and the event loop waits for it only so long.
 class DriverCalls {
  public:
-  DriverCalls();
+  explicit DriverCalls(std::chrono::milliseconds hangsAfter = std::chrono::milliseconds(4000));
   ~DriverCalls();
   DriverCalls(const DriverCalls&) = delete;
   DriverCalls& operator=(const DriverCalls&) = delete;
 
-  /// Asks `question` of `driver`; nothing when it is not answered within `patience`, and at once while an earlier one
-  /// of the same driver is still out, so that a driver that hangs costs one thread and one wait. A question that is
-  /// given up goes on by itself: it may hold nothing that belongs to its caller.
+  /// Asks `question` of `driver`; nothing when it is not answered within `patience`. One that was asked earlier comes
+  /// first, and is waited for as well; but when it has been out for longer than `hangsAfter`, there is no answer at
+  /// once: a driver that hangs costs one thread and little waiting. A question that is given up goes on by itself: it
+  /// may hold nothing that belongs to its caller.
   template <class Answer>
   std::optional<Answer> Ask(const std::string& driver, std::chrono::milliseconds patience,
                             std::function<Answer()> question) {
