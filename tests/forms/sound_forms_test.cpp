@@ -47,18 +47,38 @@ TEST(SoundForms, TheToneOfARunIsSeenInTheSpectrumAndTheMeters) {
   EXPECT_EQ(desk.LabelText("LblPeakR"), QStringLiteral("silent\n0"));
   EXPECT_FALSE(desk.Find<QLabel>("LblSoundState")->isVisible());
 
+  desk.Find<QWidget>("FormSpectrum")->move(30, 40);
+  desk.Find<QWidget>("FormSpectrum")->resize(700, 400);
   desk.Find<QWidget>("FormSpectrum")->close();
   EXPECT_FALSE(feed.SpectrumActive) << "nothing is gathered for a window that is closed";
   desk.Choose("mnuSpectrum");
   EXPECT_TRUE(feed.SpectrumActive);
   desk.Find<QComboBox>("CboSize")->setCurrentIndex(0);
   EXPECT_EQ(feed.SpectrumSize, 1024);
+  const SettingsStore& store = desk.station.TheSession().store;
+  EXPECT_EQ(store.GetSetting(Section::Settings, "SpectrumSamples"), "1024");
+  EXPECT_EQ(store.GetSetting(Section::Settings, "SpectrumPlace"), "30 40 700 400");
   desk.station.RunFor(1s);
   desk.Settle();
   EXPECT_TRUE(desk.LabelText("LblStrongest").startsWith(QStringLiteral("Left: strongest at 1000.0 Hz")));
   desk.station.StopChart();
   desk.Settle();
   EXPECT_EQ(desk.LabelText("LblPeakL"), QStringLiteral("-\n"));
+}
+
+TEST(SoundForms, TheSpectrumComesBackAsItWasLeft) {
+  Desk desk(Prepare);
+  SettingsStore& store = desk.station.TheSession().store;
+  store.SaveSetting(Section::Settings, "SpectrumPlace", "50 60 640 420");
+  store.SaveSetting(Section::Settings, "SpectrumWindow", "Blackman");
+  store.SaveSetting(Section::Settings, "SpectrumAverage", "3");
+  store.SaveSetting(Section::Settings, "SpectrumSamples", "nonsense");
+  desk.Choose("mnuSpectrum");
+  EXPECT_EQ(desk.Find<QWidget>("FormSpectrum")->pos(), QPoint(50, 60));
+  EXPECT_EQ(desk.Find<QWidget>("FormSpectrum")->size(), QSize(640, 420));
+  EXPECT_EQ(desk.Find<QComboBox>("CboWindow")->currentText(), QStringLiteral("Blackman"));
+  EXPECT_EQ(desk.Find<QSpinBox>("SpnAverage")->value(), 3);
+  EXPECT_EQ(desk.station.Form().Spectrum().SpectrumSize, 1024) << "the first of the list";
 }
 
 TEST(SoundForms, TheirCommandsNeedASoundInput) {

@@ -17,7 +17,6 @@ namespace {
 
 constexpr double kBottom = -130;
 constexpr double kTop = 3;
-constexpr int kUsualSize = 2;  // the place of 4096 in the list
 constexpr int kMostAveraged = 1000;
 constexpr std::size_t kMostWaiting = 8;  // transforms; a screen that draws slower than that loses some
 constexpr double kLowestShown = -200;
@@ -35,7 +34,8 @@ QColor ColorOfSide(int side) {
 
 }  // namespace
 
-FormSpectrum::FormSpectrum(SpectrumFeed& feed, QWidget* owner) : QWidget(owner, Qt::Window), feed_(feed) {
+FormSpectrum::FormSpectrum(SpectrumFeed& feed, SettingsStore& store, QWidget* owner)
+    : QWidget(owner, Qt::Window), feed_(feed), store_(store) {
   setObjectName(QStringLiteral("FormSpectrum"));
   setWindowTitle(QStringLiteral("Sound Spectrum"));
   auto* layout = new QVBoxLayout(this);
@@ -64,14 +64,12 @@ void FormSpectrum::MakeControls() {
   };
   size_ = new QComboBox(this);
   for (const int samples : {1024, 2048, 4096, 8192, 16384}) size_->addItem(QString::number(samples), samples);
-  size_->setCurrentIndex(kUsualSize);
   captioned(QStringLiteral("&Samples"), size_, "CboSize");
   weights_ = new QComboBox(this);
   weights_->addItems({QStringLiteral("Hann"), QStringLiteral("Blackman"), QStringLiteral("Rectangular")});
   captioned(QStringLiteral("&Window"), weights_, "CboWindow");
   average_ = new QSpinBox(this);
   average_->setRange(1, kMostAveraged);
-  average_->setValue(8);
   average_->setToolTip(QStringLiteral("Mean over so many transforms; 1 for none"));
   captioned(QStringLiteral("&Average"), average_, "SpnAverage");
   peakHold_ = new QCheckBox(QStringLiteral("&Peak hold"), this);
@@ -99,17 +97,24 @@ void FormSpectrum::MakeControls() {
   auto* column = static_cast<QVBoxLayout*>(layout());
   column->addLayout(row);
   column->addLayout(below);
-  connect(size_, &QComboBox::currentIndexChanged, this, [this] { MakeAnew(); });
+  RestoreSettings();
+  connect(size_, &QComboBox::currentIndexChanged, this, [this] {
+    MakeAnew();
+    StoreSettings();
+  });
   connect(weights_, &QComboBox::currentIndexChanged, this, [this] {
     TakeSettings();
     Clear();
+    StoreSettings();
   });
   connect(average_, &QSpinBox::valueChanged, this, [this](int transforms) {
     for (Side& side : sides_) side.spectrum->SetAveraging(transforms);
+    StoreSettings();
   });
   connect(peakHold_, &QCheckBox::toggled, this, [this] {
     for (Side& side : sides_) side.spectrum->ClearPeaks();
     Draw();
+    StoreSettings();
   });
   connect(clear, &QPushButton::clicked, this, [this] { Clear(); });
 }
@@ -206,6 +211,24 @@ void FormSpectrum::TakeSettings() {
     side.spectrum->SetWeights(static_cast<SpectrumWeights>(weights_->currentIndex()));
     side.spectrum->SetAveraging(average_->value());
   }
+}
+
+// A stored choice that the lists do not have leaves the first one.
+void FormSpectrum::RestoreSettings() {
+  const auto stored = [this](const char* key) { return store_.GetSetting(Section::Settings, key); };
+  size_->setCurrentText(ToQString(stored("SpectrumSamples")));
+  weights_->setCurrentText(ToQString(stored("SpectrumWindow")));
+  average_->setValue(static_cast<int>(ValLong(stored("SpectrumAverage"))));
+  peakHold_->setChecked(stored("SpectrumPeakHold") == "True");
+}
+
+void FormSpectrum::StoreSettings() {
+  store_.BeginBatch();
+  store_.SaveSetting(Section::Settings, "SpectrumSamples", FromQString(size_->currentText()));
+  store_.SaveSetting(Section::Settings, "SpectrumWindow", FromQString(weights_->currentText()));
+  store_.SaveSetting(Section::Settings, "SpectrumAverage", NumberText(std::int64_t{average_->value()}));
+  store_.SaveSetting(Section::Settings, "SpectrumPeakHold", peakHold_->isChecked() ? "True" : "False");
+  store_.EndBatch();
 }
 
 void FormSpectrum::Clear() {

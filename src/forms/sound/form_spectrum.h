@@ -10,6 +10,7 @@
 #include <optional>
 #include <vector>
 
+#include "config/settings_store.h"
 #include "core/sound_card.h"
 #include "model/sound_state.h"
 #include "sources/sound/spectrum.h"
@@ -23,8 +24,8 @@ namespace tarvolt {
 /// when it is refreshed, never where they are recorded, so a slow screen costs transforms and no samples.
 class FormSpectrum final : public QWidget {
  public:
-  /// `feed` outlives it.
-  FormSpectrum(SpectrumFeed& feed, QWidget* owner);
+  /// Both outlive it; what a person chooses in the window is kept in `store`.
+  FormSpectrum(SpectrumFeed& feed, SettingsStore& store, QWidget* owner);
   ~FormSpectrum() override;
 
   /// Transforms what has come since the last time and draws it on an axis up to half of that sample rate. What was seen
@@ -48,6 +49,8 @@ class FormSpectrum final : public QWidget {
   void MakePlot();
   void MakeAnew();
   void TakeSettings();
+  void RestoreSettings();
+  void StoreSettings();
   void Take(int side, const std::vector<double>& left, const std::vector<double>& right);
   void Clear();
   void Draw();
@@ -59,6 +62,7 @@ class FormSpectrum final : public QWidget {
   void ShowPointer();
 
   SpectrumFeed& feed_;
+  SettingsStore& store_;
   std::array<Side, 2> sides_;
   QCustomPlot* plot_;
   QComboBox* size_;

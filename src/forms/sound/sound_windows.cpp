@@ -1,12 +1,11 @@
 #include "forms/sound/sound_windows.h"
 
+#include "forms/window_place.h"
+
 namespace tarvolt {
 namespace {
 
-// A window that was closed comes back where it stood.
 void BringToFront(QWidget& window) {
-  const bool wasShown = window.testAttribute(Qt::WA_WState_Created);
-  if (wasShown && !window.isVisible()) window.move(window.pos());
   window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
   window.show();
   window.raise();
@@ -39,17 +38,26 @@ void SoundWindows::AddMenus(QMenu& menu, MenuItems& items) {
 }
 
 void SoundWindows::ShowMeters() {
-  if (meters_ == nullptr) meters_ = new FormMeters(form_.HighestSamples(), owner_);
+  if (meters_ == nullptr) {
+    meters_ = new FormMeters(form_.HighestSamples(), owner_);
+    new WindowPlace(*meters_, session_.store, "SoundLevelsPlace");
+  }
   BringToFront(*meters_);
 }
 
 void SoundWindows::ShowSpectrum() {
-  if (spectrum_ == nullptr) spectrum_ = new FormSpectrum(form_.Spectrum(), owner_);
+  if (spectrum_ == nullptr) {
+    spectrum_ = new FormSpectrum(form_.Spectrum(), session_.store, owner_);
+    new WindowPlace(*spectrum_, session_.store, "SpectrumPlace");
+  }
   BringToFront(*spectrum_);
 }
 
 void SoundWindows::ShowMixer() {
-  if (mixer_ == nullptr) mixer_ = new FormMixer(session_, owner_);
+  if (mixer_ == nullptr) {
+    mixer_ = new FormMixer(session_, owner_);
+    new WindowPlace(*mixer_, session_.store, "MixerPlace");
+  }
   BringToFront(*mixer_);
 }
 
