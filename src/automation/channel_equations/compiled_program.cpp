@@ -28,17 +28,17 @@ class CompiledProgram::SlotMaker {
  public:
   explicit SlotMaker(Slots& slots) : slots_(slots) {}
 
-  SlottedText Put(const Placeholder& placeholder) {
-    const auto known = std::find(slots_.begin(), slots_.end(), placeholder);
+  SlottedText Put(const Datum& datum) {
+    const auto known = std::find(slots_.begin(), slots_.end(), datum);
     const auto slot = static_cast<std::size_t>(known - slots_.begin());
-    if (known == slots_.end()) slots_.push_back(placeholder);
-    if (placeholder.kind == PlaceholderKind::ZAt) otherSamples.push_back(slot);
+    if (known == slots_.end()) slots_.push_back(datum);
+    if (datum.kind == DatumKind::ZAt) otherSamples.push_back(slot);
     return SlottedText(1, static_cast<char16_t>(kFirstSlot + slot));
   }
 
   std::optional<SlottedText> PutAt(int channel, const SlottedText& offset) {
     matterOfText = matterOfText || HasSlot(offset);
-    return Put({PlaceholderKind::ZAt, channel, ValLong(BytesOf(offset, '0'))});
+    return Put({DatumKind::ZAt, channel, ValLong(BytesOf(offset, '0'))});
   }
 
   void Look(const SlottedText& text) { matterOfText = matterOfText || MayBecomeAWord(text); }

@@ -18,11 +18,11 @@ class TrialNumbers {
  public:
   TrialNumbers(const EquationSample& sample, double x) : sample_(sample), x_(x) {}
 
-  std::string Put(const Placeholder& placeholder) {
-    const double value = ValueOf(placeholder, sample_, x_);
-    const std::string line = "Subitituted " + FormatNumber(value, kTrialPicture) + " for " + NameOf(placeholder) + "\n";
-    if (placeholder.kind != PlaceholderKind::X && report.find(line) == std::string::npos) report += line;
-    return TextOf(placeholder, value);
+  std::string Put(const Datum& datum) {
+    const double value = ValueOf(datum, sample_, x_);
+    const std::string line = "Subitituted " + FormatNumber(value, kTrialPicture) + " for " + NameOf(datum) + "\n";
+    if (datum.kind != DatumKind::X && report.find(line) == std::string::npos) report += line;
+    return TextOf(datum, value);
   }
   std::optional<std::string> PutAt(int, const std::string&) { return std::nullopt; }
   void Look(const std::string&) {}
@@ -30,11 +30,10 @@ class TrialNumbers {
   std::string report;
 
  private:
-  static std::string NameOf(const Placeholder& placeholder) {
-    if (placeholder.kind == PlaceholderKind::Z) return std::string{'Z', static_cast<char>('1' + placeholder.channel)};
+  static std::string NameOf(const Datum& datum) {
+    if (datum.kind == DatumKind::Z) return std::string{'Z', static_cast<char>('1' + datum.channel)};
     for (const auto* list : {&TimesAndMessages(), &DataExtremes()}) {
-      const auto named =
-          std::find_if(list->begin(), list->end(), [&](const auto& row) { return row.placeholder == placeholder; });
+      const auto named = std::find_if(list->begin(), list->end(), [&](const auto& row) { return row.datum == datum; });
       if (named != list->end()) return named->name;
     }
     return "X";

@@ -5,13 +5,13 @@
 #include <string>
 #include <string_view>
 
-#include "automation/channel_equations/placeholder.h"
+#include "automation/channel_equations/datum.h"
 
 namespace tarvolt {
 
 // The rewriting of an equation's text, written once for both of its uses: with the numbers as text, and with marks that
 // keep their places (SlottedText). `Numbers` gives what is put in:
-//   Text Put(const Placeholder&);                              any but ZAt
+//   Text Put(const Datum&);                              any but ZAt
 //   std::optional<Text> PutAt(int channel, const Text& offset)  nothing when that sample is not there
 //   void Look(const Text&);                                    called with the text after each step
 
@@ -58,9 +58,9 @@ class StatementReader {
   /// `numbers` outlives it.
   StatementReader(std::string_view equation, Numbers& numbers) : numbers_(numbers), rest_(TextFrom<Text>(equation)) {
     rest_ += ';';
-    for (const NamedPlaceholder& named : TimesAndMessages()) PutNamed(named);
+    for (const NamedDatum& named : TimesAndMessages()) PutNamed(named);
     if (!Holds(rest_, "DataM")) return;
-    for (const NamedPlaceholder& named : DataExtremes()) PutNamed(named);
+    for (const NamedDatum& named : DataExtremes()) PutNamed(named);
   }
 
   /// The next statement; nothing behind the last.
@@ -77,16 +77,16 @@ class StatementReader {
   }
 
  private:
-  void PutNamed(const NamedPlaceholder& named) {
+  void PutNamed(const NamedDatum& named) {
     if (!Holds(rest_, named.name)) return;
-    ReplaceEvery(rest_, named.name, numbers_.Put(named.placeholder));
+    ReplaceEvery(rest_, named.name, numbers_.Put(named.datum));
     numbers_.Look(rest_);
   }
 
   // Every X, be it part of a word or not: functions are written in lower case.
   void PutX(Text& text) {
     if (!Holds(text, "X")) return;
-    ReplaceEvery(text, "X", numbers_.Put({PlaceholderKind::X}));
+    ReplaceEvery(text, "X", numbers_.Put({DatumKind::X}));
     numbers_.Look(text);
   }
 
@@ -117,7 +117,7 @@ class StatementReader {
   void PutThisSample(int channel, Text& text) {
     const Text name = TextFrom<Text>(std::string{'Z', static_cast<char>('1' + channel)});
     for (std::size_t at = text.find(name); at != Text::npos; at = text.find(name, at == 0 ? 0 : at - 1)) {
-      text.replace(at, name.size(), numbers_.Put({PlaceholderKind::Z, channel}));
+      text.replace(at, name.size(), numbers_.Put({DatumKind::Z, channel}));
       numbers_.Look(text);
     }
   }

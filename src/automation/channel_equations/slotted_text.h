@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "automation/channel_equations/placeholder.h"
+#include "automation/channel_equations/datum.h"
 
 namespace tarvolt {
 
@@ -20,8 +20,8 @@ inline std::size_t SlotOf(char16_t c) {
   return c - kFirstSlot;
 }
 
-/// The numbers of one equation, each placeholder once.
-using Slots = std::vector<Placeholder>;
+/// The numbers of one equation, each datum once.
+using Slots = std::vector<Datum>;
 
 /// The text of the bytes alone, with `stand` in place of each number.
 inline std::string BytesOf(const SlottedText& text, char stand) {

@@ -11,11 +11,11 @@ class NumbersAsText {
  public:
   NumbersAsText(const EquationSample& sample, double x) : sample_(sample), x_(x) {}
 
-  std::string Put(const Placeholder& placeholder) { return TextOf(placeholder, ValueOf(placeholder, sample_, x_)); }
+  std::string Put(const Datum& datum) { return TextOf(datum, ValueOf(datum, sample_, x_)); }
   std::optional<std::string> PutAt(int channel, const std::string& offset) {
-    const Placeholder placeholder{PlaceholderKind::ZAt, channel, ValLong(offset)};
-    if (!IsInRange(placeholder, sample_)) return std::nullopt;
-    return Put(placeholder);
+    const Datum datum{DatumKind::ZAt, channel, ValLong(offset)};
+    if (!IsInRange(datum, sample_)) return std::nullopt;
+    return Put(datum);
   }
   void Look(const std::string&) {}
 

@@ -9,7 +9,7 @@
 namespace tarvolt {
 
 /// What the text of an equation may hold in place of a number.
-enum class PlaceholderKind : std::uint8_t {
+enum class DatumKind : std::uint8_t {
   X,        ///< the value of the channel whose equation it is
   TDay,     ///< the time of day, or of the sample
   TSDay,    ///< the time since the begin
@@ -21,34 +21,34 @@ enum class PlaceholderKind : std::uint8_t {
   ZAt,      ///< the value of a channel in another sample
 };
 
-struct Placeholder {
-  PlaceholderKind kind = PlaceholderKind::X;
+struct Datum {
+  DatumKind kind = DatumKind::X;
   int channel = 0;          ///< of MsgData and those below it, counted from 0
   std::int32_t offset = 0;  ///< of ZAt, in samples
-  bool operator==(const Placeholder&) const = default;
+  bool operator==(const Datum&) const = default;
 };
 
 /// Those that are put in before a text is cut into its statements, in their order. X and Z follow in each statement.
-struct NamedPlaceholder {
+struct NamedDatum {
   std::string name;
-  Placeholder placeholder;
+  Datum datum;
 };
-const std::vector<NamedPlaceholder>& TimesAndMessages();
-const std::vector<NamedPlaceholder>& DataExtremes();
+const std::vector<NamedDatum>& TimesAndMessages();
+const std::vector<NamedDatum>& DataExtremes();
 
 /// False for a ZAt whose sample is not there.
-bool IsInRange(const Placeholder& placeholder, const EquationSample& sample);
+bool IsInRange(const Datum& datum, const EquationSample& sample);
 
 /// The number it stands for. `x` is the value of the channel whose equation it is.
-double ValueOf(const Placeholder& placeholder, const EquationSample& sample, double x);
+double ValueOf(const Datum& datum, const EquationSample& sample, double x);
 
 /// The text that is put in its place.
-std::string TextOf(const Placeholder& placeholder, double value);
+std::string TextOf(const Datum& datum, double value);
 
 /// True when its text leads with a blank unless with a minus.
-bool HasWireForm(const Placeholder& placeholder);
+bool HasWireForm(const Datum& datum);
 
-/// A placeholder's number as the equation reads it.
+/// A datum's number as the equation reads it.
 struct PlacedNumber {
   double raw = 0;      ///< before it was printed
   double printed = 0;  ///< and read again
@@ -56,6 +56,6 @@ struct PlacedNumber {
 };
 
 /// Prints and reads the number, in effect. `known` is what it was last time.
-void Place(const Placeholder& placeholder, double value, PlacedNumber& known);
+void Place(const Datum& datum, double value, PlacedNumber& known);
 
 }  // namespace tarvolt
