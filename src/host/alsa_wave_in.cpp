@@ -10,6 +10,7 @@
 #include <condition_variable>
 #include <cstring>
 #include <mutex>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -110,7 +111,13 @@ void AlsaWaveIn::Start() {
   if (!open_) return;
   EndCapture();
   capture_ = std::make_shared<Capture>(*this, loop_, AlsaPcmName(name_).value_or(""), format_, bufferBytes_);
-  std::thread(ReadDriver, capture_).detach();
+  try {
+    std::thread(ReadDriver, capture_).detach();
+  } catch (const std::system_error& error) {
+    capture_->failure = error.what();
+    capture_->ended = true;
+    PostDelivery(capture_);
+  }
 }
 
 void AlsaWaveIn::Pause() {

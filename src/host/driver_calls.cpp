@@ -3,6 +3,7 @@
 #include <condition_variable>
 #include <map>
 #include <mutex>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -41,13 +42,18 @@ bool DriverCalls::Run(const std::string& driver, std::chrono::milliseconds patie
   std::unique_lock lock(out_->mutex);
   const Clock::time_point until = Clock::now() + patience;
   if (out_->Hangs(driver) || !out_->WaitFor(driver, lock, until)) return false;
-  out_->drivers[driver] = Clock::now();
-  std::thread([out = out_, driver, call = std::move(call)] {
+  const auto ask = [out = out_, driver, call = std::move(call)] {
     call();
     const std::lock_guard done(out->mutex);
     out->drivers.erase(driver);
     out->changed.notify_all();
-  }).detach();
+  };
+  try {
+    std::thread(ask).detach();
+  } catch (const std::system_error&) {
+    return false;  // the machine has no thread left: as if there were no answer
+  }
+  out_->drivers[driver] = Clock::now();  // the thread cannot erase it before: the lock is held here
   return out_->WaitFor(driver, lock, until);
 }
 
