@@ -24,6 +24,9 @@ class ChartRun {
   /// Turns the log over: saves it when that is wanted and starts a new one, or ends the run. Yields only in a question.
   void MaxedOut(MaxedOutMode mode);
 
+  /// Logs how many samples a clock that stood or went back has cost since this was told last.
+  void TellDropped();
+
   /// Tries again to save what the disk refused, when something waits.
   void RetrySaves();
 

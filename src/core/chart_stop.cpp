@@ -18,6 +18,7 @@ void ChartRun::StopChart() {
   CloseSources();
   TestDcount();
   MarkDataForSaving();
+  TellDropped();
   LogRate();
   ShowEnded();
   EnableCommands();
@@ -32,6 +33,13 @@ void ChartRun::StopChart() {
   recorder_.commands.ShowArrows();
   EnterChartStopped(recorder_);
   run_.Stopping = false;
+}
+
+void ChartRun::TellDropped() {
+  if (run_.DroppedSamples == 0) return;
+  session_.Add2SLog("The clock stood or went back: " + NumberText(std::int64_t{run_.DroppedSamples}) +
+                    " samples were dropped.");
+  run_.DroppedSamples = 0;
 }
 
 void ChartRun::StopTimers() {

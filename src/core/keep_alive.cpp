@@ -70,11 +70,8 @@ void KeepAlive::SyncBackup(double seconds) {
 void KeepAlive::TellDropped(double seconds) {
   constexpr double kPause = 60;
   secondsSinceTold_ += seconds;
-  RunState& run = window_.run;
-  if (run.DroppedSamples == 0 || secondsSinceTold_ < kPause) return;
-  session_.Add2SLog("The clock stood or went back: " + NumberText(std::int64_t{run.DroppedSamples}) +
-                    " samples were dropped.");
-  run.DroppedSamples = 0;
+  if (window_.run.DroppedSamples == 0 || secondsSinceTold_ < kPause) return;
+  chartRun_.TellDropped();
   secondsSinceTold_ = 0;
 }
 

@@ -111,13 +111,21 @@ void SamplePipeline::AverageChannels() {
   run_.AvgCount = 0;
 }
 
-// False when the sample is dropped: the clock stood still or stepped back.
+// False when the sample is dropped: the clock stood still or stepped back. Buffers of sound that had to wait, while a
+// file was saved or for a driver that delivers many at once, come faster than the clock counts: none of them is lost.
 bool SamplePipeline::StampSample(std::optional<TimeStamp> sourceTime) {
   const TimeStamp now = sourceTime ? *sourceTime : recorder_.CalcTime();
   const TimeStamp first = run_.time.firstStamp;
   const TimeStamp stamp = run_.TimeRefZero ? now - first + WholeDay(first) : now;
+  const bool clockWentBack = now < lastClock_;
+  lastClock_ = now;
   if (run_.LastStamp > 0 && !(stamp > run_.LastStamp)) {
-    if (!HandleClockStep(stamp)) return false;
+    const bool isBurst = run_.TimerType == kSoundTimer && !sourceTime && run_.StepBack == 0 && !clockWentBack;
+    if (isBurst) {
+      run_.CurrentStamp = run_.LastStamp + kMillisecond;
+    } else if (!HandleClockStep(stamp)) {
+      return false;
+    }
   } else {
     run_.CurrentStamp = stamp;
     run_.EndStamp = now;

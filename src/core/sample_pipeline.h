@@ -44,6 +44,7 @@ class SamplePipeline {
   Session& session_;
   ChartWindow& window_;
   RunState& run_;
+  TimeStamp lastClock_ = 0;    ///< the time when a sample was stamped last
   bool storeRefused_ = false;  // memory ran out before MaxArrayCount
 };
 

@@ -61,6 +61,7 @@ std::size_t BlockQueue::Ready() const {
 
 void BlockQueue::NoteLost(std::int64_t blocks) {
   const std::lock_guard lock(mutex_);
+  growing_.clear();  // what comes next does not follow on it
   lost_ += blocks;
 }
 

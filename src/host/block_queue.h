@@ -34,7 +34,7 @@ class BlockQueue {
   /// Blocks that are ready.
   std::size_t Ready() const;
 
-  /// Notes blocks that were lost before they came here.
+  /// Notes blocks that were lost before they came here; the block that had begun is lost with them.
   void NoteLost(std::int64_t blocks);
 
   /// Blocks lost since the last call.

@@ -85,6 +85,7 @@ struct SoundState {
 
   /// Blanks the readings of the newest buffer.
   void ClearLastReadings() {
+    CrossCorrelation = 0;
     LastPeakL = 0;
     LastPeakR = 0;
     LastAvgL = 0;

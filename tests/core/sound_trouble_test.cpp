@@ -57,6 +57,7 @@ TEST_F(SoundTrouble, ACardThatStallsOrFallsSilentIsOpenedAgain) {
   station.host.sound.Stall(kCard);
   station.RunFor(20s);
   EXPECT_TRUE(station.Logged("was lost: it delivers nothing"));
+  EXPECT_EQ(station.Form().Window().sound.LastAvgL, 0) << "no stale reading";
   station.host.sound.Heal();
   station.RunFor(20s);
   EXPECT_TRUE(station.Logged("The gap is 2"));
@@ -103,6 +104,20 @@ TEST_F(SoundTrouble, BuffersThatFillDuringATickAreDroppedAndCounted) {
   EXPECT_GT(station.Form().Window().sound.overRuns, 150);
   station.StopChart();
   EXPECT_TRUE(station.Logged("Sound buffers lost: ")) << station.Log();
+}
+
+TEST_F(SoundTrouble, BuffersThatHadToWaitAreAllSamples) {
+  station.Set("TimerType", 1).Set("SampleRate", 10).StartChart();
+  station.host.sound.Jitter(400ms);
+  station.RunFor(20s);
+  const std::vector<Sample> samples = Stored();
+  EXPECT_NEAR(static_cast<double>(samples.size()), 2000, 60);
+  for (std::size_t i = 1; i < samples.size(); ++i) ASSERT_GT(samples[i].stamp, samples[i - 1].stamp);
+  station.host.clock.StepWall(-5s);
+  station.RunFor(3s);
+  EXPECT_NEAR(static_cast<double>(Stored().size() - samples.size()), 0, 60) << "a clock that is set back is waited for";
+  station.StopChart();
+  EXPECT_TRUE(station.Logged("The clock stood or went back: ")) << station.Log();
 }
 
 TEST_F(SoundTrouble, BuffersThatFillAheadOfTheSoundRowAreKept) {

@@ -82,6 +82,7 @@ void SoundInput::Start() {
   silent_ = false;
   lastBuffer_ = session_.host.clock.MonotonicMilliseconds();
   lastSound_ = lastBuffer_;
+  delivers_ = false;
   sound_.spectrum.BeginAnew();
   device_->Start();
 }
@@ -117,6 +118,7 @@ void SoundInput::Close() {
     session_.Add2SLog("Sound buffers lost: " + NumberText(sound_.overRuns));
   }
   sound_.overRuns = 0;
+  if (!trouble_.empty() && window_.view.StatusText == trouble_) window_.view.StatusText.clear();
   trouble_.clear();
   request_.name.clear();
 }

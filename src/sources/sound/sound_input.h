@@ -104,6 +104,7 @@ class SoundInput {
   bool lost_ = false;
   bool rewinds_ = false;   ///< opening it again would begin it anew, as with a file
   bool opening_ = false;   ///< the device is being opened again
+  bool delivers_ = false;  ///< a buffer has come since the start
   bool silent_ = false;    ///< exact zeros have been told
   double lastBuffer_ = 0;  ///< monotonic milliseconds
   double lastSound_ = 0;   ///< of the last sample that was not zero

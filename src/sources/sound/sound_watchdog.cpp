@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <utility>
 
 #include "sources/sound/sound_input.h"
 #include "text/number.h"
@@ -11,6 +12,8 @@ constexpr double kPatience = 2000;        // milliseconds without a buffer
 constexpr double kBuffersOfPatience = 4;  // the same for long buffers
 constexpr double kSilence = 5000;         // milliseconds of exact zeros, which no converter gives
 constexpr double kTryEvery = 2000;        // milliseconds between two tries to open a lost input
+constexpr double kFreshEvery = 60000;     // the same for one that gives zeros
+constexpr double kOpening = 3000;         // milliseconds that the first buffer may take longer
 constexpr double kSecond = 1000;
 
 std::string SecondsText(double milliseconds) {
@@ -19,10 +22,11 @@ std::string SecondsText(double milliseconds) {
 
 }  // namespace
 
-// A device is given time for some of its own buffers, however long they are.
+// A device is given time for some of its own buffers, however long they are, and to open.
 double SoundInput::Patience() const {
   const double frames = static_cast<double>(request_.bufferBytes) / request_.format.FrameBytes();
-  return std::max(kPatience, kBuffersOfPatience * frames / request_.format.samplesPerSecond * kSecond);
+  const double patience = std::max(kPatience, kBuffersOfPatience * frames / request_.format.samplesPerSecond * kSecond);
+  return delivers_ ? patience : patience + kOpening;
 }
 
 bool SoundInput::InRun() const {
@@ -74,10 +78,11 @@ void SoundInput::Watch() {
   if (now - lastBuffer_ > Patience() && !rewinds_) return Lose("it delivers nothing");
   const bool looksAtSamples = window_.run.chartState != ChartState::Idle;
   if (!looksAtSamples) lastSound_ = now;
-  if (silent_ || now - lastSound_ <= std::max(kSilence, Patience())) return;
-  silent_ = true;
-  Announce("The sound input " + request_.name + " gives zeros alone.");
-  if (rewinds_) return;
+  if (now - lastSound_ <= std::max(kSilence, Patience())) return;
+  if (!silent_) Announce("The sound input " + request_.name + " gives zeros alone.");
+  const bool wasSilent = std::exchange(silent_, true);
+  if (rewinds_ || (wasSilent && now < nextTry_)) return;
+  nextTry_ = now + kFreshEvery;
   // An input that was pulled out may go on with zeros: a fresh one gives sound, if there is any.
   std::string why;
   if (!OpenDevice(why)) return Lose(why);
@@ -88,6 +93,7 @@ void SoundInput::Watch() {
 }
 
 void SoundInput::NoteDelivery() {
+  delivers_ = true;
   lastBuffer_ = session_.host.clock.MonotonicMilliseconds();
   if (!lost_) return;
   lost_ = false;
@@ -109,6 +115,7 @@ void SoundInput::Lose(const std::string& why) {
   LetGo();
   if (lost_) return;
   lost_ = true;
+  sound_.ClearLastReadings();  // nothing of it may be taken for what is heard now
   lostSince_ = lastBuffer_;
   nextTry_ = session_.host.clock.MonotonicMilliseconds();
   if (!InRun()) return;
