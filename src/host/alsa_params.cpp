@@ -5,9 +5,8 @@
 namespace tarvolt {
 namespace {
 
-constexpr double kShortestPeriod = 5'000;  // microseconds
+constexpr double kShortestPeriod = 5'000;  // microseconds; half of the shortest read of a run
 constexpr double kLongestPeriod = 20'000;
-constexpr double kShortestClock = 10'000;  // of a buffer that may be the clock of a run
 constexpr unsigned kHeld = 500'000;
 
 /// The parameters with all but the times of the buffer set; 0 or the error of ALSA.
@@ -43,9 +42,7 @@ int SetAlsaParams(snd_pcm_t& pcm, const WaveFormat& format, std::int32_t bufferB
   snd_pcm_hw_params_alloca(&params);
   if (const int error = Narrow(pcm, *params, format); error < 0) return error;
   const double bufferTime = 1e6 * bufferBytes / format.FrameBytes() / format.samplesPerSecond;
-  // Shorter buffers are no clock and need not come evenly: many at a time cost far less.
-  const double wanted = bufferTime < kShortestClock ? kShortestClock : bufferTime / 2;
-  auto period = static_cast<unsigned>(std::clamp(wanted, kShortestPeriod, kLongestPeriod));
+  auto period = static_cast<unsigned>(std::clamp(bufferTime / 2, kShortestPeriod, kLongestPeriod));
   unsigned held = kHeld;
   // What the driver makes of the two times is its own affair; the capture works with any.
   snd_pcm_hw_params_set_period_time_near(&pcm, params, &period, nullptr);
