@@ -44,7 +44,7 @@ class ObserverLog {
 /// Now in the base of the observer log: UT with OLogUT, else local time.
 TimeStamp OLogTime(Clock& clock, const Settings& settings);
 
-/// The stamp line for now, with its CR LF: "<12:34:56 01/31/2026 UT>".
+/// The stamp line of this moment, with its CR LF: "<12:34:56 01/31/2026 UT>".
 std::string GetTimeStamp(Clock& clock, const Settings& settings);
 
 /// The file name of a log begun now, without folder: "YYMMDDHHnnLog.txt".
