@@ -69,7 +69,7 @@ class NoSound final : public WaveInDevices {
  private:
   class NoInput final : public WaveInDevice {
    public:
-    bool Open(const WaveFormat&, std::int32_t, std::string&) override { return false; }
+    bool Open(const WaveFormat&, const WaveBuffers&, std::string&) override { return false; }
     void Start() override {}
     void Pause() override {}
     void Restart() override {}

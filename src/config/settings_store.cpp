@@ -138,9 +138,15 @@ std::string SettingsStore::GetSetting(Section section, std::string_view key, std
   return Get(SectionName(section), key, fallback);
 }
 
+std::string_view LastingName(std::string_view card) {
+  const std::size_t colon = card.find(':');
+  const bool isDescribed = colon != card.npos && colon > 0 && card.substr(colon).starts_with(": ");
+  return isDescribed ? card.substr(0, colon) : card;
+}
+
 std::string SettingsStore::GetCardSetting(std::string_view card, std::string_view key,
                                           std::string_view fallback) const {
-  return Get(std::string(card), key, fallback);
+  return Get(std::string(LastingName(card)), key, fallback);
 }
 
 std::string SettingsStore::Get(const std::string& section, std::string_view key, std::string_view fallback) const {
@@ -155,7 +161,7 @@ void SettingsStore::SaveSetting(Section section, std::string_view key, std::stri
 }
 
 void SettingsStore::SaveCardSetting(std::string_view card, std::string_view key, std::string_view text) {
-  Save(std::string(card), key, text);
+  Save(std::string(LastingName(card)), key, text);
 }
 
 void SettingsStore::Save(const std::string& section, std::string_view key, std::string_view text) {

@@ -13,6 +13,10 @@ namespace tarvolt {
 /// The six sections of the store.
 enum class Section { Settings, Colors, TickGrid, Recent, LogEntries, Export };
 
+/// What stays the same in the listed name of a sound card: "USB,0" of "USB,0: Receiver, Line". The description behind
+/// it may change with the system's drivers. A name without one is the whole of it.
+std::string_view LastingName(std::string_view card);
+
 /// The persistent store: one text value a section and key, in one file of the station's home. Names of keys
 /// compare without case. A change is written at once: the whole file is written beside the old one, synced and renamed
 /// over it, so a crash at any byte leaves the old values or the new ones.
@@ -34,7 +38,7 @@ class SettingsStore {
   std::string GetSetting(Section section, std::string_view key) const;
   std::string GetSetting(Section section, std::string_view key, std::string_view fallback) const;
 
-  /// The same from the section of a sound card, which bears its name.
+  /// The same from the section of a sound card, which bears its LastingName.
   std::string GetCardSetting(std::string_view card, std::string_view key, std::string_view fallback) const;
   void SaveCardSetting(std::string_view card, std::string_view key, std::string_view text);
 

@@ -7,6 +7,11 @@
 #include "sources/sound/sound_formats.h"
 
 namespace tarvolt {
+namespace {
+
+constexpr double kDeliveriesARead = 4;  // so that each read finds about as much sound
+
+}  // namespace
 
 bool ChartRun::NeedsSound() const {
   return recorder_.sources.SoundInUse() || run_.TimerType == kSoundTimer;
@@ -27,7 +32,6 @@ bool ChartRun::SetUpSound() {
   session_.host.loop.Yield(std::chrono::milliseconds(0));
   PlanSound();
   if (PushReplacesSound()) return true;
-  TakeMixerVolume(session_);
   AddSoundMetadata();
   return OpenSound() && WaitForSound();
 }
@@ -43,15 +47,17 @@ bool ChartRun::CheckSoundFormat() {
 }
 
 void ChartRun::PlanSound() {
-  Settings& settings = session_.settings;
   const bool paces = run_.TimerType == kSoundTimer;
-  if (paces && (settings.SCTadjust < 0.5 || settings.SCTadjust > 1.5)) settings.SCTadjust = 1;
+  if (paces && (run_.SCTadjust < 0.5 || run_.SCTadjust > 1.5)) {
+    run_.SCTadjust = 1;
+    session_.settings.SCTadjust = 1;
+  }
   SoundTimingRequest request;
-  request.SampleRate = settings.SampleRate;
-  request.vAvg = settings.vAvg;
+  request.SampleRate = run_.SampleRate;
+  request.vAvg = run_.vAvg;
   request.paces = paces;
-  request.SCTadjust = settings.SCTadjust;
-  request.Pbuffer = settings.Pbuffer;
+  request.SCTadjust = run_.SCTadjust;
+  request.Pbuffer = session_.settings.Pbuffer;
   request.format = soundFormat_;
   soundTiming_ = PlanSoundTiming(request);
   run_.EffectiveAvg = soundTiming_.EffectiveAvg;
@@ -60,9 +66,8 @@ void ChartRun::PlanSound() {
 
 // Here and not where the input is opened: a data source that pushes may use the input without a run's sound.
 void ChartRun::SizeRing() {
-  const Settings& settings = session_.settings;
   const std::int32_t entries =
-      PreBufferEntries(soundTiming_.bufferBytes, soundFormat_.stereo, settings.PreBuffLen, settings.SampleRate);
+      PreBufferEntries(soundTiming_.bufferBytes, soundFormat_.stereo, session_.settings.PreBuffLen, run_.SampleRate);
   SoundRing& ring = window_.sound.ring;
   ring.PreBufferRing.assign(static_cast<std::size_t>(entries), 0);
   ring.RingRead = 0;
@@ -78,7 +83,9 @@ bool ChartRun::OpenSound() {
   SoundInput::Request request;
   request.name = settings.SoundCardName;
   request.format = soundFormat_;
-  request.bufferBytes = soundTiming_.bufferBytes;
+  request.buffers.bytes = soundTiming_.bufferBytes;
+  const bool paces = run_.TimerType == kSoundTimer;
+  request.buffers.latency = (paces ? soundTiming_.bufMs : run_.SampleRate) / kDeliveriesARead;
   request.sources = recorder_.sources;
   std::string why;
   if (!recorder_.sound.Open(request, why)) {
@@ -104,7 +111,7 @@ bool ChartRun::WaitForSound() {
     view_.StatusText.clear();
     return true;
   }
-  if (!heard() && sound.LastPeakL == 0 && sound.LastPeakR == 0) {
+  if (!run_.EndRequested && !heard() && sound.LastPeakL == 0 && sound.LastPeakR == 0) {
     Refuse("No sound was detected from:\n\n" + session_.settings.SoundCardName +
            "\n\nCheck your input and you mixer settings.");
   }

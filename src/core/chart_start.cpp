@@ -100,6 +100,8 @@ void ChartRun::ResetRunState() {
   run_.Dsrc = session_.settings.Dsrc;
   run_.Detection = session_.settings.Detection;
   run_.TimerType = session_.settings.TimerType;
+  run_.SampleRate = session_.settings.SampleRate;
+  run_.SCTadjust = session_.settings.SCTadjust;
   run_.vAvg = session_.settings.vAvg;
   run_.UDSpush = session_.settings.UDSpush;
   run_.ApplyToIncoming = session_.settings.ApplyToIncoming;
@@ -123,6 +125,7 @@ void ChartRun::ResetRunState() {
   view_.LeftStatus.clear();
   view_.StatusHold = kStatusFree;
   window_.sound.ClearAccumulators();
+  window_.sound.gaps = SoundGaps{};
   recorder_.sources = SourcesInUse{};
 }
 
@@ -152,7 +155,7 @@ bool ChartRun::CheckSources() {
   const Settings& settings = session_.settings;
   recorder_.sources = FindSourcesInUse(settings);
   // A card that is away for a moment is not replaced: opening it refuses the start by its name.
-  if (NeedsSound() && !HasSoundCard(settings)) MatchSoundCard(session_);
+  if (NeedsSound() && !HasSoundCard(session_.settings)) MatchSoundCard(session_);
   const std::string refusal = RefuseAtStart(settings, HasSoundCard(settings));
   if (!refusal.empty()) return Refuse(refusal);
   for (int channel = 0; channel < ActiveChannels(settings); ++channel) {
@@ -252,12 +255,11 @@ void ChartRun::ZeroCounters() {
 }
 
 bool ChartRun::CheckTiming() {
-  const Settings& settings = session_.settings;
-  if (settings.vAvg < 1) return Refuse("Must have greater than zero samples to average.");
-  if (!(settings.SampleRate >= 10)) return Refuse("Sample Rate must be 10 milliseconds or greater.");
-  if (run_.TimerType == kSoundTimer && !PushReplacesSound() && !HasSoundCard(settings))
+  if (run_.vAvg < 1) return Refuse("Must have greater than zero samples to average.");
+  if (!(run_.SampleRate >= 10)) return Refuse("Sample Rate must be 10 milliseconds or greater.");
+  if (run_.TimerType == kSoundTimer && !PushReplacesSound() && !HasSoundCard(session_.settings))
     return Refuse("The sound card is set as the timing method but no sound card is available.");
-  recorder_.LoTime1->SetInterval(RoundToInt32(settings.SampleRate));
+  recorder_.LoTime1->SetInterval(RoundToInt32(run_.SampleRate));
   return true;
 }
 
@@ -284,7 +286,7 @@ void ChartRun::AddTimingMetadata() {
   TimingFacts facts;
   facts.udsInUse = recorder_.sources.UDSInUse;
   facts.soundPaces = run_.TimerType == kSoundTimer;
-  const bool uneven = facts.soundPaces && session_.settings.SampleRate > 1000 && !soundTiming_.divided;
+  const bool uneven = facts.soundPaces && run_.SampleRate > 1000 && !soundTiming_.divided;
   if (uneven) facts.actualPeriod = (run_.EffectiveAvg - run_.vAvg + 1) * soundTiming_.bufMs;
   tarvolt::AddTimingMetadata(session_, facts, window_);
 }

@@ -1,6 +1,7 @@
 #include "core/chart_run.h"
 #include "files/naming.h"
 #include "files/saving.h"
+#include "sources/sound/sound_gaps.h"
 
 namespace tarvolt {
 
@@ -98,6 +99,7 @@ void ChartRun::RestartChart() {
     BuildMetadata();
     if (NeedsSound() && !PushReplacesSound()) AddSoundMetadata();
     AddTimingMetadata();
+    AddSoundGaps(window_);
   }
   run_.ChartRunning = true;
   run_.ChartStopped = false;

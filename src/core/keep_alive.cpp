@@ -44,8 +44,7 @@ bool KeepAlive::ReleaseStatusLine() {
 
 void KeepAlive::ShowRate(double seconds) {
   const RunState& run = window_.run;
-  const Settings& settings = session_.settings;
-  const bool slow = settings.SampleRate > recorder_.TimerKeepAlive->Interval();
+  const bool slow = run.SampleRate > recorder_.TimerKeepAlive->Interval();
   const std::string rate = slow ? SlowRateText(seconds) : run.Dcount > run.LastDcount ? RateText(seconds) : "";
   if (slow || !rate.empty()) {
     const bool notSaving = run.MiniServer && !run.DiskBackUp;

@@ -24,6 +24,10 @@ const Source& SourceOf(int source) {
   return kSources[source >= 0 && source < kMixerSources ? source : 0];
 }
 
+int StoredVolume(const Settings& settings, int source) {
+  return settings.*SourceOf(source).volume;
+}
+
 bool Refused(Session& session, const std::string& what) {
   session.Add2SLog("The mixer of " + session.settings.SoundCardName + " refuses " + what + ".");
   return false;
@@ -33,10 +37,6 @@ bool Refused(Session& session, const std::string& what) {
 
 const char* MixerSourceName(int source) {
   return SourceOf(source).name;
-}
-
-int MixerVolume(const Settings& settings, int source) {
-  return settings.*SourceOf(source).volume;
 }
 
 MixerView ReadMixer(const Session& session) {
@@ -51,7 +51,7 @@ MixerView ReadMixer(const Session& session) {
   for (int source = 0; source < kMixerSources; ++source) {
     MixerInput& input = view.inputs[source];
     view.hasMixer = view.hasMixer || input.there;
-    if (!input.hasVolume) input.volume = std::clamp(MixerVolume(settings, source), 0, 100);
+    if (!input.hasVolume) input.volume = std::clamp(StoredVolume(settings, source), 0, 100);
   }
   return view;
 }
@@ -82,12 +82,12 @@ void SetMixerEnabled(Session& session, bool enabled) {
   SaveRegistrySetting(session.store, session.overrides, session.settings, "MixerEnabled");
 }
 
-void TakeMixerVolume(Session& session) {
-  Settings& settings = session.settings;
-  if (!HasSoundCard(settings)) return;
+int MixerVolumeNow(const Session& session) {
+  const Settings& settings = session.settings;
   const int source = settings.MixerSource >= 0 && settings.MixerSource < kMixerSources ? settings.MixerSource : 0;
-  const MixerInput input = session.host.mixer.Inputs(settings.SoundCardName)[source];
-  if (input.hasVolume) settings.*SourceOf(source).volume = input.volume;
+  MixerInput input;
+  if (HasSoundCard(settings)) input = session.host.mixer.Inputs(settings.SoundCardName)[source];
+  return input.hasVolume ? input.volume : StoredVolume(settings, source);
 }
 
 }  // namespace tarvolt

@@ -34,10 +34,7 @@ bool SetMixerVolume(Session& session, int source, int volume);
 /// With it off the card's mixer is left to other programs. Switching it on sets nothing by itself.
 void SetMixerEnabled(Session& session, bool enabled);
 
-/// The stored volume of an input.
-int MixerVolume(const Settings& settings, int source);
-
-/// Takes the volume of the chosen input from the card where it has one, for the run that begins. Stores nothing.
-void TakeMixerVolume(Session& session);
+/// The volume of the chosen input as the card has it now, else the stored one.
+int MixerVolumeNow(const Session& session);
 
 }  // namespace tarvolt

@@ -73,24 +73,25 @@ void AddSoundMetadata(const Session& session, const std::string& formatText, std
                       ChartWindow& window) {
   const int source = session.settings.MixerSource;
   window.metadata.AddToMetaData("Sound: ", formatText + " Buffer:" + NumberText(std::int64_t{bufferBytes}));
-  window.metadata.AddToMetaData("Mixer: ", std::string("Source:") + MixerSourceName(source) + " Vol:" +
-                                               NumberText(std::int64_t{MixerVolume(session.settings, source)}));
+  window.metadata.AddToMetaData("Mixer: ", std::string("Source:") + MixerSourceName(source) +
+                                               " Vol:" + NumberText(std::int64_t{MixerVolumeNow(session)}));
 }
 
 void AddTimingMetadata(const Session& session, const TimingFacts& facts, ChartWindow& window) {
   const Settings& settings = session.settings;
+  const RunState& run = window.run;
   window.metadata.AddToMetaData("Timing Method: ", facts.soundPaces ? "Sound Card" : "Timer");
   if (facts.soundPaces) {
     window.metadata.AddToMetaData("Sound Card Device", settings.SoundCardName);
-    window.metadata.AddToMetaData("Sound Card Timing Correction", NumberText(settings.SCTadjust));
+    window.metadata.AddToMetaData("Sound Card Timing Correction", NumberText(run.SCTadjust));
   }
-  window.metadata.AddToMetaData("Requested Sample Period: ", NumberText(settings.SampleRate));
+  window.metadata.AddToMetaData("Requested Sample Period: ", NumberText(run.SampleRate));
   if (facts.actualPeriod) {
     window.metadata.AddToMetaData("Actual Sample Period: ", NumberText(*facts.actualPeriod));
   }
   if (!facts.udsInUse) return;
   window.metadata.AddToMetaData("Using UDS: ", settings.UDSexe);
-  window.metadata.AddToMetaData("UDS Data: ", settings.UDSpush ? "Pushed" : "Polled");
+  window.metadata.AddToMetaData("UDS Data: ", run.UDSpush ? "Pushed" : "Polled");
 }
 
 }  // namespace tarvolt

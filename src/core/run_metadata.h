@@ -18,7 +18,7 @@ std::string EquationText(const EquationSet& set, int channel);
 void AddSoundMetadata(const Session& session, const std::string& formatText, std::int32_t bufferBytes,
                       ChartWindow& window);
 
-/// What paces a run.
+/// What paces a run, beside what its state tells.
 struct TimingFacts {
   bool udsInUse = false;
   bool soundPaces = false;

@@ -78,8 +78,13 @@ void ChooseSoundFormat(Session& session, std::int32_t row) {
 std::vector<std::string> SoundCardsToChoose(const Session& session, const Settings& settings) {
   std::vector<std::string> cards = session.host.sound.List();
   const std::string& chosen = settings.SoundCardName;
-  const bool isAway = !chosen.empty() && std::find(cards.begin(), cards.end(), chosen) == cards.end();
-  if (isAway) cards.insert(cards.begin(), chosen);
+  const auto isChosen = [&](const std::string& card) { return LastingName(card) == LastingName(chosen); };
+  const auto listed = std::find_if(cards.begin(), cards.end(), isChosen);
+  if (listed != cards.end()) {
+    *listed = chosen;
+  } else if (!chosen.empty()) {
+    cards.insert(cards.begin(), chosen);
+  }
   if (cards.empty()) cards.emplace_back(kNoSoundCard);
   return cards;
 }

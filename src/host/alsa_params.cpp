@@ -5,9 +5,9 @@
 namespace tarvolt {
 namespace {
 
-constexpr double kShortestPeriod = 5'000;  // microseconds; half of the shortest read of a run
-constexpr double kLongestPeriod = 20'000;
-constexpr unsigned kHeld = 500'000;
+constexpr double kShortestPeriod = 5;  // milliseconds; half of the shortest read of a run
+constexpr double kLongestPeriod = 50;
+constexpr unsigned kHeld = 500'000;  // microseconds
 
 /// The parameters with all but the times of the buffer set; 0 or the error of ALSA.
 int Narrow(snd_pcm_t& pcm, snd_pcm_hw_params_t& params, const WaveFormat& format) {
@@ -37,12 +37,11 @@ bool AlsaOffers(snd_pcm_t& pcm, const WaveFormat& format) {
   return Narrow(pcm, *params, format) == 0;
 }
 
-int SetAlsaParams(snd_pcm_t& pcm, const WaveFormat& format, std::int32_t bufferBytes) {
+int SetAlsaParams(snd_pcm_t& pcm, const WaveFormat& format, double latency) {
   snd_pcm_hw_params_t* params = nullptr;
   snd_pcm_hw_params_alloca(&params);
   if (const int error = Narrow(pcm, *params, format); error < 0) return error;
-  const double bufferTime = 1e6 * bufferBytes / format.FrameBytes() / format.samplesPerSecond;
-  auto period = static_cast<unsigned>(std::clamp(bufferTime / 2, kShortestPeriod, kLongestPeriod));
+  auto period = static_cast<unsigned>(1000 * std::clamp(latency, kShortestPeriod, kLongestPeriod));
   unsigned held = kHeld;
   // What the driver makes of the two times is its own affair; the capture works with any.
   snd_pcm_hw_params_set_period_time_near(&pcm, params, &period, nullptr);

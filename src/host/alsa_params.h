@@ -2,7 +2,6 @@
 
 #include <alsa/asoundlib.h>
 
-#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -24,8 +23,8 @@ AlsaPcm OpenAlsaPcm(const std::string& pcmName, int* error = nullptr);
 /// is converted; its rate never is.
 bool AlsaOffers(snd_pcm_t& pcm, const WaveFormat& format);
 
-/// Sets the format and lets the driver deliver about twice a buffer, so that buffers come evenly, and hold half a
-/// second at least. Gives 0 or the error of ALSA.
-int SetAlsaParams(snd_pcm_t& pcm, const WaveFormat& format, std::int32_t bufferBytes);
+/// Sets the format and lets the driver deliver every `latency` milliseconds or so, and hold half a second at least.
+/// Gives 0 or the error of ALSA.
+int SetAlsaParams(snd_pcm_t& pcm, const WaveFormat& format, double latency);
 
 }  // namespace tarvolt

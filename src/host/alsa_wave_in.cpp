@@ -41,14 +41,14 @@ std::size_t BlocksHeld(const WaveFormat& format, std::int32_t bufferBytes) {
 /// One stretch of capturing, from a start to its stop: what the thread and the event loop share.
 struct AlsaWaveIn::Capture {
   Capture(AlsaWaveIn& ownDevice, QtEventLoop& eventLoop, std::string pcmOfInput, const WaveFormat& ownFormat,
-          std::int32_t bytesOfBuffer)
+          const WaveBuffers& ownBuffers)
       : device(&ownDevice),
         loop(eventLoop),
         pcmName(std::move(pcmOfInput)),
         format(ownFormat),
-        bufferBytes(bytesOfBuffer),
+        buffers(ownBuffers),
         frameBytes(static_cast<std::size_t>(format.FrameBytes())),
-        blocks(static_cast<std::size_t>(bufferBytes), BlocksHeld(format, bufferBytes)),
+        blocks(static_cast<std::size_t>(buffers.bytes), BlocksHeld(format, buffers.bytes)),
         wakeUp(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)) {}
   ~Capture() {
     if (wakeUp >= 0) close(wakeUp);
@@ -61,7 +61,7 @@ struct AlsaWaveIn::Capture {
   AlsaPcm pcm;  ///< the thread's alone
   const std::string pcmName;
   const WaveFormat format;
-  const std::int32_t bufferBytes;
+  const WaveBuffers buffers;
   const std::size_t frameBytes;
   BlockQueue blocks;
   const int wakeUp;
@@ -84,17 +84,17 @@ AlsaWaveIn::~AlsaWaveIn() {
 }
 
 // Opened for a trial: the stream itself belongs to the thread that Start makes.
-bool AlsaWaveIn::Open(const WaveFormat& format, std::int32_t bufferBytes, std::string& why) {
+bool AlsaWaveIn::Open(const WaveFormat& format, const WaveBuffers& buffers, std::string& why) {
   Close();
   const std::optional<std::string> pcmName = AlsaPcmName(name_);
-  if (!pcmName || bufferBytes <= 0) {
+  if (!pcmName || buffers.bytes <= 0) {
     why = "there is no such input";
     return false;
   }
-  const std::function<int()> trial = [pcmName = *pcmName, format, bufferBytes] {
+  const std::function<int()> trial = [pcmName = *pcmName, format, latency = buffers.latency] {
     int error = 0;
     const AlsaPcm pcm = OpenAlsaPcm(pcmName, &error);
-    return pcm ? SetAlsaParams(*pcm, format, bufferBytes) : error;
+    return pcm ? SetAlsaParams(*pcm, format, latency) : error;
   };
   const std::optional<int> error = drivers_.Ask(*pcmName, kPatienceWithOpening, trial);
   if (!error || *error < 0) {
@@ -102,7 +102,7 @@ bool AlsaWaveIn::Open(const WaveFormat& format, std::int32_t bufferBytes, std::s
     return false;
   }
   format_ = format;
-  bufferBytes_ = bufferBytes;
+  buffers_ = buffers;
   open_ = true;
   return true;
 }
@@ -110,7 +110,7 @@ bool AlsaWaveIn::Open(const WaveFormat& format, std::int32_t bufferBytes, std::s
 void AlsaWaveIn::Start() {
   if (!open_) return;
   EndCapture();
-  capture_ = std::make_shared<Capture>(*this, loop_, AlsaPcmName(name_).value_or(""), format_, bufferBytes_);
+  capture_ = std::make_shared<Capture>(*this, loop_, AlsaPcmName(name_).value_or(""), format_, buffers_);
   try {
     std::thread(ReadDriver, capture_).detach();
   } catch (const std::system_error& error) {
@@ -179,7 +179,7 @@ void AlsaWaveIn::ReadDriver(std::shared_ptr<Capture> capture) {
 bool AlsaWaveIn::OpenDriver(Capture& capture) {
   int error = 0;
   capture.pcm = OpenAlsaPcm(capture.pcmName, &error);
-  if (capture.pcm) error = SetAlsaParams(*capture.pcm, capture.format, capture.bufferBytes);
+  if (capture.pcm) error = SetAlsaParams(*capture.pcm, capture.format, capture.buffers.latency);
   if (capture.pcm && error == 0) error = snd_pcm_start(capture.pcm.get());
   if (error >= 0) return true;
   const std::lock_guard lock(capture.mutex);
@@ -224,6 +224,7 @@ int AlsaWaveIn::ReadAvailable(Capture& capture, std::string& frames) {
     if (read > 0) {
       ++reads;
       if (!capture.paused) capture.blocks.Put(frames.data(), static_cast<std::size_t>(read) * capture.frameBytes);
+      if (read < static_cast<snd_pcm_sframes_t>(kFramesARead)) break;  // that was all
       continue;
     }
     int error = static_cast<int>(read);

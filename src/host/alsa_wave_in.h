@@ -10,15 +10,15 @@
 namespace tarvolt {
 
 /// A capture input of ALSA. A thread of its own reads the driver and makes whole buffers; only those reach the event
-/// loop. An input that hangs in the driver is left to its thread: opening it waits for some seconds at most, stopping it
-/// for half a second.
+/// loop. An input that hangs in the driver is left to its thread: opening it waits for some seconds at most, stopping
+/// it for half a second.
 class AlsaWaveIn final : public WaveInDevice {
  public:
   /// `name` as AlsaInputs lists it. The loop and the drivers outlive it.
   AlsaWaveIn(QtEventLoop& loop, DriverCalls& drivers, std::string name);
   ~AlsaWaveIn() override;
 
-  bool Open(const WaveFormat& format, std::int32_t bufferBytes, std::string& why) override;
+  bool Open(const WaveFormat& format, const WaveBuffers& buffers, std::string& why) override;
   void Start() override;
   void Pause() override;
   void Restart() override;
@@ -42,7 +42,7 @@ class AlsaWaveIn final : public WaveInDevice {
   DriverCalls& drivers_;
   std::string name_;
   WaveFormat format_;
-  std::int32_t bufferBytes_ = 0;
+  WaveBuffers buffers_;
   bool open_ = false;
   std::shared_ptr<Capture> capture_;
 };

@@ -1,7 +1,6 @@
 #include "host/system_clock.h"
 
 #include <algorithm>
-#include <chrono>
 #include <optional>
 
 namespace tarvolt {
@@ -57,7 +56,9 @@ ZoneInfo SystemClock::Zone() {
 }
 
 double SystemClock::MonotonicMilliseconds() {
-  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now().time_since_epoch()).count();
+  timespec now{};
+  ::clock_gettime(CLOCK_BOOTTIME, &now);
+  return 1e3 * static_cast<double>(now.tv_sec) + 1e-6 * static_cast<double>(now.tv_nsec);
 }
 
 }  // namespace tarvolt

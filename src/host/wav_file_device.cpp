@@ -8,7 +8,7 @@
 namespace tarvolt {
 namespace {
 
-constexpr double kShortestWait = 5;  // milliseconds; shorter buffers come several at a time
+constexpr double kShortestWait = 5;  // milliseconds
 constexpr double kLatest = 2000;     // milliseconds that are still caught up with
 
 }  // namespace
@@ -33,17 +33,19 @@ WavFileDevice::~WavFileDevice() {
   Close();
 }
 
-bool WavFileDevice::Open(const WaveFormat& format, std::int32_t bufferBytes, std::string& why) {
+bool WavFileDevice::Open(const WaveFormat& format, const WaveBuffers& buffers, std::string& why) {
   Close();
   reader_ = WavFileReader::Open(files_, name_.path, why);
   if (!reader_) return false;
   if (!(reader_->Format() == format) || format.bits != 16) {
     why = "the file has another format";
-  } else if (reader_->Frames() * format.FrameBytes() < bufferBytes) {
+  } else if (reader_->Frames() * format.FrameBytes() < buffers.bytes) {
     why = "the file is shorter than one sound buffer";
   } else {
     format_ = format;
-    buffer_.assign(static_cast<std::size_t>(bufferBytes), 0);
+    buffer_.assign(static_cast<std::size_t>(buffers.bytes), 0);
+    const bool comeTogether = DueAt(1) - begun_ < buffers.latency;
+    shortestWait_ = comeTogether ? std::max(buffers.latency, kShortestWait) : kShortestWait;
     return true;
   }
   reader_ = nullptr;
@@ -115,7 +117,7 @@ void WavFileDevice::PlanNext(const std::shared_ptr<Playing>& playing) {
     });
   }
   const double wait = DueAt(delivered_ + 1) - clock_.MonotonicMilliseconds();
-  timer_->SetInterval(static_cast<int>(std::ceil(std::max(wait, kShortestWait))));
+  timer_->SetInterval(static_cast<int>(std::ceil(std::max(wait, shortestWait_))));
   timer_->SetEnabled(true);
 }
 

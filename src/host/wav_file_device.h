@@ -36,7 +36,7 @@ class WavFileDevice final : public WaveInDevice {
   WavFileDevice(EventLoop& loop, Clock& clock, FileSystem& files, WavFileName name);
   ~WavFileDevice() override;
 
-  bool Open(const WaveFormat& format, std::int32_t bufferBytes, std::string& why) override;
+  bool Open(const WaveFormat& format, const WaveBuffers& buffers, std::string& why) override;
   void Start() override;
   void Pause() override;
   void Restart() override;
@@ -66,6 +66,7 @@ class WavFileDevice final : public WaveInDevice {
   std::unique_ptr<Timer> timer_;
   std::shared_ptr<Playing> playing_;  ///< null while nothing is delivered
   double begun_ = 0;                  ///< monotonic milliseconds of the first buffer's first frame
+  double shortestWait_ = 0;           ///< milliseconds; short buffers come several at a time
   std::int64_t delivered_ = 0;        ///< buffers since then
 };
 

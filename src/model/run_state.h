@@ -42,6 +42,8 @@ struct RunState {
   std::array<std::int16_t, kChannels> Dsrc{};
   std::array<std::int16_t, kChannels> Detection{};
   std::int32_t TimerType = 0;
+  double SampleRate = 100;  ///< milliseconds
+  double SCTadjust = 1;
   std::int32_t vAvg = 1;
   bool UDSpush = false;
   bool MiniServer = false;  ///< of the log under way, as the next

@@ -5,6 +5,8 @@
 #include <functional>
 #include <vector>
 
+#include "timebase/time_stamp.h"
+
 namespace tarvolt {
 
 /// The newest samples of the sound input, interleaved, for the WAV recorder. One entry is always unused between the
@@ -50,6 +52,14 @@ struct LevelFeed {
   }
 };
 
+/// The stretches of a run for which no sound came.
+struct SoundGaps {
+  int count = 0;            ///< of those that are over
+  double seconds = 0;       ///< in all of them
+  TimeStamp lastEnd = 0;    ///< log time
+  TimeStamp lostSince = 0;  ///< log time, of the one that goes on; 0 when sound comes
+};
+
 /// What the sound input of a window has brought. Written by the buffer handler, read by the ticks, the meters, the
 /// calibration and the data source.
 struct SoundState {
@@ -73,6 +83,7 @@ struct SoundState {
   SoundRing ring;
   SpectrumFeed spectrum;
   LevelFeed levels;
+  SoundGaps gaps;
   std::int64_t overRuns = 0;  ///< buffers lost in this run
 
   /// Empties the sums and the counts, as each read of the channels does at its end.

@@ -35,7 +35,8 @@ class Clock {
   /// The zone rules in force now.
   virtual ZoneInfo Zone() = 0;
 
-  /// Milliseconds since some fixed moment; never steps. For waits and rates, never for stamps.
+  /// Milliseconds since some fixed moment; never steps, and goes on while the machine sleeps. For waits and rates,
+  /// never for stamps.
   virtual double MonotonicMilliseconds() = 0;
 };
 

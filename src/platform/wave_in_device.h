@@ -23,6 +23,12 @@ struct WaveFormat {
   bool operator==(const WaveFormat&) const = default;
 };
 
+/// The buffers of an input.
+struct WaveBuffers {
+  std::int32_t bytes = 0;  ///< of each; a whole number of frames
+  double latency = 20;     ///< milliseconds that a filled one may wait in the driver; each wake-up costs
+};
+
 /// A filled buffer; good only inside the event that brought it.
 using WaveHandle = const void*;
 
@@ -32,9 +38,9 @@ class WaveInDevice {
  public:
   virtual ~WaveInDevice() = default;
 
-  /// Opens the input for buffers of exactly `bufferBytes`, a whole number of frames, whatever the driver delivers.
-  /// False, with the reason in `why`, when that cannot be. Closes what was open before.
-  virtual bool Open(const WaveFormat& format, std::int32_t bufferBytes, std::string& why) = 0;
+  /// Opens the input for buffers of exactly these bytes, whatever the driver delivers. False, with the reason in `why`,
+  /// when that cannot be. Closes what was open before.
+  virtual bool Open(const WaveFormat& format, const WaveBuffers& buffers, std::string& why) = 0;
 
   /// Begins to deliver, with a fresh buffer.
   virtual void Start() = 0;

@@ -148,11 +148,21 @@ void UdsDispatch::SetTimeOrigin(std::string_view text) {
 }
 
 void UdsDispatch::StartLevelMeter(std::string_view) {
+  TellOfClock("has set to other buffers");
   sound_.StartLevelMeter();
 }
 
 void UdsDispatch::StopLevelMeter(std::string_view) {
+  TellOfClock("has stopped");
   sound_.Stop();
+}
+
+// The data source may do so, but nobody should have to guess why the samples come otherwise.
+void UdsDispatch::TellOfClock(const char* whatWasDone) {
+  const RunState& run = window_.run;
+  if (!run.ChartRunning || run.TimerType != kSoundTimer || run.UDSpush) return;
+  session_.Add2SLog(std::string("The data source ") + whatWasDone +
+                    " the sound input, which is the clock of this run.");
 }
 
 void UdsDispatch::SendPeaks(std::string_view) {

@@ -55,6 +55,7 @@ TEST_F(SoundCardTest, ARunTellsTheVolumeThatTheMixerHas) {
   EXPECT_TRUE(MixerRow().starts_with("Source:Line Vol:31"));
   SelectMixerSource(TheSession(), 1);
   EXPECT_TRUE(MixerRow().starts_with("Source:Mic Vol:80"));
+  EXPECT_EQ(Now().MixerLineVol, 44) << "the one set by a person stays";
 }
 
 TEST_F(SoundCardTest, TheMixerIsSetAndKeptForItsCardAlone) {
@@ -87,6 +88,10 @@ TEST_F(SoundCardTest, AnotherCardBringsItsOwnCalibration) {
   EXPECT_EQ(Now().PwrMultiL, 99) << "typed for the new card";
   EXPECT_EQ(Now().PwrMultiR, 777) << "not the old card's";
   EXPECT_EQ(Stored(kOther, "PwrMultiR"), "777");
+  EXPECT_EQ(Stored("PCH,0: Renamed by its driver", "PwrMultiR"), "777");
+  Settings renamed = Now();
+  renamed.SoundCardName = "PCH,0: As it was listed before";
+  EXPECT_EQ(SoundCardsToChoose(TheSession(), renamed), (std::vector<std::string>{renamed.SoundCardName, kCard}));
 
   station.StartChart();
   ASSERT_TRUE(station.Running());

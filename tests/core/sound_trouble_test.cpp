@@ -120,6 +120,61 @@ TEST_F(SoundTrouble, BuffersThatHadToWaitAreAllSamples) {
   EXPECT_TRUE(station.Logged("The clock stood or went back: ")) << station.Log();
 }
 
+TEST_F(SoundTrouble, BuffersThatFillDuringASaveAreAllSamples) {
+  station.Set("TimerType", 1).Set("MaxArrayCount", 40).Set("SampleRate", 50).StartChart();
+  SimHost& host = station.host;
+  host.disk.OnSync([&] { host.clock.AdvanceTo(host.clock.Now() + 150); });
+  station.RunFor(20s);
+  const double seconds = static_cast<double>(host.clock.Now()) / 1000;
+  std::size_t count = Stored().size();
+  TimeStamp last = 0;
+  for (const std::string& file : station.FilesSaved()) {
+    for (const Sample& sample : station.SamplesIn(file)) {
+      ASSERT_GT(sample.stamp, last);
+      EXPECT_EQ(sample.values[0], 1000);
+      last = sample.stamp;
+      ++count;
+    }
+  }
+  EXPECT_GE(station.FilesSaved().size(), 9u);
+  EXPECT_NEAR(static_cast<double>(count), 20 * seconds, 25);
+  EXPECT_EQ(LogLines("is missing from"), 0);
+  EXPECT_EQ(LogLines("Sound buffer"), 0) << station.Log();
+}
+
+TEST_F(SoundTrouble, AGapThatNobodyTellsOfIsFoundAndKeptWithTheData) {
+  SimSound& sound = station.host.sound;
+  station.Set("TimerType", 1).Set("MetaDataActive", 1).StartChart();
+  station.RunFor(20s);
+  sound.Stall(kCard);
+  station.RunFor(1500ms);
+  sound.Heal();
+  station.RunFor(20s);
+  EXPECT_EQ(LogLines("was lost"), 0);
+  EXPECT_TRUE(station.Logged("Sound of 1.5 seconds is missing from USB,0: Receiver, Line.")) << station.Log();
+  sound.Unplug(kCard);
+  station.RunFor(10s);
+  sound.Plug(kCard, Steady);
+  station.RunFor(10s);
+  sound.Unplug(kCard);
+  station.RunFor(4s);
+  station.StopChart();
+  EXPECT_TRUE(station.Logged("did not come back. The gap is 4.")) << station.Log();
+  const std::string bytes = *station.host.disk.Contents(station.FilesSaved().back());
+  EXPECT_NE(bytes.find("3 since the start, 1"), std::string::npos);
+  station.StartChart();
+  EXPECT_FALSE(station.Running());
+  sound.Plug(kCard, Steady);
+  station.StartChart();
+  station.RunFor(10s);
+  sound.Stall(kCard);
+  station.RunFor(5s);
+  sound.Heal();
+  station.RunFor(10s);
+  station.StopChart();
+  EXPECT_NE(station.host.disk.Contents(station.FilesSaved().back())->find("1 since the start, 5."), std::string::npos);
+}
+
 TEST_F(SoundTrouble, BuffersThatFillAheadOfTheSoundRowAreKept) {
   station.uds.AnswersAfter(30ms);
   station.Set("Dsrc0", 20).Set("Dsrc1", 1).Set("Detection1", 2).Set("UDSpush", false).Set("Pbuffer", 320).StartChart();
@@ -198,6 +253,7 @@ TEST_F(SoundTrouble, HoursOfRoughWeatherKeepTheRunItsValuesAndItsClock) {
   EXPECT_EQ(LogLines("The gap is "), 2 * kHours);
   EXPECT_EQ(LogLines("gives zeros alone."), kHours);
   EXPECT_EQ(LogLines("of zeros."), kHours);
+  EXPECT_EQ(LogLines("is missing from"), 0) << "late is not missing";
   const std::vector<Sample> samples = Stored();
   EXPECT_NEAR(static_cast<double>(samples.size()), kHours * 46 * 60 / kPeriod, 3 * kHours) << "no read was lost";
   EXPECT_NEAR(samples.back().stamp, NowPrecise(station.host.clock), kPeriod / 86400);

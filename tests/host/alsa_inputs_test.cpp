@@ -67,7 +67,7 @@ TEST(AlsaWaveIn, AnInputThatIsNotThereIsRefusedWithItsReason) {
     AlsaWaveIn input(loop, drivers, name);
     std::string why;
     testing::internal::CaptureStderr();
-    EXPECT_FALSE(input.Open({44100, 16, true}, 1764, why)) << name;
+    EXPECT_FALSE(input.Open({44100, 16, true}, {1764, 5}, why)) << name;
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "") << "the library's own words";
     EXPECT_FALSE(why.empty());
     input.Start();
@@ -101,7 +101,7 @@ TEST_F(NullInput, ADriverThatAlwaysHasMoreKeepsNoBufferBack) {
     EXPECT_EQ(input.ParseWaveHeader(handle), 1764u);
     ++buffers;
   };
-  ASSERT_TRUE(input.Open({44100, 16, true}, 1764, why)) << why;
+  ASSERT_TRUE(input.Open({44100, 16, true}, {1764, 5}, why)) << why;
   input.Start();
   EXPECT_TRUE(WaitFor(
       loop, [&] { return buffers >= 100; }, std::chrono::seconds(5)));
@@ -112,7 +112,7 @@ TEST_F(NullInput, ADriverThatAlwaysHasMoreKeepsNoBufferBack) {
 }
 
 TEST_F(NullInput, AnInputThatIsGoneBetweenOpenAndStartIsLost) {
-  ASSERT_TRUE(input.Open({44100, 16, true}, 1764, why)) << why;
+  ASSERT_TRUE(input.Open({44100, 16, true}, {1764, 5}, why)) << why;
   Configure("second", "pcm.gone { type null }\npcm.other { type null }\n");
   std::string reason;
   input.onLost = [&](const std::string& words) { reason = words; };

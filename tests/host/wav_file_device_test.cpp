@@ -32,7 +32,7 @@ class WavDevice : public ::testing::Test {
       if (whileTaken) whileTaken();
     };
     device->onEnded = [this] { ended = true; };
-    if (!device->Open(kFormat, frames * 4, why)) return false;
+    if (!device->Open(kFormat, {frames * 4, 20}, why)) return false;
     device->Start();
     return true;
   }

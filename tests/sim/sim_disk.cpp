@@ -53,6 +53,7 @@ class SimDisk::OpenFile final : public File {
 
   void Sync(std::error_code& error) override {
     if (Usable(error)) disk_.Operate(error, [&] { disk_.SyncNode(*node_); });
+    if (disk_.onSync_) disk_.onSync_();
   }
 
  private:

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <limits>
 #include <map>
 #include <memory>
@@ -83,6 +84,9 @@ class SimDisk final : public FileSystem {
 
   bool IsDown() const { return down_; }
 
+  /// Called inside each Sync: a slow disk lets time pass there.
+  void OnSync(std::function<void()> call) { onSync_ = std::move(call); }
+
   /// From here on a Reboot after a crash also loses power: of the writes to each file since its last Sync only a
   /// random first few survive, the last of them perhaps in part, and of the names made, moved and removed since the
   /// last Sync of any file only a random first few. Off by default: a program that dies loses nothing that it wrote.
@@ -143,6 +147,7 @@ class SimDisk final : public FileSystem {
   std::error_code failure_;
   std::uint64_t crashAt_ = 0;  // 0: never
   std::uint64_t boots_ = 0;
+  std::function<void()> onSync_;
   bool powerLoss_ = false;
   bool down_ = false;
   bool quiet_ = false;

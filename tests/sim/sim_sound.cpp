@@ -13,17 +13,17 @@ class SimSound::Input final : public WaveInDevice {
   }
   ~Input() override { inputs_->erase(this); }
 
-  bool Open(const WaveFormat& format, std::int32_t bufferBytes, std::string& why) override {
+  bool Open(const WaveFormat& format, const WaveBuffers& buffers, std::string& why) override {
     Close();
     why = sound_.refusal_;
     if (why.empty() && !sound_.IsThere(name_)) why = "No such device";
     if (!why.empty()) return false;
     format_ = format;
-    framesOfBuffer_ = bufferBytes / format.FrameBytes();
-    buffer_.assign(static_cast<std::size_t>(bufferBytes) / 2, 0);
+    framesOfBuffer_ = buffers.bytes / format.FrameBytes();
+    buffer_.assign(static_cast<std::size_t>(buffers.bytes) / 2, 0);
     open_ = true;
     ++sound_.openings_;
-    sound_.lastBufferBytes_ = bufferBytes;
+    sound_.lastBufferBytes_ = buffers.bytes;
     return true;
   }
 

@@ -31,14 +31,14 @@ TEST(SoundInput, MayBeOpenedAnewInsideTheHandOverToTheSpectrum) {
   feed.receive = [&](int, const auto&, const auto&) {
     if (++handOvers > 1) return;
     input.Close();
-    ASSERT_TRUE(input.Open({kCard, {8000, 16, true}, 64000, {}}, why)) << why;
+    ASSERT_TRUE(input.Open({kCard, {8000, 16, true}, {64000}, {}}, why)) << why;
     input.Start();
     host.loop.RunFor(5s);
     EXPECT_EQ(handOvers, 1) << "no pass begins inside another";
     EXPECT_TRUE(window.sound.BufferBusy);
     EXPECT_GT(window.sound.overRuns, 0) << "what came meanwhile counts as lost";
   };
-  ASSERT_TRUE(input.Open({kCard, {8000, 16, true}, 3200, {}}, why)) << why;
+  ASSERT_TRUE(input.Open({kCard, {8000, 16, true}, {3200}, {}}, why)) << why;
   input.Start();
   host.loop.RunFor(200ms);
   EXPECT_EQ(handOvers, 1);

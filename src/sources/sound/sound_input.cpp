@@ -14,6 +14,8 @@ namespace tarvolt {
 namespace {
 
 constexpr double kSecond = 1000;          // milliseconds
+constexpr double kStretch = 4000;         // milliseconds over which the delivery is held against the clock
+constexpr double kBuffersOfStretch = 8;   // the same for long buffers
 constexpr int kOverRunLinesASecond = 10;  // a flood of lines would cost more buffers yet
 
 constexpr const char* kBusyWords = "Sound buffer filled while last data was still being processed.";
@@ -53,7 +55,7 @@ bool SoundInput::Open(const Request& request, std::string& why) {
 bool SoundInput::OpenDevice(std::string& why) {
   LetGo();
   Device device = session_.host.sound.Make(request_.name);
-  if (!device->Open(request_.format, request_.bufferBytes, why)) return false;
+  if (!device->Open(request_.format, request_.buffers, why)) return false;
   device->onBuffer = [this](WaveHandle handle) { TakeBuffer(handle); };
   device->onOverRun = [this](std::int64_t buffers) { NoteOverRuns(buffers, kLateWords); };
   device->onLost = [this](const std::string& reason) { Lose(reason); };
@@ -63,7 +65,7 @@ bool SoundInput::OpenDevice(std::string& why) {
   };
   device_ = std::move(device);
   // The work array, sized by the device's buffer.
-  samples_.assign(static_cast<std::size_t>(request_.bufferBytes) / sizeof(std::int16_t) + 1, 0);
+  samples_.assign(static_cast<std::size_t>(request_.buffers.bytes) / sizeof(std::int16_t) + 1, 0);
   return true;
 }
 
@@ -83,8 +85,14 @@ void SoundInput::Start() {
   lastBuffer_ = session_.host.clock.MonotonicMilliseconds();
   lastSound_ = lastBuffer_;
   delivers_ = false;
-  sound_.spectrum.BeginAnew();
+  BeginStretch();
   device_->Start();
+}
+
+// What comes next does not follow on what came before.
+void SoundInput::BeginStretch() {
+  sound_.spectrum.BeginAnew();
+  balance_.BeginAnew(std::max(kStretch, kBuffersOfStretch * BufferLength()));
 }
 
 void SoundInput::Pause() {
@@ -97,13 +105,13 @@ void SoundInput::Restart() {
   if (!device_) return;
   running_ = true;
   lastBuffer_ = session_.host.clock.MonotonicMilliseconds();
-  sound_.spectrum.BeginAnew();
+  BeginStretch();
   device_->Restart();
 }
 
 // A lost input is stopped as well: the watchdog no longer looks for it.
 void SoundInput::Stop() {
-  lost_ = false;
+  GiveUpLoss();
   if (!device_) return;
   running_ = false;
   device_->Stop();
@@ -113,7 +121,7 @@ void SoundInput::Close() {
   const bool wasOpen = device_ != nullptr || lost_;
   LetGo();
   if (watchTimer_) watchTimer_->SetEnabled(false);
-  lost_ = false;
+  GiveUpLoss();
   if (wasOpen && sound_.overRuns > 0) {
     session_.Add2SLog("Sound buffers lost: " + NumberText(sound_.overRuns));
   }
@@ -129,7 +137,7 @@ void SoundInput::StartLevelMeter() {
   sound_.SoundAccumL[0] = 0;
   sound_.SoundAccumR[0] = 0;
   const bool wasLost = lost_;
-  Stop();
+  LetGo();
   Request request = request_;
   if (request.name.empty()) {
     lastBuffer_ = session_.host.clock.MonotonicMilliseconds();
@@ -141,8 +149,8 @@ void SoundInput::StartLevelMeter() {
   SoundTimingRequest timing;
   timing.Pbuffer = settings.Pbuffer;
   timing.format = request.format;
-  request.bufferBytes = PlanSoundTiming(timing).bufferBytes;
-  if (wasLost) return LookAgainFor(request.bufferBytes);
+  request.buffers.bytes = PlanSoundTiming(timing).bufferBytes;
+  if (wasLost) return LookAgainFor(request.buffers.bytes);
   std::string why;
   if (Open(request, why)) return Start();
   session_.Add2SLog("The sound input " + request.name + " cannot be opened: " + why);

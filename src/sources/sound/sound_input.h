@@ -10,6 +10,7 @@
 #include "model/session.h"
 #include "platform/event_loop.h"
 #include "platform/wave_in_device.h"
+#include "sources/sound/delivery_balance.h"
 #include "sources/sound/detection.h"
 #include "sources/source_table.h"
 
@@ -34,7 +35,7 @@ class SoundInput {
   struct Request {
     std::string name;  ///< of the device
     WaveFormat format;
-    std::int32_t bufferBytes = 0;
+    WaveBuffers buffers;
     SourcesInUse sources;  ///< the sides that the mono pass reads
   };
 
@@ -72,6 +73,7 @@ class SoundInput {
 
   bool OpenDevice(std::string& why);
   void LetGo();
+  void BeginStretch();
   void TakeBuffer(WaveHandle handle);
   void WorkOn(WaveHandle handle);
   bool Reduce(std::size_t count);
@@ -85,8 +87,11 @@ class SoundInput {
   void Watch();
   void NoteSamples(std::size_t count);
   void NoteDelivery();
+  void NoteWhatIsMissing();
   void Lose(const std::string& why);
+  void GiveUpLoss();
   void TryAgain();
+  double BufferLength() const;
   double Patience() const;
   bool InRun() const;
   void Announce(const std::string& text);
@@ -110,6 +115,7 @@ class SoundInput {
   double lastSound_ = 0;   ///< of the last sample that was not zero
   double lostSince_ = 0;
   double nextTry_ = 0;
+  DeliveryBalance balance_;
   double overRunSecond_ = 0;  ///< when the second began in which over-runs are told
   int overRunLines_ = 0;      ///< of that second
 };

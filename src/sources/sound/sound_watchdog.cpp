@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "sources/sound/sound_gaps.h"
 #include "sources/sound/sound_input.h"
 #include "text/number.h"
 
@@ -15,6 +16,7 @@ constexpr double kTryEvery = 2000;        // milliseconds between two tries to o
 constexpr double kFreshEvery = 60000;     // the same for one that gives zeros
 constexpr double kOpening = 3000;         // milliseconds that the first buffer may take longer
 constexpr double kSecond = 1000;
+constexpr double kDay = 86400 * kSecond;
 
 std::string SecondsText(double milliseconds) {
   return FormatNumber(milliseconds / kSecond, "##0.0") + " seconds";
@@ -22,10 +24,15 @@ std::string SecondsText(double milliseconds) {
 
 }  // namespace
 
+// In milliseconds.
+double SoundInput::BufferLength() const {
+  const double frames = static_cast<double>(request_.buffers.bytes) / request_.format.FrameBytes();
+  return frames / request_.format.samplesPerSecond * kSecond;
+}
+
 // A device is given time for some of its own buffers, however long they are, and to open.
 double SoundInput::Patience() const {
-  const double frames = static_cast<double>(request_.bufferBytes) / request_.format.FrameBytes();
-  const double patience = std::max(kPatience, kBuffersOfPatience * frames / request_.format.samplesPerSecond * kSecond);
+  const double patience = std::max(kPatience, kBuffersOfPatience * BufferLength());
   return delivers_ ? patience : patience + kOpening;
 }
 
@@ -64,7 +71,7 @@ void SoundInput::BeginWatching() {
 // The loss goes on: the input is opened with other buffers when it is there.
 void SoundInput::LookAgainFor(std::int32_t bufferBytes) {
   LetGo();
-  request_.bufferBytes = bufferBytes;
+  request_.buffers.bytes = bufferBytes;
   lost_ = true;
   nextTry_ = session_.host.clock.MonotonicMilliseconds();
 }
@@ -95,9 +102,20 @@ void SoundInput::Watch() {
 void SoundInput::NoteDelivery() {
   delivers_ = true;
   lastBuffer_ = session_.host.clock.MonotonicMilliseconds();
-  if (!lost_) return;
+  if (!lost_) return NoteWhatIsMissing();
   lost_ = false;
-  Announce("Sound is back from " + request_.name + ". The gap is " + SecondsText(lastBuffer_ - lostSince_) + ".");
+  const double gap = lastBuffer_ - lostSince_;
+  Announce("Sound is back from " + request_.name + ". The gap is " + SecondsText(gap) + ".");
+  if (InRun()) EndSoundGap(session_.host.clock, gap / kSecond, window_);
+}
+
+// Too short to be a loss, and not told by the driver: a file waits for its reader, and has none.
+void SoundInput::NoteWhatIsMissing() {
+  if (rewinds_) return;
+  const double gap = balance_.Take(lastBuffer_, BufferLength());
+  if (gap <= 0 || !InRun()) return;
+  session_.Add2SLog("Sound of " + SecondsText(gap) + " is missing from " + request_.name + ".");
+  EndSoundGap(session_.host.clock, gap / kSecond, window_);
 }
 
 void SoundInput::NoteSamples(std::size_t count) {
@@ -121,6 +139,17 @@ void SoundInput::Lose(const std::string& why) {
   if (!InRun()) return;
   const char* const outlook = window_.run.ChartRunning ? " The run goes on without it." : "";
   Announce("The sound input " + request_.name + " was lost: " + why + "." + outlook);
+  const double ago = nextTry_ - lostSince_;
+  sound_.gaps.lostSince = CalcTime(session_.host.clock, window_.run.time) - ago / kDay;
+  AddSoundGaps(window_);
+}
+
+// Nobody looks for it any more.
+void SoundInput::GiveUpLoss() {
+  if (!std::exchange(lost_, false) || sound_.gaps.lostSince == 0) return;
+  const double gap = session_.host.clock.MonotonicMilliseconds() - lostSince_;
+  session_.Add2SLog("The sound input " + request_.name + " did not come back. The gap is " + SecondsText(gap) + ".");
+  EndSoundGap(session_.host.clock, gap / kSecond, window_);
 }
 
 // The loss is over only when a buffer comes: an input that opens and stays mute is tried again.
