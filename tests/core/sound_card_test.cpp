@@ -66,7 +66,8 @@ TEST_F(SoundCardTest, TheMixerIsSetAndKeptForItsCardAlone) {
   EXPECT_EQ(station.host.mixer.Inputs(kCard)[1].volume, 100);
   EXPECT_EQ(Stored(kCard, "MixerSource"), "1");
   EXPECT_EQ(Stored(kOther, "MixerSource"), "none");
-  EXPECT_EQ(TheSession().store.GetSetting(Section::Settings, "MixerMicVol"), "100");
+  EXPECT_EQ(Stored(kCard, "MixerMicVol"), "100");
+  EXPECT_EQ(Stored(kOther, "MixerMicVol"), "none");
 
   EXPECT_FALSE(SelectMixerSource(TheSession(), 3)) << "the card has none";
   EXPECT_EQ(Now().MixerSource, 3) << "the backgrounds are chosen by it all the same";
