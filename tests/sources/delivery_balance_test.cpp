@@ -30,7 +30,7 @@ double InTime(int) {
 }
 
 double Jitter(int i) {
-  return 180 * (1 + std::sin(i * i * 0.7));
+  return 180 * (1 + std::sin(0.7 * i * i));
 }
 
 TEST(DeliveryBalance, LateUnevenAndMistunedDeliveryIsNoGap) {
