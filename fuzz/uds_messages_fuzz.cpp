@@ -77,6 +77,7 @@ class NoSound final : public WaveInDevices {
     void Close() override {}
     std::size_t ParseWaveHeader(WaveHandle) const override { return 0; }
     std::size_t CopyWaveHeader(WaveHandle, void*, std::size_t) const override { return 0; }
+    double Waited(WaveHandle) const override { return 0; }
   };
 };
 

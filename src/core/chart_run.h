@@ -38,8 +38,9 @@ class ChartRun {
   /// when too many wait already: then the chart must stay.
   bool SetUnsavedAside();
 
-  /// Takes the base of log time from the settings and the clock, as at the start of a log.
-  void TakeTimeBase();
+  /// Takes the base of log time from the settings and the clock, as at the start of a log that began so many
+  /// milliseconds ago.
+  void TakeTimeBase(double ago = 0);
 
   /// Takes only what turns the clock into log time, and leaves the chart on display its own base.
   void TakeClockOffset();
@@ -82,6 +83,7 @@ class ChartRun {
 
   // Its sound input (chart_sound.cpp).
   bool NeedsSound() const;
+  double SoundWaiting() const;
   bool PushReplacesSound() const;
   bool SetUpSound();
   bool CheckSoundFormat();

@@ -21,6 +21,12 @@ bool ChartRun::PushReplacesSound() const {
   return run_.UDSpush && recorder_.sources.UDSInUse;
 }
 
+// Milliseconds of sound that was heard while the last log was saved and is still to be read.
+double ChartRun::SoundWaiting() const {
+  if (run_.TimerType != kSoundTimer || PushReplacesSound() || recorder_.sound.IsLost()) return 0;
+  return session_.host.clock.MonotonicMilliseconds() - run_.HeardAt;
+}
+
 // True when the input delivers, or none is needed.
 bool ChartRun::SetUpSound() {
   if (!NeedsSound()) return true;
@@ -123,6 +129,7 @@ bool ChartRun::WaitForSound() {
 
 void ChartRun::BeginLogNow() {
   SetTimeOrigin(true);
+  run_.HeardAt = session_.host.clock.MonotonicMilliseconds();
   run_.StartStamp = run_.time.firstStamp;
 }
 

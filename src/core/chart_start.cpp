@@ -317,12 +317,12 @@ void ChartRun::TakeClockOffset() {
   session_.log.SetUTOffset(run_.time.utOffset);
 }
 
-void ChartRun::TakeTimeBase() {
+void ChartRun::TakeTimeBase(double ago) {
   const Settings& settings = session_.settings;
   TimeBase& time = run_.time;
   TakeClockOffset();
   time.logLMST = settings.LogLMST;
-  time.firstStamp = CalcTimeNotSidereal(session_.host.clock, time);
+  time.firstStamp = CalcTimeNotSidereal(session_.host.clock, time) - ago / (1000 * kSecondsPerDay);
   time.startLMST = settings.LogLMST ? CalcLMST(time.firstStamp, settings.UserLng) : 0;
   if (window_.save.LoadedFromFile || window_.save.Loading) return;  // a loaded chart keeps the base of its file
   run_.ChartIsLMST = settings.LogLMST;
@@ -337,9 +337,9 @@ void ChartRun::TakeKeepingOfLog() {
 
 // A source that stamps its sets may be ahead of the clock: a log is not over before it has begun. `rebaseAxis`: with
 // TimeRefZero the x axis of a first log starts at midnight; that of a later log keeps the time of day (meant), though
-// its samples count from midnight as well.
+// its samples count from midnight as well. Where sound is the clock a later log begins where the one before it ended.
 void ChartRun::SetTimeOrigin(bool rebaseAxis) {
-  TakeTimeBase();
+  TakeTimeBase(rebaseAxis ? 0 : SoundWaiting());
   const TimeStamp first = run_.time.firstStamp;
   TimeStamp left = first;
   if (run_.ChartIsLMST) {

@@ -28,11 +28,11 @@ void SamplePipeline::TakeFirstTick() {
   run_.chartState = ChartState::Running;
 }
 
-void SamplePipeline::GetAllData(std::optional<TimeStamp> sourceTime) {
+void SamplePipeline::GetAllData(std::optional<TimeStamp> sourceTime, double waited) {
   if (!ReadChannels()) return;
   if (!SampleIsComplete()) return;
   AverageChannels();
-  if (StampSample(sourceTime)) {
+  if (StampSample(sourceTime, waited)) {
     KeepMiniChartSmall();
     StoreSample();
     TestTriggers();
@@ -112,13 +112,16 @@ void SamplePipeline::AverageChannels() {
 }
 
 // False when the sample is dropped: the clock stood still or stepped back. Buffers of sound that had to wait, while a
-// file was saved or for a driver that delivers many at once, come faster than the clock counts: none of them is lost.
-bool SamplePipeline::StampSample(std::optional<TimeStamp> sourceTime) {
-  const TimeStamp now = sourceTime ? *sourceTime : recorder_.CalcTime();
+// file was saved or for a driver that delivers many at once, may come faster than the clock counts: none of them is
+// lost.
+bool SamplePipeline::StampSample(std::optional<TimeStamp> sourceTime, double waited) {
+  const TimeStamp clock = sourceTime ? *sourceTime : recorder_.CalcTime();
+  const TimeStamp now = clock - waited * kMillisecond;
   const TimeStamp first = run_.time.firstStamp;
   const TimeStamp stamp = run_.TimeRefZero ? now - first + WholeDay(first) : now;
-  const bool clockWentBack = now < lastClock_;
-  lastClock_ = now;
+  const bool clockWentBack = clock < lastClock_;
+  lastClock_ = clock;
+  run_.HeardAt = session_.host.clock.MonotonicMilliseconds() - waited;
   if (run_.LastStamp > 0 && !(stamp > run_.LastStamp)) {
     const bool isBurst = run_.TimerType == kSoundTimer && !sourceTime && run_.StepBack == 0 && !clockWentBack;
     if (isBurst) {

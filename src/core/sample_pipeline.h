@@ -17,9 +17,10 @@ class SamplePipeline {
   /// answers.
   void TimerTick();
 
-  /// One tick: reads every channel once; every N-th tick finishes a sample. `sourceTime` is the source's own stamp.
-  /// Yields while a polled source answers.
-  void GetAllData(std::optional<TimeStamp> sourceTime);
+  /// One tick: reads every channel once; every N-th tick finishes a sample. `sourceTime` is the source's own stamp;
+  /// without it the stamp is the time now, less the milliseconds for which the reads have `waited`. Yields while a
+  /// polled source answers.
+  void GetAllData(std::optional<TimeStamp> sourceTime, double waited = 0);
 
  private:
   void TakeFirstTick();
@@ -29,7 +30,7 @@ class SamplePipeline {
   void AddRead(int channel, double value);
   bool SampleIsComplete();
   void AverageChannels();
-  bool StampSample(std::optional<TimeStamp> sourceTime);
+  bool StampSample(std::optional<TimeStamp> sourceTime, double waited);
   bool HandleClockStep(TimeStamp stamp);
   void KeepMiniChartSmall();
   void StoreSample();

@@ -4,17 +4,17 @@ namespace tarvolt {
 
 SoundClock::SoundClock(Recorder& recorder, ChartRun& chartRun, SamplePipeline& pipeline)
     : recorder_(recorder), chartRun_(chartRun), pipeline_(pipeline) {
-  recorder_.sound.onBuffer = [this] { TakeBuffer(); };
+  recorder_.sound.onBuffer = [this](double waited) { TakeBuffer(waited); };
   recorder_.sound.onEnded = [this] { InputEnded(); };
 }
 
 // A data source that pushes takes the clock away from the sound card.
-void SoundClock::TakeBuffer() {
+void SoundClock::TakeBuffer(double waited) {
   const RunState& run = recorder_.window.run;
   if (run.TimerType != kSoundTimer || run.MaxingOut) return;
   if (run.chartState == ChartState::Armed) return BeginRun();
   if (run.chartState == ChartState::Idle || (run.UDSpush && recorder_.sources.UDSInUse)) return;
-  pipeline_.GetAllData(std::nullopt);
+  pipeline_.GetAllData(std::nullopt, waited);
 }
 
 // The first buffer only starts the run: what was heard before it belongs to no sample.

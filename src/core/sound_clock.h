@@ -13,7 +13,7 @@ class SoundClock {
   SoundClock(Recorder& recorder, ChartRun& chartRun, SamplePipeline& pipeline);
 
  private:
-  void TakeBuffer();
+  void TakeBuffer(double waited);
   void BeginRun();
   void InputEnded();
 

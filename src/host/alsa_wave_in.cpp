@@ -17,11 +17,12 @@
 #include "host/alsa_inputs.h"
 #include "host/alsa_params.h"
 #include "host/block_queue.h"
+#include "host/system_clock.h"
 
 namespace tarvolt {
 namespace {
 
-constexpr double kSecondsHeld = 2;
+constexpr double kSecondsHeld = 10;  // while a long log is saved
 constexpr std::size_t kFewestBlocks = 16;
 constexpr std::chrono::milliseconds kPatienceWithOpening{3000};
 constexpr std::chrono::milliseconds kPatienceWithStopping{500};
@@ -48,7 +49,8 @@ struct AlsaWaveIn::Capture {
         format(ownFormat),
         buffers(ownBuffers),
         frameBytes(static_cast<std::size_t>(format.FrameBytes())),
-        blocks(static_cast<std::size_t>(buffers.bytes), BlocksHeld(format, buffers.bytes)),
+        blocks(static_cast<std::size_t>(buffers.bytes), BlocksHeld(format, buffers.bytes),
+               1e-3 * format.samplesPerSecond * format.FrameBytes()),
         wakeUp(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)) {}
   ~Capture() {
     if (wakeUp >= 0) close(wakeUp);
@@ -152,14 +154,18 @@ void AlsaWaveIn::EndCapture() {
 }
 
 std::size_t AlsaWaveIn::ParseWaveHeader(WaveHandle handle) const {
-  return static_cast<const BlockQueue::Block*>(handle)->size();
+  return static_cast<const BlockQueue::Block*>(handle)->bytes.size();
 }
 
 std::size_t AlsaWaveIn::CopyWaveHeader(WaveHandle handle, void* destination, std::size_t count) const {
-  const auto& block = *static_cast<const BlockQueue::Block*>(handle);
-  const std::size_t bytes = std::min(count, block.size());
-  std::memcpy(destination, block.data(), bytes);
-  return bytes;
+  const std::vector<char>& bytes = static_cast<const BlockQueue::Block*>(handle)->bytes;
+  const std::size_t copied = std::min(count, bytes.size());
+  std::memcpy(destination, bytes.data(), copied);
+  return copied;
+}
+
+double AlsaWaveIn::Waited(WaveHandle handle) const {
+  return std::max(0.0, MillisecondsSinceBoot() - static_cast<const BlockQueue::Block*>(handle)->heardAt);
 }
 
 // The thread. It touches the capture alone. A driver may take its time to open, which the event loop does not have.
@@ -214,6 +220,12 @@ void AlsaWaveIn::ReadUntilStopped(const std::shared_ptr<Capture>& capture) {
   }
 }
 
+// When the last frame that was read was heard: before all that the driver has still to give.
+double AlsaWaveIn::HeardAt(Capture& capture) {
+  const auto left = static_cast<double>(std::max<snd_pcm_sframes_t>(0, snd_pcm_avail_update(capture.pcm.get())));
+  return MillisecondsSinceBoot() - 1000 * left / capture.format.samplesPerSecond;
+}
+
 // Reads until the driver has no more, at most kReadsATurn times; tells how often something came. What the driver itself
 // lost counts as one buffer.
 int AlsaWaveIn::ReadAvailable(Capture& capture, std::string& frames) {
@@ -223,7 +235,9 @@ int AlsaWaveIn::ReadAvailable(Capture& capture, std::string& frames) {
     if (read == -EAGAIN || read == 0) break;
     if (read > 0) {
       ++reads;
-      if (!capture.paused) capture.blocks.Put(frames.data(), static_cast<std::size_t>(read) * capture.frameBytes);
+      if (!capture.paused) {
+        capture.blocks.Put(frames.data(), static_cast<std::size_t>(read) * capture.frameBytes, HeardAt(capture));
+      }
       if (read < static_cast<snd_pcm_sframes_t>(kFramesARead)) break;  // that was all
       continue;
     }

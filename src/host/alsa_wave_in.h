@@ -26,6 +26,7 @@ class AlsaWaveIn final : public WaveInDevice {
   void Close() override;
   std::size_t ParseWaveHeader(WaveHandle handle) const override;
   std::size_t CopyWaveHeader(WaveHandle handle, void* destination, std::size_t count) const override;
+  double Waited(WaveHandle handle) const override;
 
  private:
   struct Capture;
@@ -33,6 +34,7 @@ class AlsaWaveIn final : public WaveInDevice {
   static void ReadDriver(std::shared_ptr<Capture> capture);
   static bool OpenDriver(Capture& capture);
   static void ReadUntilStopped(const std::shared_ptr<Capture>& capture);
+  static double HeardAt(Capture& capture);
   static int ReadAvailable(Capture& capture, std::string& frames);
   static void PostDelivery(const std::shared_ptr<Capture>& capture);
   void Deliver(const std::shared_ptr<Capture>& capture);

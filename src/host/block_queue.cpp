@@ -5,19 +5,21 @@
 
 namespace tarvolt {
 
-BlockQueue::BlockQueue(std::size_t blockBytes, std::size_t mostBlocks)
-    : blockBytes_(std::max<std::size_t>(blockBytes, 1)), mostBlocks_(std::max<std::size_t>(mostBlocks, 1)) {}
+BlockQueue::BlockQueue(std::size_t blockBytes, std::size_t mostBlocks, double bytesPerMillisecond)
+    : blockBytes_(std::max<std::size_t>(blockBytes, 1)),
+      mostBlocks_(std::max<std::size_t>(mostBlocks, 1)),
+      bytesPerMillisecond_(bytesPerMillisecond) {}
 
-std::size_t BlockQueue::Put(const char* bytes, std::size_t count) {
+void BlockQueue::Put(const char* bytes, std::size_t count, double heardAt) {
   const std::lock_guard lock(mutex_);
   while (count > 0) {
-    const std::size_t taken = std::min(count, blockBytes_ - growing_.size());
-    growing_.insert(growing_.end(), bytes, bytes + taken);
+    const std::size_t taken = std::min(count, blockBytes_ - growing_.bytes.size());
+    growing_.bytes.insert(growing_.bytes.end(), bytes, bytes + taken);
     bytes += taken;
     count -= taken;
-    if (growing_.size() == blockBytes_) KeepOrDrop();
+    growing_.heardAt = heardAt - static_cast<double>(count) / bytesPerMillisecond_;
+    if (growing_.bytes.size() == blockBytes_) KeepOrDrop();
   }
-  return ready_.size();
 }
 
 void BlockQueue::KeepOrDrop() {
@@ -28,16 +30,16 @@ void BlockQueue::KeepOrDrop() {
       growing_ = std::move(spare_.back());
       spare_.pop_back();
     }
-    growing_.reserve(blockBytes_);
+    growing_.bytes.reserve(blockBytes_);
   } else {
     ++lost_;
   }
-  growing_.clear();
+  growing_.bytes.clear();
 }
 
 void BlockQueue::Clear() {
   const std::lock_guard lock(mutex_);
-  growing_.clear();
+  growing_.bytes.clear();
   ready_.clear();
 }
 
@@ -61,7 +63,7 @@ std::size_t BlockQueue::Ready() const {
 
 void BlockQueue::NoteLost(std::int64_t blocks) {
   const std::lock_guard lock(mutex_);
-  growing_.clear();  // what comes next does not follow on it
+  growing_.bytes.clear();  // what comes next does not follow on it
   lost_ += blocks;
 }
 

@@ -13,14 +13,17 @@ namespace tarvolt {
 /// used by two threads. What nobody takes in time is dropped, the newest first, and counted.
 class BlockQueue {
  public:
-  /// A block.
-  using Block = std::vector<char>;
+  /// A block, and when its last byte was heard, in milliseconds.
+  struct Block {
+    std::vector<char> bytes;
+    double heardAt = 0;
+  };
 
   /// `blockBytes` and `mostBlocks` are at least 1.
-  BlockQueue(std::size_t blockBytes, std::size_t mostBlocks);
+  BlockQueue(std::size_t blockBytes, std::size_t mostBlocks, double bytesPerMillisecond);
 
-  /// Adds bytes behind those before; tells how many blocks are ready now.
-  std::size_t Put(const char* bytes, std::size_t count);
+  /// Adds bytes behind those before, of which the last was heard at `heardAt`.
+  void Put(const char* bytes, std::size_t count, double heardAt);
 
   /// Forgets what is held, and the beginning of a block.
   void Clear();
@@ -46,6 +49,7 @@ class BlockQueue {
   mutable std::mutex mutex_;
   const std::size_t blockBytes_;
   const std::size_t mostBlocks_;
+  const double bytesPerMillisecond_;
   Block growing_;
   std::deque<Block> ready_;
   std::vector<Block> spare_;

@@ -56,6 +56,10 @@ ZoneInfo SystemClock::Zone() {
 }
 
 double SystemClock::MonotonicMilliseconds() {
+  return MillisecondsSinceBoot();
+}
+
+double MillisecondsSinceBoot() {
   timespec now{};
   ::clock_gettime(CLOCK_BOOTTIME, &now);
   return 1e3 * static_cast<double>(now.tv_sec) + 1e-6 * static_cast<double>(now.tv_nsec);

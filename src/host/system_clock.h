@@ -13,6 +13,9 @@ WallTime LocalTimeAt(const timespec& moment);
 /// offset really in force stands in `daylightBiasMinutes`.
 ZoneInfo ZoneAt(std::time_t moment);
 
+/// Milliseconds since the machine was switched on, asleep or not. For any thread.
+double MillisecondsSinceBoot();
+
 /// The clock of the machine. A change of the system's zone shows at the next reading.
 class SystemClock final : public Clock {
  public:

@@ -98,6 +98,11 @@ std::size_t WavFileDevice::CopyWaveHeader(WaveHandle handle, void* destination, 
   return bytes;
 }
 
+double WavFileDevice::Waited(WaveHandle) const {
+  if (name_.play == WavPlay::Fast) return 0;
+  return std::max(0.0, clock_.MonotonicMilliseconds() - DueAt(delivered_));
+}
+
 // The moment at which so many buffers have been heard whole.
 double WavFileDevice::DueAt(std::int64_t buffers) const {
   const double frames = static_cast<double>(buffer_.size()) / format_.FrameBytes() * static_cast<double>(buffers);

@@ -44,6 +44,7 @@ class WavFileDevice final : public WaveInDevice {
   void Close() override;
   std::size_t ParseWaveHeader(WaveHandle handle) const override;
   std::size_t CopyWaveHeader(WaveHandle handle, void* destination, std::size_t count) const override;
+  double Waited(WaveHandle handle) const override;
 
  private:
   struct Playing;

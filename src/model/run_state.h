@@ -71,6 +71,7 @@ struct RunState {
   TimeBase time;                 ///< holds FirstStamp, the sidereal start and UTOffset
   TimeStamp CurrentStamp = 0;    ///< sample in progress
   TimeStamp LastStamp = 0;       ///< previous sample, 0 until the first
+  double HeardAt = 0;            ///< monotonic milliseconds: the end of what the previous sample holds
   double StepBack = 0;           ///< days by which the clock last stepped back
   TimeStamp StartStamp = 0;      ///< for the file header
   TimeStamp EndStamp = 0;        ///< for the file header

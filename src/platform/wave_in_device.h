@@ -61,6 +61,9 @@ class WaveInDevice {
   /// Copies at most `count` bytes of a filled buffer; tells how many.
   virtual std::size_t CopyWaveHeader(WaveHandle handle, void* destination, std::size_t count) const = 0;
 
+  /// Milliseconds for which a filled buffer has waited since its last frame was heard, as well as the driver can tell.
+  virtual double Waited(WaveHandle handle) const = 0;
+
   std::function<void(WaveHandle)> onBuffer;  ///< a buffer was filled
 
   /// So many buffers were lost since the last time because nobody took them in time.

@@ -16,38 +16,39 @@ namespace {
 
 TEST(BlockQueue, MakesBlocksOfAnyPieces) {
   SimRandom random(3);
-  BlockQueue queue(7, 1000);
+  BlockQueue queue(7, 1000, 1);
   std::string sent;
   std::string received;
   for (int i = 0; i < 500; ++i) {
     std::string piece(random.Below(25), '\0');
     for (char& byte : piece) byte = static_cast<char>(random.Below(256));
     sent += piece;
-    queue.Put(piece.data(), piece.size());
+    queue.Put(piece.data(), piece.size(), static_cast<double>(sent.size()));
     while (random.Chance(0.5)) {
       auto block = queue.Take();
       if (!block) break;
-      ASSERT_EQ(block->size(), 7u);
-      received.append(block->data(), block->size());
+      ASSERT_EQ(block->bytes.size(), 7u);
+      EXPECT_EQ(block->heardAt, static_cast<double>(received.size() + 7)) << "a byte a millisecond";
+      received.append(block->bytes.data(), block->bytes.size());
       queue.Return(std::move(*block));
     }
   }
-  while (auto block = queue.Take()) received.append(block->data(), block->size());
+  while (auto block = queue.Take()) received.append(block->bytes.data(), block->bytes.size());
   EXPECT_EQ(received, sent.substr(0, sent.size() / 7 * 7));
   EXPECT_EQ(queue.TakeLost(), 0);
 }
 
 TEST(BlockQueue, DropsTheNewestWhenNobodyTakesThem) {
-  BlockQueue queue(2, 3);
-  queue.Put("aabbccddee", 10);
+  BlockQueue queue(2, 3, 1);
+  queue.Put("aabbccddee", 10, 0);
   EXPECT_EQ(queue.TakeLost(), 2);
   EXPECT_EQ(queue.TakeLost(), 0);
-  EXPECT_EQ(queue.Take()->at(0), 'a');
-  queue.Put("f", 1);
+  EXPECT_EQ(queue.Take()->bytes.at(0), 'a');
+  queue.Put("f", 1, 0);
   queue.Clear();
-  queue.Put("gh", 2);
+  queue.Put("gh", 2, 0);
   EXPECT_EQ(queue.Ready(), 1u);
-  EXPECT_EQ(queue.Take()->at(0), 'g');
+  EXPECT_EQ(queue.Take()->bytes.at(0), 'g');
 }
 
 TEST(AlsaInputs, NamesLeadToTheCardByItsId) {

@@ -90,6 +90,18 @@ TEST_F(WavDevice, APauseLosesNothingAndAStopBeginsAnew) {
   EXPECT_EQ(firsts.back(), 0);
 }
 
+TEST_F(WavDevice, ABufferTellsHowLongItHasWaited) {
+  std::vector<double> waited;
+  whileTaken = [&] {
+    waited.push_back(device->Waited(nullptr));
+    if (firsts.size() == 3) host.clock.AdvanceTo(host.clock.Now() + 100);
+  };
+  ASSERT_TRUE(Play(WavPlay::Once));
+  host.loop.RunFor(1s);
+  ASSERT_GT(waited.size(), 9u);
+  EXPECT_EQ(std::vector<double>(waited.begin(), waited.begin() + 7), (std::vector<double>{0, 0, 0, 70, 40, 10, 0}));
+}
+
 TEST_F(WavDevice, MayBeClosedAndDestroyedWhileABufferIsTaken) {
   for (const WavPlay play : {WavPlay::Once, WavPlay::Fast}) {
     firsts.clear();

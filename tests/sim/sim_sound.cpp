@@ -46,6 +46,8 @@ class SimSound::Input final : public WaveInDevice {
     return bytes;
   }
 
+  double Waited(WaveHandle) const override { return static_cast<double>(sound_.loop_.Now() - DueAt(next_)); }
+
   void PullOut() {
     if (!open_) return;
     Close();

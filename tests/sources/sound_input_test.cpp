@@ -18,7 +18,7 @@ TEST(SoundInput, MayBeOpenedAnewInsideTheHandOverToTheSpectrum) {
   SoundInput input{session, window};
   host.sound.Plug(kCard, [](std::int64_t) { return std::pair(1000, -300); });
   int buffers = 0;
-  input.onBuffer = [&] { ++buffers; };
+  input.onBuffer = [&](double) { ++buffers; };
   window.run.chartState = ChartState::Running;
 
   SpectrumFeed& feed = window.sound.spectrum;

@@ -170,17 +170,19 @@ void SoundInput::TakeBuffer(WaveHandle handle) {
 // Nothing of a dropped buffer is counted: what has gathered since the last read stays as it is.
 void SoundInput::WorkOn(WaveHandle handle) {
   if (sound_.BufferBusy || window_.run.TickBusy) return NoteOverRuns(1, kBusyWords);
+  double waited = 0;
   {
     const Busy busy(sound_.BufferBusy);
     sound_.SoundBufCountL += 1;
     sound_.SoundBufCountR += 1;
     if (window_.run.chartState == ChartState::Idle) return;
+    waited = device_->Waited(handle);
     const std::size_t count = FetchSamples(handle);
     NoteSamples(count);
     FeedLevels({samples_.data(), count}, request_.format.stereo, sound_.levels);
     if (!Reduce(count)) return;
   }
-  if (onBuffer) onBuffer();
+  if (onBuffer) onBuffer(waited);
 }
 
 // The spectrum may yield inside the pass, and a device opened meanwhile has a work array of its own. False when there

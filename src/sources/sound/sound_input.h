@@ -27,8 +27,9 @@ class SoundInput {
   SoundInput(const SoundInput&) = delete;
   SoundInput& operator=(const SoundInput&) = delete;
 
-  /// Called behind each buffer that was not dropped; may stop the run. And once when the input has come to its end.
-  std::function<void()> onBuffer;
+  /// Called behind each buffer that was not dropped, with the milliseconds for which it has waited since it was heard;
+  /// may stop the run. And once when the input has come to its end.
+  std::function<void(double waited)> onBuffer;
   std::function<void()> onEnded;
 
   /// What a run wants of the input; taken over by Open.
