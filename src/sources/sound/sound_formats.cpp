@@ -18,7 +18,8 @@ constexpr WaveFormat kFormats[] = {
     {176400, 16, true}, {176400, 16, false}, {64000, 16, true},  {64000, 16, false},   // 28 to 31
     {24000, 16, true},  {24000, 16, false},  {12000, 16, true},  {12000, 16, false},   // 32 to 35
     {352800, 16, true}, {352800, 16, false}, {384000, 16, true}, {384000, 16, false},  // 36 to 39
-    {5512, 16, true},   {5512, 16, false},                                             // 40 and 41
+    {5512, 16, true},   {5512, 16, false},   {128000, 16, true}, {128000, 16, false},  // 40 to 43
+    {705600, 16, true}, {705600, 16, false}, {768000, 16, true}, {768000, 16, false},  // 44 to 47
 };
 
 }  // namespace
