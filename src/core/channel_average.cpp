@@ -1,11 +1,10 @@
 #include "core/channel_average.h"
 
 #include "text/number.h"
+#include "timebase/time_stamp.h"
 
 namespace tarvolt {
 namespace {
-
-constexpr double kSecondsPerDay = 86400;
 
 /// The message stays from this firing of TimerKeepAlive to the hundred and twentieth.
 constexpr int kHoldFrom = 90;

@@ -8,12 +8,12 @@
 #include "files/auto_title.h"
 #include "model/channel_table.h"
 #include "text/number.h"
+#include "timebase/time_stamp.h"
 #include "timebase/time_text.h"
 
 namespace tarvolt {
 namespace {
 
-constexpr double kSecondsPerDay = 86400;
 constexpr const char* kDragStatus = "Drag Mode - Plot Button Resumes";
 
 // A span of time, with its whole days in front when there are any.

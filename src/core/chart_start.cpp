@@ -13,12 +13,11 @@
 #include "files/saving.h"
 #include "model/channel_table.h"
 #include "text/number.h"
+#include "timebase/time_stamp.h"
 
 namespace tarvolt {
 
 namespace {
-
-constexpr double kSecondsPerDay = 86400;
 
 std::string SeparatorEnded(const std::filesystem::path& folder) {
   return folder.string() + static_cast<char>(std::filesystem::path::preferred_separator);
@@ -322,7 +321,7 @@ void ChartRun::TakeTimeBase(double ago) {
   TimeBase& time = run_.time;
   TakeClockOffset();
   time.logLMST = settings.LogLMST;
-  time.firstStamp = CalcTimeNotSidereal(session_.host.clock, time) - ago / (1000 * kSecondsPerDay);
+  time.firstStamp = CalcTimeNotSidereal(session_.host.clock, time) - ago * kMillisecond;
   time.startLMST = settings.LogLMST ? CalcLMST(time.firstStamp, settings.UserLng) : 0;
   if (window_.save.LoadedFromFile || window_.save.Loading) return;  // a loaded chart keeps the base of its file
   run_.ChartIsLMST = settings.LogLMST;

@@ -4,12 +4,12 @@
 
 #include "text/ansi.h"
 #include "text/number.h"
+#include "timebase/time_stamp.h"
 #include "timebase/time_text.h"
 
 namespace tarvolt {
 namespace {
 
-constexpr double kSecondsPerDay = 86400;
 constexpr const char* kDatePicture = "YYYY-MM-DD hh:nn:ss";
 
 // A time alone belongs to the day of the first sample, or to the next one when the data begin later in the day.

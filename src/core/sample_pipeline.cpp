@@ -3,14 +3,9 @@
 #include <algorithm>
 
 #include "text/number.h"
+#include "timebase/time_stamp.h"
 
 namespace tarvolt {
-
-namespace {
-
-constexpr double kMillisecond = 1.0 / 86400000;
-
-}  // namespace
 
 SamplePipeline::SamplePipeline(Recorder& recorder)
     : recorder_(recorder), session_(recorder.session), window_(recorder.window), run_(recorder.window.run) {}

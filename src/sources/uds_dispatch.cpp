@@ -7,12 +7,12 @@
 
 #include "sources/source_table.h"
 #include "text/number.h"
+#include "timebase/time_stamp.h"
 
 namespace tarvolt {
 namespace {
 
 constexpr int kFirstUds = 20;
-constexpr double kSecondsPerDay = 86400;
 
 // A time from here on, the day after the last of the year 9999, is a fault of the source, and so is one that is not
 // above 0.
@@ -148,12 +148,12 @@ void UdsDispatch::SetTimeOrigin(std::string_view text) {
 }
 
 void UdsDispatch::StartLevelMeter(std::string_view) {
-  TellOfClock("has set to other buffers");
+  TellOfClock("changed the buffers of");
   sound_.StartLevelMeter();
 }
 
 void UdsDispatch::StopLevelMeter(std::string_view) {
-  TellOfClock("has stopped");
+  TellOfClock("stopped");
   sound_.Stop();
 }
 
@@ -161,7 +161,7 @@ void UdsDispatch::StopLevelMeter(std::string_view) {
 void UdsDispatch::TellOfClock(const char* whatWasDone) {
   const RunState& run = window_.run;
   if (!run.ChartRunning || run.TimerType != kSoundTimer || run.UDSpush) return;
-  session_.Add2SLog(std::string("The data source ") + whatWasDone +
+  session_.Add2SLog(std::string("The data source has ") + whatWasDone +
                     " the sound input, which is the clock of this run.");
 }
 

@@ -10,6 +10,9 @@ namespace tarvolt {
 /// Whole days since midnight of 30 December 1899, the time of day as the fraction of a day.
 using TimeStamp = double;
 
+inline constexpr double kSecondsPerDay = 86400;
+inline constexpr double kMillisecond = 1 / (1000 * kSecondsPerDay);  ///< of a stamp
+
 /// The calendar fields of a stamp; the same record as a clock's reading.
 using DateFields = WallTime;
 

@@ -8,13 +8,12 @@
 #include "apps/tv-uds/link/messages.h"
 #include "apps/tv_uds_program.h"
 #include "text/number.h"
+#include "timebase/time_stamp.h"
 
 namespace tarvolt {
 namespace {
 
 using Samples = std::vector<std::vector<double>>;
-
-constexpr double kMillisecond = 1.0 / 86400000;
 
 TimeStamp Now() {
   return uds::StampOfUnixSeconds(

@@ -3,13 +3,12 @@
 #include <cmath>
 
 #include "station/station.h"
+#include "timebase/time_stamp.h"
 
 namespace tarvolt {
 namespace {
 
 using namespace std::chrono_literals;
-
-constexpr double kMillisecond = 1.0 / 86400000;
 
 std::vector<Sample> StoredSamples(Station& station) {
   std::vector<Sample> samples;

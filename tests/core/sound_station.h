@@ -7,11 +7,11 @@
 #include <vector>
 
 #include "station/station.h"
+#include "timebase/time_stamp.h"
 
 namespace tarvolt {
 
 inline constexpr const char* kCard = "USB,0: Receiver, Line";
-inline constexpr double kMillisecond = 1.0 / 86400000;
 
 inline std::pair<int, int> Steady(std::int64_t frame) {
   return frame % 2 == 0 ? std::pair(1000, -300) : std::pair(-1000, 300);
