@@ -19,20 +19,20 @@ void DeliveryBalance::BeginAnew(double stretch) {
   stretch_ = stretch;
 }
 
-double DeliveryBalance::Take(double now, double length) {
+double DeliveryBalance::Take(double heardAt, double length) {
   if (!last_) {
-    stretchEnd_ = now + stretch_;
-    last_ = now - length;
+    stretchEnd_ = heardAt + stretch_;
+    last_ = heardAt - length;
     least_ = kNone;
   }
   double gap = 0;
-  if (now >= stretchEnd_) {
+  if (heardAt >= stretchEnd_) {
     gap = EndStretch();
-    stretchEnd_ = now + stretch_;
+    stretchEnd_ = heardAt + stretch_;
     least_ = kNone;
   }
-  lateness_ += now - *last_ - length;
-  last_ = now;
+  lateness_ += heardAt - *last_ - length;
+  last_ = heardAt;
   least_ = std::min(least_, lateness_);
   return gap;
 }

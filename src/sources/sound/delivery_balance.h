@@ -12,16 +12,16 @@ class DeliveryBalance {
   /// Nothing is known any more: the next buffer begins. A stretch should hold some eight buffers.
   void BeginAnew(double stretch);
 
-  /// Takes a buffer of `length` that came at `now`, a time that never steps. Gives the length of a gap, found at the
-  /// end of the stretch behind it, and 0 otherwise.
-  double Take(double now, double length);
+  /// Takes a buffer of `length` whose end was heard at `heardAt`, as far as its driver tells, on a clock that never
+  /// steps. Gives the length of a gap, found at the end of the stretch behind it, and 0 otherwise.
+  double Take(double heardAt, double length);
 
  private:
   double EndStretch();
 
   double stretch_ = 0;
   double stretchEnd_ = 0;
-  std::optional<double> last_;    ///< when the last buffer came; none before the first
+  std::optional<double> last_;    ///< when the last buffer was heard; none before the first
   double lateness_ = 0;           ///< of the last buffer, against the first
   double least_ = 0;              ///< the least lateness of the stretch
   std::optional<double> before_;  ///< that of the stretch before

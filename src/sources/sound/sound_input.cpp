@@ -162,21 +162,20 @@ void SoundInput::StartLevelMeter() {
 // A device that is let go while its buffer is worked on lives on until its own event is over.
 void SoundInput::TakeBuffer(WaveHandle handle) {
   const Device device = device_;
-  NoteDelivery();
-  WorkOn(handle);
+  const double waited = device_->Waited(handle);
+  NoteDelivery(waited);
+  WorkOn(handle, waited);
   if (device != device_) session_.host.loop.Post([device] {});
 }
 
 // Nothing of a dropped buffer is counted: what has gathered since the last read stays as it is.
-void SoundInput::WorkOn(WaveHandle handle) {
+void SoundInput::WorkOn(WaveHandle handle, double waited) {
   if (sound_.BufferBusy || window_.run.TickBusy) return NoteOverRuns(1, kBusyWords);
-  double waited = 0;
   {
     const Busy busy(sound_.BufferBusy);
     sound_.SoundBufCountL += 1;
     sound_.SoundBufCountR += 1;
     if (window_.run.chartState == ChartState::Idle) return;
-    waited = device_->Waited(handle);
     const std::size_t count = FetchSamples(handle);
     NoteSamples(count);
     FeedLevels({samples_.data(), count}, request_.format.stereo, sound_.levels);

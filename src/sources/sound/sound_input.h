@@ -60,7 +60,7 @@ class SoundInput {
     return request_.format.stereo || (side == 0 ? request_.sources.SoundLeftInUse : request_.sources.SoundRightInUse);
   }
 
-  /// True from the loss of the device, or from its falling silent, until it delivers again.
+  /// True from the loss of the device until it delivers again.
   bool IsLost() const { return lost_; }
 
   bool IsOpen() const { return device_ != nullptr; }
@@ -76,7 +76,7 @@ class SoundInput {
   void LetGo();
   void BeginStretch();
   void TakeBuffer(WaveHandle handle);
-  void WorkOn(WaveHandle handle);
+  void WorkOn(WaveHandle handle, double waited);
   bool Reduce(std::size_t count);
   std::size_t FetchSamples(WaveHandle handle);
   void NoteOverRuns(std::int64_t buffers, const char* words);
@@ -87,8 +87,8 @@ class SoundInput {
   void LookAgainFor(std::int32_t bufferBytes);
   void Watch();
   void NoteSamples(std::size_t count);
-  void NoteDelivery();
-  void NoteWhatIsMissing();
+  void NoteDelivery(double waited);
+  void NoteWhatIsMissing(double waited);
   void Lose(const std::string& why);
   void GiveUpLoss();
   void TryAgain();
@@ -116,6 +116,7 @@ class SoundInput {
   double lastSound_ = 0;   ///< of the last sample that was not zero
   double lostSince_ = 0;
   double nextTry_ = 0;
+  double lastWatch_ = 0;
   DeliveryBalance balance_;
   double overRunSecond_ = 0;  ///< when the second began in which over-runs are told
   int overRunLines_ = 0;      ///< of that second

@@ -4,6 +4,7 @@
 #include "sources/sound/sound_gaps.h"
 #include "sources/sound/sound_input.h"
 #include "text/number.h"
+#include "timebase/time_stamp.h"
 
 namespace tarvolt {
 namespace {
@@ -16,7 +17,7 @@ constexpr double kTryEvery = 2000;        // milliseconds between two tries to o
 constexpr double kFreshEvery = 60000;     // the same for one that gives zeros
 constexpr double kOpening = 3000;         // milliseconds that the first buffer may take longer
 constexpr double kSecond = 1000;
-constexpr double kDay = 86400 * kSecond;
+constexpr double kHeldUp = 1000;  // milliseconds between two looks: the program was busy, and buffers wait for it
 
 std::string SecondsText(double milliseconds) {
   return FormatNumber(milliseconds / kSecond, "##0.0") + " seconds";
@@ -66,6 +67,7 @@ void SoundInput::BeginWatching() {
     if (watchTimer_) watchTimer_->SetInterval(kWatchInterval);
   }
   if (watchTimer_) watchTimer_->SetEnabled(true);
+  lastWatch_ = session_.host.clock.MonotonicMilliseconds();
 }
 
 // The loss goes on: the input is opened with other buffers when it is there.
@@ -78,10 +80,11 @@ void SoundInput::LookAgainFor(std::int32_t bufferBytes) {
 
 void SoundInput::Watch() {
   ShowTrouble();
-  if (opening_) return;
+  const double now = session_.host.clock.MonotonicMilliseconds();
+  const bool wasHeldUp = now - std::exchange(lastWatch_, now) > kHeldUp;
+  if (opening_ || wasHeldUp) return;
   if (lost_) return TryAgain();
   if (!running_) return;
-  const double now = session_.host.clock.MonotonicMilliseconds();
   if (now - lastBuffer_ > Patience() && !rewinds_) return Lose("it delivers nothing");
   const bool looksAtSamples = window_.run.chartState != ChartState::Idle;
   if (!looksAtSamples) lastSound_ = now;
@@ -99,10 +102,10 @@ void SoundInput::Watch() {
   silent_ = true;
 }
 
-void SoundInput::NoteDelivery() {
+void SoundInput::NoteDelivery(double waited) {
   delivers_ = true;
   lastBuffer_ = session_.host.clock.MonotonicMilliseconds();
-  if (!lost_) return NoteWhatIsMissing();
+  if (!lost_) return NoteWhatIsMissing(waited);
   lost_ = false;
   const double gap = lastBuffer_ - lostSince_;
   Announce("Sound is back from " + request_.name + ". The gap is " + SecondsText(gap) + ".");
@@ -110,9 +113,9 @@ void SoundInput::NoteDelivery() {
 }
 
 // Too short to be a loss, and not told by the driver: a file waits for its reader, and has none.
-void SoundInput::NoteWhatIsMissing() {
+void SoundInput::NoteWhatIsMissing(double waited) {
   if (rewinds_) return;
-  const double gap = balance_.Take(lastBuffer_, BufferLength());
+  const double gap = balance_.Take(lastBuffer_ - waited, BufferLength());
   if (gap <= 0 || !InRun()) return;
   session_.Add2SLog("Sound of " + SecondsText(gap) + " is missing from " + request_.name + ".");
   EndSoundGap(session_.host.clock, gap / kSecond, window_);
@@ -140,7 +143,7 @@ void SoundInput::Lose(const std::string& why) {
   const char* const outlook = window_.run.ChartRunning ? " The run goes on without it." : "";
   Announce("The sound input " + request_.name + " was lost: " + why + "." + outlook);
   const double ago = nextTry_ - lostSince_;
-  sound_.gaps.lostSince = CalcTime(session_.host.clock, window_.run.time) - ago / kDay;
+  sound_.gaps.lostSince = CalcTime(session_.host.clock, window_.run.time) - ago * kMillisecond;
   AddSoundGaps(window_);
 }
 
