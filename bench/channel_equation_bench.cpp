@@ -6,7 +6,7 @@
 
 #include "automation/channel_equations/channel_equations.h"
 #include "automation/channel_equations/text_program.h"
-#include "core/apply_function.h"
+#include "core/chart/apply_function.h"
 #include "sample_values.h"
 #include "side_by_side.h"
 #include "sim/sim_host.h"
@@ -98,9 +98,10 @@ void LoadedChart(benchmark::State& state) {
   set.EquString.fill("X*2+1");
   set.ApplyToCH.fill(1);
   ChannelEquations equations(1);
+  bool applied = true;
   RunSideBySide(
       state, double{kLoaded} * kBenchChannels,
-      [&] { return SecondsOf([&] { ApplyFunction(session, window, equations, set); }); },
+      [&] { return SecondsOf([&] { applied = applied && ApplyFunction(session, window, equations, set); }); },
       [&] {
         return SecondsOf([&] {
           for (std::int32_t i = 0; i < kLoaded; ++i) {
@@ -110,10 +111,11 @@ void LoadedChart(benchmark::State& state) {
           }
         });
       });
+  if (!applied) state.SkipWithError("the equations were refused");
 }
 
-BENCHMARK(OneSample)->Iterations(kRounds)->UseManualTime();
-BENCHMARK(LoadedChart)->Iterations(kLoadedRounds)->UseManualTime();
+BENCHMARK(OneSample)->Iterations(Rounds(kRounds))->UseManualTime();
+BENCHMARK(LoadedChart)->Iterations(Rounds(kLoadedRounds))->UseManualTime();
 
 }  // namespace
 }  // namespace tarvolt::bench

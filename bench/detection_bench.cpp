@@ -87,11 +87,11 @@ void StereoDetection(benchmark::State& state, double (*bare)(const std::vector<s
   if (!(sound.LastAvgL > 0)) state.SkipWithError("nothing was detected");
 }
 BENCHMARK_CAPTURE(StereoDetection, BesideSumInDoubles, SumInDoubles)
-    ->Iterations(31)
+    ->Iterations(Rounds(31))
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(StereoDetection, BesideSumInIntegers, SumInIntegers)
-    ->Iterations(31)
+    ->Iterations(Rounds(31))
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 

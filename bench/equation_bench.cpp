@@ -137,7 +137,9 @@ void ParseAndEvaluate(benchmark::State& state, const Formula& formula) {
 }
 
 void Register(const std::string& name, void (*run)(benchmark::State&, const Formula&), const Formula& formula) {
-  benchmark::RegisterBenchmark((name + "/" + formula.name).c_str(), run, formula)->Iterations(kRounds)->UseManualTime();
+  benchmark::RegisterBenchmark((name + "/" + formula.name).c_str(), run, formula)
+      ->Iterations(Rounds(kRounds))
+      ->UseManualTime();
 }
 
 void RegisterAll() {

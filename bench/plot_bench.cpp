@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "display/chart_steps.h"
+#include "forms/form_main/desktop_person.h"
 #include "forms/form_main/main_window.h"
 #include "forms/plot/strip_chart_plot.h"
 #include "sample_values.h"
@@ -63,7 +64,7 @@ void FullViewBesideGraphs(benchmark::State& state) {
   RunSideBySide(
       state, 1, [&] { return SecondsToDraw(ours); }, [&] { return SecondsToDraw(*graphs); });
 }
-BENCHMARK(FullViewBesideGraphs)->UseManualTime()->Iterations(21)->Unit(benchmark::kMillisecond);
+BENCHMARK(FullViewBesideGraphs)->UseManualTime()->Iterations(Rounds(21))->Unit(benchmark::kMillisecond);
 
 void FullViewOfTenMillionsBesideOne(benchmark::State& state) {
   const auto many = FilledWindow(10'000'000);
@@ -75,7 +76,7 @@ void FullViewOfTenMillionsBesideOne(benchmark::State& state) {
   RunSideBySide(
       state, 1, [&] { return SecondsToDraw(manyPlot); }, [&] { return SecondsToDraw(onePlot); });
 }
-BENCHMARK(FullViewOfTenMillionsBesideOne)->UseManualTime()->Iterations(21)->Unit(benchmark::kMillisecond);
+BENCHMARK(FullViewOfTenMillionsBesideOne)->UseManualTime()->Iterations(Rounds(21))->Unit(benchmark::kMillisecond);
 
 double BytesInUse() {
   const struct mallinfo2 info = mallinfo2();
@@ -147,7 +148,8 @@ class LiveRun {
 void RecordingWithAWindow(benchmark::State& state) {
   constexpr int kSamples = 1'000'000;
   LiveRun run(kSamples);
-  MainWindow window(run.station.TheSession(), run.station.Form());
+  DesktopPerson person;
+  MainWindow window(run.station.TheSession(), run.station.Form(), person);
   window.resize(kWidth, kHeight);
   window.show();
   QApplication::processEvents();
@@ -156,7 +158,7 @@ void RecordingWithAWindow(benchmark::State& state) {
   const std::int64_t lost = run.station.uds.SetsSent() - run.station.Form().Window().chart.Count();
   state.counters["lost"] = static_cast<double>(lost);
 }
-BENCHMARK(RecordingWithAWindow)->UseManualTime()->Iterations(5)->Unit(benchmark::kMillisecond);
+BENCHMARK(RecordingWithAWindow)->UseManualTime()->Iterations(Rounds(5))->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace tarvolt::bench

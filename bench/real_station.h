@@ -31,8 +31,8 @@ inline std::unique_ptr<HostOwner> MakeSilentHost() {
 /// A session and a window with an empty chart on the real machine, in a temporary home.
 struct RealStation {
   RealStation() {
-    session.settings.DataDirectory = folder.Path().string();
-    session.settings.DiskBackUp = true;
+    session.settings.files.DataDirectory = folder.Path().string();
+    session.settings.files.DiskBackUp = true;
     window.chart.SetChannelCount(kBenchChannels);
     window.run.ChannelCount = kBenchChannels;
   }

@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "core/chart/load_data.h"
 #include "display/column_reduction.h"
-#include "files/load.h"
 #include "files/saving.h"
 #include "real_station.h"
 #include "side_by_side.h"
@@ -59,7 +59,7 @@ bool WriteWhole(const std::string& folder, const Bytes& bytes) {
 /// A station with a full chart and the file of it.
 struct FullStation : RealStation {
   FullStation() : name(folder.Path() / "full.tvd") {
-    session.settings.DiskBackUp = false;
+    session.settings.files.DiskBackUp = false;
     window.chart.SetCapacity(kSamples);
     for (std::int32_t i = 0; i < kSamples; ++i) StoreSample(window.chart, i);
     saved = SaveDataFile(session, window, name, false) == SaveOutcome::Saved;
@@ -86,7 +86,7 @@ void Save(benchmark::State& state) {
       [&] { return SecondsOf([&] { good = WriteWhole(folder, bytes) && good; }); });
   if (!good) state.SkipWithError("the disk refused");
 }
-BENCHMARK(Save)->Iterations(21)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(Save)->Iterations(Rounds(21))->UseManualTime()->Unit(benchmark::kMillisecond);
 
 // The file is in the memory of the system for both; each reads into memory that is new to it.
 void Load(benchmark::State& state) {
@@ -110,7 +110,7 @@ void Load(benchmark::State& state) {
       });
   if (!good) state.SkipWithError("the file was not loaded as a whole");
 }
-BENCHMARK(Load)->Iterations(21)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(Load)->Iterations(Rounds(21))->UseManualTime()->Unit(benchmark::kMillisecond);
 
 /// What a drawing of the window takes from the chart, when it has asked for one: as often as a screen shows, and never
 /// more.
@@ -190,7 +190,7 @@ void LoadAndDraw(benchmark::State& state) {
   state.counters["drawings_a_load"] = drawing.drawn / static_cast<double>(pyramidSeconds.size());
   if (!good) state.SkipWithError("the file was not loaded as a whole");
 }
-BENCHMARK(LoadAndDraw)->Iterations(21)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(LoadAndDraw)->Iterations(Rounds(21))->UseManualTime()->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace tarvolt::bench

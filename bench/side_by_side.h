@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstddef>
+#include <cstdlib>
 #include <vector>
 
 namespace tarvolt::bench {
@@ -15,6 +16,11 @@ double SecondsOf(Call call) {
   const auto begin = std::chrono::steady_clock::now();
   call();
   return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+}
+
+/// How often a benchmark goes round: once when TARVOLT_BENCH_ONCE is set, which only shows that it still works.
+inline int Rounds(int full) {
+  return std::getenv("TARVOLT_BENCH_ONCE") == nullptr ? full : 1;
 }
 
 inline double Median(std::vector<double> values) {

@@ -81,12 +81,13 @@ double SecondsToArmed(const std::filesystem::path& home, std::int32_t port, bool
   const auto machine = MakeSilentHost();
   Session session(machine->host, home);
   session.overrides = SettingsOfTheRun(port);
-  FormMain form(session);
+  Person nobody;
+  FormMain form(session, nobody);
   const double seconds = SecondsOf([&] {
     form.Form_Load("");
     form.StartChart("");
   });
-  good = form.Window().run.chartState == ChartState::Armed && good;
+  good = form.Window().run.chartState() == ChartState::Armed && good;
   form.Form_Unload();
   RunningSource::LetGo();
   return seconds;
@@ -110,7 +111,7 @@ void FormLoadToArmed(benchmark::State& state) {
       [&] { return SecondsOfExchange(source.Port(), good); });
   if (!good) state.SkipWithError("a run was not armed, or the source did not answer");
 }
-BENCHMARK(FormLoadToArmed)->Iterations(21)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(FormLoadToArmed)->Iterations(Rounds(21))->UseManualTime()->Unit(benchmark::kMillisecond);
 
 // The same at the first use of a station, when its folders and its settings are made.
 void FirstUseToArmed(benchmark::State& state) {
@@ -125,7 +126,7 @@ void FirstUseToArmed(benchmark::State& state) {
       [&] { return SecondsOfExchange(source.Port(), good); });
   if (!good) state.SkipWithError("a run was not armed, or the source did not answer");
 }
-BENCHMARK(FirstUseToArmed)->Iterations(21)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(FirstUseToArmed)->Iterations(Rounds(21))->UseManualTime()->Unit(benchmark::kMillisecond);
 
 double SecondsToRecording(const std::filesystem::path& home, std::int32_t port, bool& good) {
   std::vector<std::string> words = {"tarvoltd", "--home", home.string(), "--start"};
@@ -159,7 +160,7 @@ void ProcessToChartStarted(benchmark::State& state) {
       });
   if (!good) state.SkipWithError("the station did not start or did not end well");
 }
-BENCHMARK(ProcessToChartStarted)->Iterations(21)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(ProcessToChartStarted)->Iterations(Rounds(21))->UseManualTime()->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace tarvolt::bench

@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "core/chart_run.h"
 #include "core/form_main.h"
-#include "core/sample_pipeline.h"
+#include "core/run/chart_run.h"
+#include "core/run/sample_pipeline.h"
 #include "sample_values.h"
 #include "side_by_side.h"
 #include "sim/sim_host.h"
@@ -79,7 +79,7 @@ class PipelineRig {
     recorder_.uds.Close();  // the samples come from here
   }
 
-  bool Armed() const { return recorder_.window.run.ChartRunning; }
+  bool Armed() const { return recorder_.window.run.ChartRunning(); }
   bool HoldsAll() const { return verbs_.turnovers == 0 && recorder_.window.chart.Count() == taken_; }
   bool BackupHoldsAll() const { return recorder_.backup.IsComplete() && disk_.Appended() > 0; }
 
@@ -102,12 +102,13 @@ class PipelineRig {
  private:
   SimHost machine_{kSeed, kSwitchedOn};
   WeightlessDisk disk_{machine_.disk, "localdatabackup.tvd"};
-  UdsPeer source_{machine_.loop, machine_.network, kSeed};
+  UdsPeer source_{machine_.loop, machine_.network};
   Session session_{{machine_.clock, machine_.loop, machine_.network, disk_, machine_.processes, machine_.dialogs,
                     machine_.sound, machine_.mixer},
                    kHome};
   Verbs verbs_;
-  Recorder recorder_{session_, verbs_, [](std::optional<TimeStamp>) {}};
+  Person nobody_;
+  Recorder recorder_{session_, verbs_, nobody_, [](std::optional<TimeStamp>) {}};
   ChartRun chartRun_{recorder_};
   SamplePipeline pipeline_{recorder_};
   std::int32_t taken_ = 0;
@@ -146,8 +147,11 @@ void Pipeline(benchmark::State& state, bool diskBackUp) {
       });
   if (!good) state.SkipWithError("samples were lost");
 }
-BENCHMARK_CAPTURE(Pipeline, WithoutBackup, false)->Iterations(31)->UseManualTime()->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(Pipeline, WithBackup, true)->Iterations(31)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Pipeline, WithoutBackup, false)
+    ->Iterations(Rounds(31))
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Pipeline, WithBackup, true)->Iterations(Rounds(31))->UseManualTime()->Unit(benchmark::kMillisecond);
 
 std::vector<std::string> MessagesOfASet() {
   std::vector<std::string> messages;
@@ -164,12 +168,13 @@ void MessagesOfASample(benchmark::State& state) {
   Session session(machine.Record(), kHome);
   Configure(session, false);
   ChartWindow window;
-  window.run.ChartRunning = true;
+  window.run.phase = RunPhase::Running;
   Verbs verbs;
   std::int64_t sets = 0;
   SoundInput sound(session, window);
   UdsDispatch dispatch(
       session, window, verbs, sound, [&](std::optional<TimeStamp>) { ++sets; }, [](std::string_view) {});
+  dispatch.BeginLink();  // takes up which channels are the link's
   const std::vector<std::string> messages = MessagesOfASet();
   Values bareSums{};
   RunSideBySide(
@@ -196,14 +201,14 @@ void MessagesOfASample(benchmark::State& state) {
   benchmark::DoNotOptimize(bareSums);
   if (sets == 0 || window.run.ChannelSum[0] == 0) state.SkipWithError("the messages were not acted on");
 }
-BENCHMARK(MessagesOfASample)->Iterations(31)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(MessagesOfASample)->Iterations(Rounds(31))->UseManualTime()->Unit(benchmark::kMillisecond);
 
 /// A simulated machine with a source that pushes a set each period to whoever connects.
 struct SourceRig {
   SourceRig() { source.Channels(kBenchChannels).Measures(PeerValues).PushesEvery(kPeriod); }
 
   SimHost machine{kSeed, kSwitchedOn};
-  UdsPeer source{machine.loop, machine.network, kSeed};
+  UdsPeer source{machine.loop, machine.network};
 };
 
 /// The whole recorder on it.
@@ -224,7 +229,8 @@ class RecorderRig : SourceRig {
 
  private:
   Session session_{machine.Record(), kHome};
-  FormMain form_{session_};
+  Person nobody_;
+  FormMain form_{session_, nobody_};
 };
 
 /// A socket that reads and forgets: what is left is the simulation.
@@ -259,8 +265,11 @@ void WholeRoad(benchmark::State& state, bool diskBackUp) {
   const auto rounds = static_cast<std::int32_t>(state.iterations());
   if (recorder.Stored() < rounds * kRoadSamples || reader.BytesRead() == 0) state.SkipWithError("samples were lost");
 }
-BENCHMARK_CAPTURE(WholeRoad, WithoutBackup, false)->Iterations(21)->UseManualTime()->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(WholeRoad, WithBackup, true)->Iterations(21)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(WholeRoad, WithoutBackup, false)
+    ->Iterations(Rounds(21))
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(WholeRoad, WithBackup, true)->Iterations(Rounds(21))->UseManualTime()->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace tarvolt::bench

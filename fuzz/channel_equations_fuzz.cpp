@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "automation/channel_equations/channel_equations.h"
+#include "automation/channel_equations/equation_file.h"
 #include "automation/channel_equations/equation_trial.h"
 #include "automation/channel_equations/text_program.h"
 #include "text/ansi.h"
@@ -50,6 +51,7 @@ void Run(std::string_view text, std::string_view values) {
   set.EquString[0] = text.substr(0, text.find('\n'));
   set.EquString[1] = text.substr(std::min(text.size(), set.EquString[0].size() + 1));
   ChannelEquations equations(1);
+  if (const Outcome sound = equations.Check(set, kChannelsInUse); !sound) Require(!sound.Words().empty());
   EquationState state(1);
   for (int round = 0; round < 3; ++round) {
     for (double& value : compiled.window.run.ChannelValue) value = compiled.values[round] * (round - 1);

@@ -2,7 +2,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "core/command_line.h"
+#include "core/station/command_line.h"
 
 // Any text is cut into commands that come to an end; a quoted data file survives the joining and cutting of arguments.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "files/data_file_reader.h"
+#include "files/format/data_file_reader.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "core/load_commands.h"
+#include "core/chart/load_commands.h"
 #include "display/column_reduction.h"
 #include "files/header_info.h"
 #include "memory_files.h"
@@ -61,10 +61,10 @@ LoadRequest RequestOf(Choices& choices) {
 }
 
 void SetOptions(Choices& choices, Session& session, ChartWindow& window) {
-  session.settings.ShowMsgBox = false;
-  session.settings.AutoTitle = true;
-  session.settings.AutoTitleFormat = "%name %observer %date %time %base";
-  session.settings.DefaultChannelOffset[1] = 0.5;
+  session.settings.program.ShowMsgBox = false;
+  session.settings.chart.AutoTitle = true;
+  session.settings.chart.AutoTitleFormat = "%name %observer %date %time %base";
+  session.settings.channels.DefaultChannelOffset[1] = 0.5;
   window.loadOptions.LoadLocalOffsets = choices.Next(2) == 0;
   window.loadOptions.LoadFileOffsets = choices.Next(2) == 0;
   window.loadOptions.LoadSelectedChannels = choices.Next(3) == 0;
@@ -127,7 +127,8 @@ void Draw(const StripChart& chart) {
   for (int channel = 0; channel < chart.ChannelCount(); ++channel) {
     int before = -1;
     for (const PixelColumn& column : ReduceToColumns(chart, channel, edges)) {
-      Require(column.x > before && column.x < kWidth);
+      Require(column.x >= 0 && column.x < kWidth && column.x != before);
+      Require(column.x > before || !chart.Samples().TimesRise());
       before = column.x;
     }
   }

@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "files/notes_block.h"
+#include "files/format/notes_block.h"
 
 namespace {
 
@@ -18,25 +18,16 @@ void Require(bool holds) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace tarvolt;
   const std::string_view raw(reinterpret_cast<const char*>(data), size);
-  const ParsedNotes first = ParseNotes(raw);
+  const NotesBlock first = ParseNotes(raw);
   Require(first.freeText.size() <= raw.size());
   Require(first.notations.count >= 0 && first.notations.count < Notations::kSlots);
   Require(first.metadata.Records().size() <= Metadata::kMaxRecords);
 
   // Items may hold tokens and marks of their own, so only the flags, which are written first, must come back.
-  NotesOptions options;
-  options.usingUT = first.usingUT;
-  options.lmst = first.lmst;
-  options.noTimeStamps = first.noTimeStamps;
-  options.timeRefZero = first.timeRefZero;
-  ChartWindow window;
-  window.channelLabels = first.labels;
-  window.metadata = first.metadata;
-  window.notations = first.notations;
   // Free text that holds a mark, or makes one with what follows it, is not protected: a known weakness of the format.
   const std::string front = first.freeText + "*[[*";
   if (front.find("*[[*") != first.freeText.size() || front.find("*]]*") != std::string::npos) return 0;
-  const ParsedNotes second = ParseNotes(BuildNotes(window, first.freeText, options));
+  const NotesBlock second = ParseNotes(BuildNotes(first, static_cast<int>(first.labels.size())));
   Require(second.usingUT || !first.usingUT);
   Require(second.lmst || !first.lmst);
   Require(second.noTimeStamps || !first.noTimeStamps);

@@ -87,6 +87,8 @@ class FedSocket final : public SocketControl {
   void Bind(const std::string&, std::uint16_t) override {}
   void Connect(const std::string&, std::uint16_t) override { connected_ = true; }
   bool IsConnected() const override { return connected_; }
+  SocketEnd LocalEnd() const override { return {}; }
+  SocketEnd RemoteEnd() const override { return {}; }
   void Write(std::string_view) override {}
   std::string ReadAvailable() override { return std::exchange(held_, {}); }
   void Disconnect() override { connected_ = false; }
@@ -116,6 +118,7 @@ class OneSocket final : public Sockets {
     made = socket.get();
     return socket;
   }
+  std::unique_ptr<SocketListener> MakeListener() override { return nullptr; }
   std::string LocalAddress() const override { return "127.0.0.1"; }
   FedSocket* made = nullptr;
 };
@@ -138,7 +141,7 @@ class StoppingControl final : public RunControl {
  public:
   void StartChart(const std::string&) override {}
   void StopChart() override {
-    window->run.ChartRunning = false;
+    window->run.phase = RunPhase::Idle;
     client->Close();
   }
   void MaxedOut(MaxedOutMode) override {}
@@ -164,8 +167,8 @@ void RunLink(bool push, std::string_view input) {
   static OpeningLoop loop(sockets);
   static Session session(Host{clock, loop, sockets, files, processes, dialogs, inputs, mixer}, "home");
   loop.DropPosted();
-  session.settings.Dsrc = {20, 21, 22, 23, 24, 25, 26, 27};
-  session.settings.UDSpush = push;
+  session.settings.channels.Dsrc = {20, 21, 22, 23, 24, 25, 26, 27};
+  session.settings.uds.UDSpush = push;
   ChartWindow window;
   StoppingControl control;
   SoundInput sound(session, window);
@@ -176,7 +179,7 @@ void RunLink(bool push, std::string_view input) {
   control.window = &window;
   control.client = &client;
   StoppingControl::Require(client.UDSConnect());
-  window.run.ChartRunning = true;
+  window.run.phase = RunPhase::Running;
 
   while (!input.empty() && client.IsReady()) {
     const std::size_t end = std::min(input.find('\xFE'), input.size() - 1);
@@ -185,7 +188,7 @@ void RunLink(bool push, std::string_view input) {
   }
   StoppingControl::Require(window.run.ChannelCount >= 1 && window.run.ChannelCount <= kChannels);
   StoppingControl::Require(window.chart.ChannelCount() >= 1 && window.chart.ChannelCount() <= kChannels);
-  StoppingControl::Require(std::isfinite(window.run.ChartEndTime) && std::isfinite(window.chart.XAxisMax));
+  StoppingControl::Require(std::isfinite(window.run.log.ChartEndTime) && std::isfinite(window.chart.XAxisMax));
 }
 
 }  // namespace

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "config/settings.h"
-#include "model/run_state.h"
-#include "platform/clock.h"
+#include <string>
+
+#include "timebase/time_stamp.h"
 
 namespace tarvolt {
 
-/// The stamp of the next planned restart, RestartTime on the day of the log's clock or the day after, always later than
-/// now. In a sidereal run the day is that of its sidereal start. A RestartTime that is no time counts as midnight.
-TimeStamp GetNextRestart(Clock& clock, const Settings& settings, const RunState& run);
+/// The next planned restart after `base`: `restartTime` ("hh:nn:ss") on its day or the day after. A text that is no
+/// time counts as midnight.
+TimeStamp GetNextRestart(const std::string& restartTime, TimeStamp base);
 
 }  // namespace tarvolt

@@ -10,7 +10,7 @@ namespace tarvolt {
 
 /// Expands the tags of a text, in this order and in this spelling alone:
 ///
-///     [INTERNET IP]            the address of this machine
+///     [INTERNET IP]            an address of this machine in its own network, until the one on the internet is found
 ///     [SAMPLE NUMBER]          the samples of this log so far, with a blank in front
 ///     [DATE FORMAT pattern]    now in the window's log base (UT or local), by a picture of FormatDate; the first one
 ///     [DATE TIME]              the same as "YYMMDDHHnnSS"

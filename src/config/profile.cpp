@@ -1,6 +1,8 @@
 #include "config/profile.h"
 
 #include <algorithm>
+#include <optional>
+#include <set>
 
 #include "config/home_path.h"
 #include "config/settings_row.h"
@@ -31,6 +33,15 @@ std::string ValueOfLine(std::string_view line) {
   return value;
 }
 
+/// Every key of the list, upper-cased.
+std::set<std::string> KeysOfProfiles() {
+  std::set<std::string> keys;
+  for (const SettingRow& row : ProfileRows()) {
+    for (int index = 0; index < row.count; ++index) keys.insert(Upper(row.ProfileKey(index)));
+  }
+  return keys;
+}
+
 /// The lines of a profile, with their upper-case form made once for all keys.
 class ProfileLines {
  public:
@@ -40,6 +51,13 @@ class ProfileLines {
   }
 
   std::size_t Size() const { return lines_.size(); }
+
+  /// A key counts at the begin of a line alone: anywhere else the short ones stand in any file by chance.
+  bool HoldsSomeOf(const std::set<std::string>& upperKeys) const {
+    return std::any_of(upperLines_.begin(), upperLines_.end(), [&](const std::string& line) {
+      return upperKeys.contains(Trim(std::string_view(line).substr(0, line.find('='))));
+    });
+  }
 
   std::string Value(std::string_view key, std::string_view fallback) const {
     const std::string upperKey = Upper(key);
@@ -55,17 +73,19 @@ class ProfileLines {
   std::vector<std::string> upperLines_;
 };
 
-bool ReadProfileLines(std::string_view text, ProfileLines& lines, std::string& problem) {
-  while (!text.empty()) {
-    const std::string_view line = TakeLine(text);
+Result<ProfileLines> ReadProfileLines(FileSystem& files, const std::filesystem::path& path) {
+  std::string problem;
+  const std::optional<std::string> text = ReadTextFile(files, path, problem);
+  if (!text) return Failure{problem};
+  ProfileLines lines;
+  for (std::string_view rest = *text; !rest.empty();) {
+    const std::string_view line = TakeLine(rest);
     if (line.find('=') == std::string_view::npos) continue;
-    if (lines.Size() == kLineLimit) {
-      problem = "it has too many lines";
-      return false;
-    }
+    if (lines.Size() == kLineLimit) return Failure{"it has too many lines"};
     lines.Add(line);
   }
-  return true;
+  if (!lines.HoldsSomeOf(KeysOfProfiles())) return Failure{"it is no profile: it has no line with a known key"};
+  return lines;
 }
 
 /// A line end inside a value would make lines of its own of what is behind it.
@@ -88,30 +108,30 @@ std::string GetProfileValue(const std::vector<std::string>& lines, std::string_v
   return profile.Value(key, fallback);
 }
 
-bool LoadProfileFile(FileSystem& files, const std::filesystem::path& path, const SettingOverrides& overrides,
-                     const std::string& home, Settings& settings, std::string& problem) {
-  if (path.empty()) return false;
-  const auto text = ReadTextFile(files, path, problem);
-  ProfileLines lines;
-  if (!text || !ReadProfileLines(*text, lines, problem)) return false;
+Outcome LoadProfileFile(FileSystem& files, const std::filesystem::path& path, const SettingOverrides& overrides,
+                        const std::string& home, Settings& settings) {
+  if (path.empty()) return Failure{"it has no name"};
+  const Result<ProfileLines> lines = ReadProfileLines(files, path);
+  if (!lines) return Failure{lines.Words()};
   for (const SettingRow& row : ProfileRows()) {
     if (row.lineOnly) continue;
     for (int index = 0; index < row.count; ++index) {
-      const std::string value = lines.Value(row.ProfileKey(index), row.Fallback(index));
+      const std::string value = lines->Value(row.ProfileKey(index), row.Fallback(index));
       row.Set(settings, index, row.IsUnderHome() ? PathFromStored(value, home) : value);
     }
   }
   ApplyOverrides(overrides, home, settings);
-  return true;
+  return Done();
 }
 
-bool SaveProfileFile(FileSystem& files, const std::filesystem::path& path, const Settings& settings,
-                     std::string& problem) {
+Outcome SaveProfileFile(FileSystem& files, const std::filesystem::path& path, const Settings& settings) {
   std::string text;
   for (const SettingRow& row : ProfileRows()) {
     for (int index = 0; index < row.count; ++index) text += LineOf(row, index, settings) + "\r\n";
   }
-  return ReplaceTextFile(files, path, text, problem);
+  std::string problem;
+  if (!ReplaceTextFile(files, path, text, problem)) return Failure{problem};
+  return Done();
 }
 
 }  // namespace tarvolt

@@ -14,13 +14,8 @@ inline constexpr int kMixerInputs = 4;
 /// What SoundCardName reads while there is no sound input.
 inline constexpr const char* kNoSoundCard = "None Available";
 
-/// The session-wide settings, each under its key's own name. A default-constructed one holds the defaults of the table
-/// of settings; a default path that begins with a backslash is still relative to the station's home. Indexed members
-/// are counted from channel 0.
-struct Settings {
-  Settings();
-
-  // The channel table.
+/// The channel table.
+struct ChannelSettings {
   std::array<std::int16_t, kChannels> Dsrc{};                ///< source numbers; the first 0 ends the list
   std::array<std::int16_t, kChannels> Detection{};           ///< 1 Peak, 2 Average, 3 Power
   std::array<std::string, kChannels> ChannelLabel{};         ///< key Channel<n>Label
@@ -38,8 +33,10 @@ struct Settings {
   bool ApplyToIncoming{};  ///< equations work on each sample as it arrives
   bool UseOffsets{};
   bool SendOffsetsToClients{};
+};
 
-  // Timing of a run.
+/// Timing of a run.
+struct TimingSettings {
   double SampleRate{};              ///< sample period in milliseconds, despite the name
   std::int32_t vAvg{};              ///< source reads averaged into a sample
   std::int32_t ClientAvg{};         ///< samples of a server averaged into one of a client
@@ -57,8 +54,10 @@ struct Settings {
   bool TimeRefZero{};  ///< the x axis counts from the date of the first sample
   bool NoTimeStamps{};
   std::int16_t AvgSamplingPeriod{};  ///< seconds of the channel average
+};
 
-  // Time and place.
+/// Time and place.
+struct PlaceSettings {
   double TZ{};  ///< local time minus UT in hours
   bool DetectTZ{};
   bool LogUsingUT{};
@@ -72,15 +71,19 @@ struct Settings {
   std::int32_t ATinterval{};       ///< minutes
   std::string TimeServer{};
   std::int32_t TimeServerIndex{};  ///< row of the list of time servers
+};
 
-  // The station.
+/// The station.
+struct StationSettings {
   std::string LocalName{};
   std::string Author{};
   std::string QTH{};
   std::string ServerEmail{};
   std::string PublishInfo{};
+};
 
-  // Data files and logs.
+/// Data files.
+struct FileSettings {
   std::string DataDirectory{};  ///< empty for the folder under the station's home
   bool OrganizeByDay{};
   bool OrganizeByMonth{};
@@ -103,14 +106,16 @@ struct Settings {
   std::int32_t MetaDataActive{};  ///< not 0 puts the metadata file into every chart
   std::string MetaDataFileName{};
   std::string DefaultTriggerFile{};
+};
+
+/// The observer's log, and what goes into it by itself.
+struct ObserverLogSettings {
   bool LoadLogOnStartUp{};
   std::string DefaultLogDirectory{};  ///< empty for the data directory
   bool OLogUT{};
   bool OAutoSave{};
   std::string oDateFormat{};  ///< "MM/DD/YYYY", "DD/MM/YYYY", "VERBOSE" or empty
   bool StoreLogWithObservation{};
-
-  // What goes into the observer log by itself.
   bool LAllChat{};
   bool LChatMacros{};
   bool LClientIdentity{};
@@ -120,8 +125,10 @@ struct Settings {
   bool LMsgs{};
   bool LocalIdentity{};
   bool LWaveRecord{};
+};
 
-  // The User Data Source.
+/// The User Data Source.
+struct UdsSettings {
   std::string UDSip{};
   std::int32_t UDSport{};
   std::string UDSexe{};
@@ -129,13 +136,17 @@ struct Settings {
   bool UDSpush{};
   std::string TVudsIP{};    ///< local address, empty for any
   std::string TVudsPort{};  ///< local port, empty for a free one
+};
 
-  // Converters on the parallel port.
+/// Converters on the parallel port.
+struct LptSettings {
   std::int32_t LPTPortAddress{};
   bool MAX186Bipolar{};
   bool MAX186Differential{};
+};
 
-  // Sound.
+/// Sound.
+struct SoundSettings {
   std::string SoundCardName{};  ///< as the host lists it; kNoSoundCard for none
   std::string Source{};         ///< name of the mixer's input
   std::int32_t sWavFormat{};    ///< row of the sound formats
@@ -147,16 +158,20 @@ struct Settings {
   std::int32_t MixerLineVol{};
   std::int32_t MixerWaveVol{};
   std::int32_t MixerStereoMixVol{};
+};
 
-  // Kept for each sound card by itself, in a section of the store that bears its name.
+/// Kept for each sound card by itself, in a section of the store that bears its name.
+struct CardSettings {
   double PwrMultiL{};                                 ///< the mean square of the left side is divided by it
   double PwrMultiR{};                                 ///< the same for the right side
   double SCTadjust{};                                 ///< correction factor of the sound card's clock
   std::int16_t MixerSource{};                         ///< 0 Line, 1 Mic, 2 Wave, 3 Stereo Mix
   std::array<std::int16_t, kMixerInputs> LCHbkgnd{};  ///< background of the left side, by MixerSource
   std::array<std::int16_t, kMixerInputs> RCHbkgnd{};
+};
 
-  // The WAV recorder.
+/// The WAV recorder.
+struct WavSettings {
   bool WavTimed{};
   bool WavTimedRepeat{};
   std::int32_t WavTimedSHr{};  ///< start of a timed recording
@@ -175,8 +190,10 @@ struct Settings {
   std::int32_t MaxRecordingLength{};  ///< seconds
   double MaxFileSizeTotal{};          ///< bytes
   bool WavRepeat{};
+};
 
-  // The chart.
+/// The chart.
+struct ChartSettings {
   bool AutoScale{};        ///< written to profiles a second time as ChartAutoScale
   double ChartYaxisMax{};  ///< top of the y axis without AutoScale
   std::string XALabel{};
@@ -199,8 +216,10 @@ struct Settings {
   bool AutoTitle{};
   std::string AutoTitleFormat{};
   bool ShowStatusBar{};
+};
 
-  // Network.
+/// Network.
+struct NetworkSettings {
   std::int32_t LocalServerPort{};
   std::int32_t LocalClientPort{};
   bool AutoSelectClientPort{};
@@ -227,18 +246,47 @@ struct Settings {
   std::string LocalAdminIP{};
   std::int32_t LocalAdminPort{};
   bool PromptForAdmin{};
+};
 
-  // Images of the chart, and the rest.
+/// Images of the chart.
+struct ImageSettings {
   bool SaveFTPImage{};
   std::int32_t SaveFTPImagePeriod{};
   std::int32_t SaveFTPFullView{};
   bool AutoStartFTP{};
   bool AutoStartFTPManager{};
+};
+
+/// How the program behaves towards a person.
+struct ProgramSettings {
   bool ShowMsgBox{};  ///< off: nothing ever waits for a person
   bool ShowHints{};
   bool AutoNews{};
   bool Warn{};
   bool RunMsgMgr{};
+};
+
+/// The session-wide settings, each under its key's own name. A default-constructed one holds the defaults of the table
+/// of settings; a default path that begins with a backslash is still relative to the station's home. Indexed members
+/// are counted from channel 0.
+struct Settings {
+  Settings();
+
+  ChannelSettings channels;
+  TimingSettings timing;
+  PlaceSettings place;
+  StationSettings station;
+  FileSettings files;
+  ObserverLogSettings observerLog;
+  UdsSettings uds;
+  LptSettings lpt;
+  SoundSettings sound;
+  CardSettings card;
+  WavSettings wav;
+  ChartSettings chart;
+  NetworkSettings net;
+  ImageSettings images;
+  ProgramSettings program;
 };
 
 }  // namespace tarvolt

@@ -63,19 +63,18 @@ const T& At(const std::array<T, size>& values, int index) {
 }
 
 template <class T>
-constexpr SettingKind KindOf(T Settings::*) {
+constexpr SettingKind KindOf(const T&) {
   if constexpr (std::is_same_v<T, bool>) return SettingKind::Flag;
   return std::is_arithmetic_v<T> ? SettingKind::Number : SettingKind::Text;
 }
 
 template <class T, std::size_t size>
-constexpr SettingKind KindOf(std::array<T, size> Settings::*) {
-  return KindOf(static_cast<T Settings::*>(nullptr));
+constexpr SettingKind KindOf(const std::array<T, size>&) {
+  return KindOf(T{});
 }
 
-constexpr SettingKind KindOf(std::monostate) {
-  return SettingKind::Text;
-}
+template <class Access>
+inline constexpr bool kIsMember = !std::is_same_v<Access, std::monostate>;
 
 std::string WithNumber(std::string_view name, int number) {
   return ReplaceAll(name, "#", NumberText(std::int64_t{number}));
@@ -111,25 +110,32 @@ int SettingRow::IndexOf(std::string_view name) const {
 }
 
 SettingKind SettingRow::Kind() const {
-  return std::visit([](auto pointer) { return KindOf(pointer); }, member);
+  return std::visit(
+      [](const auto& access) {
+        if constexpr (kIsMember<std::decay_t<decltype(access)>>) {
+          return KindOf(std::decay_t<decltype(access.read(std::declval<const Settings&>()))>{});
+        } else {
+          return SettingKind::Text;
+        }
+      },
+      member);
 }
 
 void SettingRow::Set(Settings& settings, int index, std::string_view text) const {
   std::visit(
-      [&](auto pointer) {
-        if constexpr (!std::is_same_v<decltype(pointer), std::monostate>)
-          Read(At(settings.*pointer, index), text, cast);
+      [&](const auto& access) {
+        if constexpr (kIsMember<std::decay_t<decltype(access)>>) Read(At(access.write(settings), index), text, cast);
       },
       member);
 }
 
 std::string SettingRow::Text(const Settings& settings, int index) const {
   return std::visit(
-      [&](auto pointer) -> std::string {
-        if constexpr (std::is_same_v<decltype(pointer), std::monostate>) {
-          return {};
+      [&](const auto& access) -> std::string {
+        if constexpr (kIsMember<std::decay_t<decltype(access)>>) {
+          return Write(At(access.read(settings), index));
         } else {
-          return Write(At(settings.*pointer, index));
+          return {};
         }
       },
       member);

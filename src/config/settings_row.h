@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <type_traits>
 #include <variant>
 
@@ -14,20 +15,47 @@
 
 namespace tarvolt {
 
+/// How a member of Settings is read and written.
+template <class T>
+struct MemberAccess {
+  const T& (*read)(const Settings&);
+  T& (*write)(Settings&);
+  bool operator==(const MemberAccess&) const = default;
+};
+
 /// Where a setting is kept in memory; nothing for a key that only the store holds.
 using SettingMember =
-    std::variant<std::monostate, bool Settings::*, std::int16_t Settings::*, std::int32_t Settings::*,
-                 double Settings::*, std::string Settings::*, std::array<bool, kChannels> Settings::*,
-                 std::array<std::int16_t, kChannels> Settings::*, std::array<std::int32_t, kChannels> Settings::*,
-                 std::array<std::string, kChannels> Settings::*, std::array<double, kChannels + 1> Settings::*,
-                 std::array<std::int16_t, kMixerInputs> Settings::*>;
+    std::variant<std::monostate, MemberAccess<bool>, MemberAccess<std::int16_t>, MemberAccess<std::int32_t>,
+                 MemberAccess<double>, MemberAccess<std::string>, MemberAccess<std::array<bool, kChannels>>,
+                 MemberAccess<std::array<std::int16_t, kChannels>>, MemberAccess<std::array<std::int32_t, kChannels>>,
+                 MemberAccess<std::array<std::string, kChannels>>, MemberAccess<std::array<double, kChannels + 1>>,
+                 MemberAccess<std::array<std::int16_t, kMixerInputs>>>;
+
+/// The group of settings that has the type of `member`'s class; each type of group stands in Settings once.
+template <class Group>
+constexpr Group& GroupOf(Settings& s) {
+  return std::get<Group&>(std::tie(s.channels, s.timing, s.place, s.station, s.files, s.observerLog, s.uds, s.lpt,
+                                   s.sound, s.card, s.wav, s.chart, s.net, s.images, s.program));
+}
+template <class Group>
+constexpr const Group& GroupOf(const Settings& settings) {
+  return GroupOf<Group>(const_cast<Settings&>(settings));
+}
+
+/// The access to a member such as &TimingSettings::SampleRate.
+template <class Group, class T>
+constexpr auto AccessOf(auto member, T Group::*) {
+  return MemberAccess<T>{
+      [](const Settings& settings) -> const T& { return GroupOf<Group>(settings).*decltype(member)::value; },
+      [](Settings& settings) -> T& { return GroupOf<Group>(settings).*decltype(member)::value; }};
+}
 
 /// Numbers that the members of an array, and so its keys, can have.
 inline constexpr std::size_t CountOf(const auto&) {
   return 0;
 }
 template <class T, std::size_t size>
-constexpr std::size_t CountOf(std::array<T, size> Settings::*) {
+constexpr std::size_t CountOf(const MemberAccess<std::array<T, size>>&) {
   return size;
 }
 
@@ -117,17 +145,24 @@ struct SettingRow {
   std::string Text(const Settings& settings, int index) const;
 };
 
-/// A row of the section Settings.
-constexpr SettingRow Row(std::string_view key, std::string_view fallback, SettingMember member = {}) {
-  SettingRow row{.key = key, .fallback = fallback, .member = member};
-  const std::size_t numbers = std::visit([](const auto& pointer) { return CountOf(pointer); }, member);
-  if (numbers > 0) row.count = static_cast<int>(numbers);
+/// A row of the section Settings for a key that only the store holds.
+constexpr SettingRow Row(std::string_view key, std::string_view fallback) {
+  return {.key = key, .fallback = fallback, .member = {}};
+}
+
+/// A row of the section Settings for a member such as &TimingSettings::SampleRate.
+template <auto member>
+constexpr SettingRow Row(std::string_view key, std::string_view fallback) {
+  const auto access = AccessOf(std::integral_constant<decltype(member), member>{}, member);
+  SettingRow row{.key = key, .fallback = fallback, .member = access};
+  if (CountOf(access) > 0) row.count = static_cast<int>(CountOf(access));
   return row;
 }
 
 /// A further line in a profile for a setting that has its own row.
-constexpr SettingRow WrittenAgain(std::string_view profileKey, SettingMember member) {
-  SettingRow row{.key = profileKey, .fallback = {}, .member = member};
+template <auto member>
+constexpr SettingRow WrittenAgain(std::string_view profileKey) {
+  SettingRow row = Row<member>(profileKey, {});
   row.lineOnly = true;
   return row;
 }

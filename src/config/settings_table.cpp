@@ -80,12 +80,12 @@ void LoadRegistrySettings(const SettingsStore& store, const SettingOverrides& ov
 }
 
 bool HasSoundCard(const Settings& settings) {
-  return !settings.SoundCardName.empty() && settings.SoundCardName != kNoSoundCard;
+  return !settings.sound.SoundCardName.empty() && settings.sound.SoundCardName != kNoSoundCard;
 }
 
 void LoadCardSettings(const SettingsStore& store, const SettingOverrides& overrides, const std::string& home,
                       Settings& settings) {
-  const std::string card = settings.SoundCardName;
+  const std::string card = settings.sound.SoundCardName;
   const bool hasCard = HasSoundCard(settings);
   ForEachMember([&](const SettingRow& row, int index) {
     if (!row.ofCard) return;
@@ -112,7 +112,7 @@ void SaveRegistrySettings(SettingsStore& store, const SettingOverrides& override
     if (IsOverridden(overrides, key)) return;
     const std::string text = row.Text(settings, index);
     if (key == "SoundCardName" && !HasSoundCard(settings)) return;  // the card that is away stays the one chosen
-    if (row.ofCard && HasSoundCard(settings)) return store.SaveCardSetting(settings.SoundCardName, key, text);
+    if (row.ofCard && HasSoundCard(settings)) return store.SaveCardSetting(settings.sound.SoundCardName, key, text);
     store.SaveSetting(row.section, key, row.IsUnderHome() ? StoredFromPath(text, home) : text);
   });
   store.EndBatch();
@@ -123,7 +123,8 @@ void SaveRegistrySetting(SettingsStore& store, const SettingOverrides& overrides
   const auto found = FindMember(key);
   if (!found || found->row.IsUnderHome() || IsOverridden(overrides, key)) return;
   const std::string text = found->row.Text(settings, found->index);
-  if (found->row.ofCard && HasSoundCard(settings)) return store.SaveCardSetting(settings.SoundCardName, key, text);
+  if (found->row.ofCard && HasSoundCard(settings))
+    return store.SaveCardSetting(settings.sound.SoundCardName, key, text);
   store.SaveSetting(found->row.section, key, text);
 }
 

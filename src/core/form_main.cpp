@@ -1,36 +1,54 @@
 #include "core/form_main.h"
 
-#include "config/profile.h"
-#include "text/ansi.h"
+#include "core/run/observer_entries.h"
+#include "core/station/command_runner.h"
+#include "core/station/start_up.h"
+#include "core/station/station_names.h"
 
 namespace tarvolt {
 
-FormMain::FormMain(Session& session)
+FormMain::FormMain(Session& session, Person& person)
     : session_(session),
-      recorder_(session, *this, [this](std::optional<TimeStamp> time) { pipeline_.GetAllData(time); }),
+      recorder_(session, *this, person, [this](std::optional<TimeStamp> time) { pipeline_.GetAllData(time); }),
       chartRun_(recorder_),
       pipeline_(recorder_),
       soundClock_(recorder_, chartRun_, pipeline_),
       keepAlive_(recorder_, chartRun_),
-      loads_(session, recorder_.window, recorder_.commands, [this] { return MakeRoomForLoad(); }) {
+      shutDown_(recorder_, chartRun_),
+      options_(recorder_, chartRun_),
+      profiles_(session, [this] { options_.UpdateAfterOptionsChange(); }),
+      loads_(session, recorder_.window, recorder_.commands, person, [this] { return MakeRoomForLoad(); }),
+      equations_(recorder_, [this] { mnuSave(); }),
+      sound_(recorder_),
+      recovered_(recorder_, loads_) {
   EventLoop& loop = session_.host.loop;
   recorder_.LoTime1 = loop.MakeTimer([this] { pipeline_.TimerTick(); });
   recorder_.TimerKeepAlive = loop.MakeTimer([this] { keepAlive_.Fire(); });
   recorder_.TimerKeepAlive->SetInterval(kKeepAliveIdle);
   recorder_.TimerKeepAlive->SetEnabled(true);
-  recorder_.images.OnSaved([this](const std::string& name) { NoteImageSaved(name); });
+  recorder_.images.OnSaved([this](const std::string& name) { EnterImageSaved(session_, recorder_.window, name); });
+  recorder_.window.olog.OnOpen([&person] { person.OpenObserverLog(); });
 }
 
 FormMain::~FormMain() = default;
 
+bool FormMain::Form_Load(const std::string& commandLine) {
+  if (!StartUp(recorder_, chartRun_).Run()) return false;
+  ProcessCmd(commandLine);
+  return true;
+}
+
+void FormMain::Form_Unload() {
+  shutDown_.Run();
+}
+
 void FormMain::StartChart(const std::string& profile) {
   if (recorder_.window.Mode == SessionMode::Client) {
-    session_.Add2SLog("A chart cannot be started in Client Mode.");
-    session_.Tell("Tarvolt", "A chart cannot be started in Client Mode.");
+    session_.LogAndTell("Tarvolt", "A chart cannot be started in Client Mode.");
     return;
   }
   chartRun_.StartChart(profile);
-  NameSessionLog();
+  NameSessionLog(session_, recorder_.window);
 }
 
 void FormMain::StopChart() {
@@ -52,6 +70,10 @@ void FormMain::RequestEnd() {
   recorder_.window.run.EndRequested = true;
   Escape();
   StopChart();
+}
+
+void FormMain::mnuExit() {
+  if (shutDown_.AskToEnd()) RequestEnd();
 }
 
 void FormMain::EnterMode(SessionMode mode) {
@@ -76,71 +98,14 @@ void FormMain::EnterMode(SessionMode mode) {
 }
 
 void FormMain::ProcessCmd(std::string_view text) {
-  RunCommandLine(text);
-}
-
-bool FormMain::RunCommandLine(std::string_view text) {
-  if (IsDataFileName(text)) {
-    LoadDataFile(std::string(text));
-    return true;
-  }
-  std::string rest(text);
-  SlashCommand command;
-  while (ParseCmd(rest, command)) {
-    if (!RunCommand(command)) return false;
-  }
-  return true;
-}
-
-// False for a word that ends the processing.
-bool FormMain::RunCommand(const SlashCommand& command) {
-  const std::string& word = command.word;
-  if (word == "C") {
-    EnterMode(SessionMode::Client);
-  } else if (word == "S") {
-    EnterMode(SessionMode::Server);
-  } else if (word == "SC") {
-    StartChart("");
-  } else if (word == "ILS") {
-    session_.Override("ILS", command.argument);
-  } else if (word == "NM") {
-    session_.Override("ShowMsgBox", "False");
-  } else if (word == "L") {
-    LoadDataFile(command.argument);
-  } else if (word == "PF") {
-    LoadProfile(command.argument);
-  } else {
-    const bool isForLater = word == "K1" || word == "K2" || word == "CN" || word == "U" || word == "N" || word == "R";
-    const std::string refusal = isForLater ? "Command Line Parameter " + word +
-                                                 " needs schedules or connections, which this version does not have."
-                                           : "Unrecognized Command Line Parameter " + word;
-    session_.Add2SLog(refusal);
-    session_.Tell("Tarvolt", refusal);
-    return false;
-  }
-  return true;
+  RunCommandLine(*this, session_, text);
 }
 
 bool FormMain::MakeRoomForLoad() {
-  if (!chartRun_.AskToSave() && !recorder_.saveFailed) return false;
-  if (chartRun_.SetUnsavedAside()) return true;
-  session_.Add2SLog("The last chart waits for room on the disk: no file can be loaded in its place.");
-  return false;
-}
-
-bool FormMain::LoadProfile(const std::string& path) {
-  std::string problem;
-  if (LoadProfileFile(session_.host.files, path, session_.overrides, session_.home.string(), session_.settings,
-                      problem)) {
-    ReadNotes();
-    UpdateAfterOptionsChange();
-    AddProfileFile(session_.recent, path);
-    session_.Add2SLog("Loaded Profile " + std::filesystem::path(path).filename().string());
-    return true;
-  }
-  const std::string refusal = "Could not load the profile " + path + ": " + problem;
-  session_.Add2SLog(refusal);
-  session_.Tell("Tarvolt", refusal);
+  const Result<bool> room = recorder_.unsaved.MakeRoom();
+  if (room) return *room;
+  session_.Add2SLog(room.Words());
+  session_.Tell("Tarvolt", room.Words());
   return false;
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace tarvolt {
 namespace {
@@ -40,7 +41,7 @@ void MoveY(StripChart& chart, double shift) {
   SetRange(chart, {chart.XAxisMin, chart.XAxisMax, chart.YAxisMin + shift, chart.YAxisMax + shift});
 }
 
-// First index whose time is at least `x`, or above it.
+// First index whose time is at least `x`, or above it, of times that rise.
 std::int32_t FirstNotBelow(const StripChart& chart, double x, bool orEqual) {
   const SampleColumns& samples = chart.Samples();
   std::int32_t low = 0;
@@ -55,6 +56,14 @@ std::int32_t FirstNotBelow(const StripChart& chart, double x, bool orEqual) {
     }
   }
   return low;
+}
+
+// The count of samples when none is accepted.
+template <class Accepts>
+std::int32_t WalkToFirst(const SampleColumns& samples, Accepts accepts) {
+  std::int32_t index = 0;
+  while (index < samples.Count() && !accepts(samples.Time(index))) ++index;
+  return index;
 }
 
 }  // namespace
@@ -97,13 +106,13 @@ void DecY(StripChart& chart, int clickInc) {
 
 void ScrollLeft(StripChart& chart) {
   if (chart.Count() == 0) return;
-  const double room = chart.XAxisMin - chart.GetTime(0);
+  const double room = chart.XAxisMin - chart.Samples().TimeSpan().lowest;
   MoveX(chart, -std::clamp((chart.XAxisMax - chart.XAxisMin) * kScrollPart, 0.0, std::max(room, 0.0)));
 }
 
 void ScrollRight(StripChart& chart) {
   if (chart.Count() == 0) return;
-  const double room = chart.GetTime(chart.Count() - 1) - chart.XAxisMax;
+  const double room = chart.Samples().TimeSpan().highest - chart.XAxisMax;
   MoveX(chart, std::clamp((chart.XAxisMax - chart.XAxisMin) * kScrollPart, 0.0, std::max(room, 0.0)));
 }
 
@@ -118,8 +127,10 @@ void ScrollDown(StripChart& chart) {
 ChartRange FullRange(const StripChart& chart, int channels) {
   ChartRange range = RangeOf(chart);
   if (chart.Count() == 0) return range;
-  range.xMin = chart.GetTime(0);
-  range.xMax = chart.GetTime(chart.Count() - 1);
+  if (const MinMax& times = chart.Samples().TimeSpan(); !times.IsEmpty()) {
+    range.xMin = times.lowest;
+    range.xMax = times.highest;
+  }
   MinMax all;
   for (int channel = 0; channel < std::min(channels, chart.ChannelCount()); ++channel) {
     const MinMax extremes = chart.Samples().Extremes(channel);
@@ -161,19 +172,33 @@ std::int32_t FindXaxisMaxIndex(const StripChart& chart) {
 }
 
 std::int32_t FindXaxisMinIndex(const StripChart& chart, double left) {
-  return std::max(std::min(FirstNotBelow(chart, left, true), chart.Count() - 1), 0);
+  const SampleColumns& samples = chart.Samples();
+  const std::int32_t first = samples.TimesRise() ? FirstNotBelow(chart, left, true)
+                                                 : WalkToFirst(samples, [left](double time) { return time >= left; });
+  return std::max(std::min(first, samples.Count() - 1), 0);
 }
 
 std::int32_t FindXaxisMaxIndex(const StripChart& chart, double right) {
-  return FirstNotBelow(chart, right, false) - 1;
+  const SampleColumns& samples = chart.Samples();
+  if (samples.TimesRise()) return FirstNotBelow(chart, right, false) - 1;
+  std::int32_t last = samples.Count() - 1;
+  while (last >= 0 && !(samples.Time(last) <= right)) --last;
+  return last;
 }
 
 std::int32_t NearestIndex(const StripChart& chart, double x) {
-  const std::int32_t count = chart.Count();
+  const SampleColumns& samples = chart.Samples();
+  const std::int32_t count = samples.Count();
   if (count == 0) return -1;
+  if (!samples.TimesRise()) {
+    double least = std::numeric_limits<double>::infinity();
+    for (std::int32_t i = 0; i < count; ++i) least = std::min(least, std::abs(samples.Time(i) - x));
+    const std::int32_t nearest = WalkToFirst(samples, [x, least](double time) { return std::abs(time - x) <= least; });
+    return nearest < count ? nearest : 0;
+  }
   const std::int32_t after = std::min(FirstNotBelow(chart, x, true), count - 1);
   if (after == 0) return 0;
-  return x - chart.GetTime(after - 1) <= chart.GetTime(after) - x ? after - 1 : after;
+  return x - samples.Time(after - 1) <= samples.Time(after) - x ? after - 1 : after;
 }
 
 }  // namespace tarvolt

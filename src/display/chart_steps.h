@@ -50,8 +50,8 @@ void FitY(StripChart& chart, int channels);
 void FollowNewest(StripChart& chart);
 
 /// Index of the first sample at or behind the left edge of the view, and of the last at or before the right edge. When
-/// all lie outside the first is the newest one (0 without samples) and the last -1. Times rise, so both are found by
-/// halving.
+/// all lie outside the first is the newest one (0 without samples) and the last -1. Found by halving while times rise;
+/// where they step back all are walked, and not every sample between the two lies in the view.
 std::int32_t FindXaxisMinIndex(const StripChart& chart);
 std::int32_t FindXaxisMaxIndex(const StripChart& chart);
 

@@ -51,37 +51,94 @@ std::int32_t OnABin(const SampleColumns& samples, std::int32_t edge, std::int32_
   return edge / kBin * kBin;
 }
 
+double EdgeOf(double xMin, double xMax, int width, int x) {
+  return xMin + (xMax - xMin) * (static_cast<double>(x) / width);
+}
+
+std::vector<ColumnSpan> SpansOfRisingTimes(const SampleColumns& samples, double xMin, double xMax, int width) {
+  std::vector<ColumnSpan> spans;
+  spans.reserve(static_cast<std::size_t>(width));
+  std::int32_t begin = FirstAtOrAfter(samples, 0, xMin, 0);
+  std::int32_t held = 0;  // by the column before
+  for (int x = 0; x < width; ++x) {
+    const bool isLast = x == width - 1;
+    const std::int32_t end =
+        isLast ? FirstAfter(samples, begin, xMax)
+               : OnABin(samples, FirstAtOrAfter(samples, begin, EdgeOf(xMin, xMax, width, x + 1), begin + held), begin);
+    if (end > begin) spans.push_back({x, begin, end});
+    held = end - begin;
+    begin = end;
+  }
+  return spans;
+}
+
+// The column of a time inside the range.
+int ColumnOf(double time, double xMin, double xMax, int width) {
+  int low = 0;
+  int high = width - 1;
+  while (low < high) {
+    const int middle = low + (high - low + 1) / 2;
+    if (time >= EdgeOf(xMin, xMax, width, middle)) {
+      low = middle;
+    } else {
+      high = middle - 1;
+    }
+  }
+  return low;
+}
+
+std::vector<ColumnSpan> SpansOfAnyTimes(const SampleColumns& samples, double xMin, double xMax, int width) {
+  constexpr std::size_t kManySteps = 16;
+  std::vector<ColumnSpan> spans;
+  double left = xMax;  // of the column of the last span, and its right edge
+  double right = xMin;
+  for (std::int32_t i = 0; i < samples.Count(); ++i) {
+    const double time = samples.Time(i);
+    if (!(time >= xMin && time <= xMax)) continue;
+    if (!spans.empty() && spans.back().end == i && time >= left && time < right) {
+      ++spans.back().end;
+      continue;
+    }
+    const int x = ColumnOf(time, xMin, xMax, width);
+    left = EdgeOf(xMin, xMax, width, x);
+    right = EdgeOf(xMin, xMax, width, x + 1);
+    spans.push_back({x, i, i + 1});
+  }
+  // Of stamps in no order at all a drawing of each step would take as long as there are samples.
+  if (spans.size() > kManySteps * static_cast<std::size_t>(width)) {
+    std::stable_sort(spans.begin(), spans.end(),
+                     [](const ColumnSpan& one, const ColumnSpan& other) { return one.x < other.x; });
+  }
+  return spans;
+}
+
 }  // namespace
 
 ColumnEdges FindColumnEdges(const StripChart& chart, double xMin, double xMax, int width) {
-  ColumnEdges edges;
-  if (width < 1 || !(xMin < xMax)) return edges;
+  if (width < 1 || !(xMin < xMax)) return {};
   const SampleColumns& samples = chart.Samples();
-  edges.begins.reserve(static_cast<std::size_t>(width) + 1);
-  edges.begins.push_back(FirstAtOrAfter(samples, 0, xMin, 0));
-  std::int32_t held = 0;  // by the column before
-  for (int x = 1; x < width; ++x) {
-    const double edge = xMin + (xMax - xMin) * (static_cast<double>(x) / width);
-    const std::int32_t before = edges.begins.back();
-    edges.begins.push_back(OnABin(samples, FirstAtOrAfter(samples, before, edge, before + held), before));
-    held = edges.begins.back() - before;
-  }
-  edges.begins.push_back(FirstAfter(samples, edges.begins.back(), xMax));
-  return edges;
+  return {samples.TimesRise() ? SpansOfRisingTimes(samples, xMin, xMax, width)
+                              : SpansOfAnyTimes(samples, xMin, xMax, width)};
 }
 
 std::vector<PixelColumn> ReduceToColumns(const StripChart& chart, int channel, const ColumnEdges& edges) {
   std::vector<PixelColumn> columns;
-  if (channel < 0 || channel >= chart.ChannelCount() || edges.begins.empty()) return columns;
+  if (channel < 0 || channel >= chart.ChannelCount()) return columns;
   const SampleColumns& samples = chart.Samples();
-  columns.reserve(edges.begins.size());
-  for (std::size_t x = 0; x + 1 < edges.begins.size(); ++x) {
-    const std::int32_t begin = edges.begins[x];
-    const std::int32_t last = edges.begins[x + 1] - 1;
-    if (last < begin) continue;
-    const MinMax range = samples.Range(channel, begin, last);
-    columns.push_back({static_cast<int>(x), samples.Value(channel, begin), range.lowest, range.highest,
-                       samples.Value(channel, last), samples.Time(begin), samples.Time(last)});
+  columns.reserve(edges.spans.size());
+  for (const ColumnSpan& span : edges.spans) {
+    const std::int32_t last = span.end - 1;
+    MinMax range = samples.Range(channel, span.begin, last);
+    if (columns.empty() || columns.back().x != span.x) {
+      columns.push_back(
+          {span.x, samples.Value(channel, span.begin), range.lowest, range.highest, 0, samples.Time(span.begin), 0});
+    }
+    PixelColumn& column = columns.back();
+    range.Widen(MinMax{column.lowest, column.highest});
+    column.lowest = range.lowest;
+    column.highest = range.highest;
+    column.last = samples.Value(channel, last);
+    column.lastTime = samples.Time(last);
   }
   return columns;
 }

@@ -12,8 +12,15 @@ void SampleColumns::Append(TimeStamp stamp) {
   for (auto& column : values_) column.MakeRoom();
   for (auto& pyramid : pyramids_) pyramid.Cover(Count());
 
+  NoteTime(stamp);
   times_.Append(stamp);
   for (auto& column : values_) column.Append(kUnwritten);
+}
+
+void SampleColumns::NoteTime(TimeStamp stamp) {
+  const bool follows = Count() == 0 ? !std::isnan(stamp) : stamp >= Time(Count() - 1);
+  if (!follows && TimesRise()) firstStepBack_ = Count();
+  if (std::isfinite(stamp)) timeSpan_.Widen(stamp);
 }
 
 void SampleColumns::AddChannels(int count) {

@@ -31,6 +31,15 @@ class SampleColumns {
   void SetValue(int channel, std::int32_t index, double value);
 
   TimeStamp Time(std::int32_t index) const { return times_[index]; }
+
+  /// The first position whose stamp lies before the one in front of it, or is not a number; -1 while times rise, equal
+  /// ones included. Only then can a time be found by halving.
+  std::int32_t FirstStepBack() const { return firstStepBack_; }
+  bool TimesRise() const { return firstStepBack_ < 0; }
+
+  /// The earliest and the latest of the finite stamps, in whatever order they come; empty without any.
+  const MinMax& TimeSpan() const { return timeSpan_; }
+
   double Value(int channel, std::int32_t index) const { return Shown(values_[channel][index]); }
 
   /// For writers, who go through everything: the times, or the values of a channel, from `first` on that lie in one
@@ -56,7 +65,11 @@ class SampleColumns {
   static constexpr double kUnwritten = std::bit_cast<double>(kUnwrittenBits);
   static bool IsUnwritten(double stored) { return std::bit_cast<std::uint64_t>(stored) == kUnwrittenBits; }
 
+  void NoteTime(TimeStamp stamp);
+
   BlockColumn times_;
+  std::int32_t firstStepBack_ = -1;
+  MinMax timeSpan_;
   std::vector<BlockColumn> values_;
   std::vector<MinMaxPyramid> pyramids_;
 };

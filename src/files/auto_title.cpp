@@ -48,8 +48,8 @@ std::string AutoTitleText(const ChartWindow& window, const std::string& format) 
 }
 
 void DoAutoTitle(const Session& session, ChartWindow& window) {
-  if (!session.settings.AutoTitle) return;
-  window.chart.Title = AutoTitleText(window, session.settings.AutoTitleFormat);
+  if (!session.settings.chart.AutoTitle) return;
+  window.chart.Title = AutoTitleText(window, session.settings.chart.AutoTitleFormat);
   ++window.chart.RepaintRequests;
 }
 

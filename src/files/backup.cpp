@@ -1,11 +1,13 @@
 #include "files/backup.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string_view>
 
 #include "files/backup_source.h"
-#include "files/data_file_writer.h"
-#include "files/header_codec.h"
+#include "files/format/data_file_writer.h"
+#include "files/format/header_codec.h"
+#include "files/format/widen_samples.h"
 #include "files/header_info.h"
 #include "files/recovery.h"
 #include "text/number.h"
@@ -25,17 +27,17 @@ void LocalBackup::InitLocalBU() {
   SaveState& save = window_.save;
   const std::filesystem::path file = session_.DataFolder() / kBackupName;
   const bool isFree = FreeBackupPlace(session_, file, ReplaceableFile());
-  save.BackupActive = session_.settings.DiskBackUp && isFree;
-  if (!save.BackupActive) return;
+  save.keeping.BackupActive = window_.run.log.DiskBackUp && isFree;
+  if (!save.keeping.BackupActive) return;
 
-  begun_ = true;
-  save.LocalBackupFile = file;
+  file_ = file;
+  save.keeping.LocalBackupFile = file;
   notes_ = window_.notes + save.PendingNotes;
   GetHeader(session_, window_, notes_.size());
   const RunState& run = window_.run;
   window_.header.start = run.ChartIsLMST ? run.time.startLMST : NowPrecise(session_.host.clock) + run.time.utOffset;
-  layout_ = LayoutOfSettings(session_.settings, window_.chart.ChannelCount());
-  save.Backup = {layout_.channels, layout_.timeStamps, layout_.integers, MiniWanted(session_.settings, window_)};
+  save.keeping.Form.channels = window_.chart.ChannelCount();
+  layout_ = LayoutOf(save.keeping.Form);
   window_.header.channels = static_cast<std::int16_t>(layout_.channels);
   header_ = window_.header;
   frontSize_ = kHeaderSize + notes_.size();
@@ -56,12 +58,13 @@ void LocalBackup::InitLocalBU() {
 // At a turnover the log of the file has been saved or set aside. A run begins over one that holds samples only when
 // they stand in their file; while the marker says otherwise they must not be lost.
 std::filesystem::path LocalBackup::ReplaceableFile() const {
-  const bool isOurs = begun_ && (window_.run.ChartRunning || samplesInFile_ == 0);
-  return isOurs ? window_.save.LocalBackupFile : std::filesystem::path();
+  const bool mayGo = window_.run.ChartRunning() || samplesInFile_ == 0;
+  return mayGo ? file_ : std::filesystem::path();
 }
 
 void LocalBackup::WriteFront(std::error_code& error) {
-  const std::unique_ptr<File> file = session_.host.files.Open(window_.save.LocalBackupFile, OpenMode::Create, error);
+  const std::unique_ptr<File> file =
+      session_.host.files.Open(window_.save.keeping.LocalBackupFile, OpenMode::Create, error);
   if (!file) return;
   const HeaderBytes bytes = EncodeHeader(header_);
   file->Write(std::string_view(bytes.data(), bytes.size()), error);
@@ -69,7 +72,7 @@ void LocalBackup::WriteFront(std::error_code& error) {
 }
 
 void LocalBackup::LocalBackUp() {
-  if (!window_.save.BackupActive) return;
+  if (!window_.save.keeping.BackupActive) return;
   if (window_.chart.Count() < nextIndex_) StoreWasCleared();
   std::error_code error;
   Append(error);
@@ -81,9 +84,10 @@ void LocalBackup::LocalBackUp() {
 }
 
 void LocalBackup::SyncToDisk() {
-  if (!window_.save.BackupActive || samplesInFile_ == samplesSynced_) return;
+  if (!window_.save.keeping.BackupActive || samplesInFile_ == samplesSynced_) return;
   std::error_code error;
-  const std::unique_ptr<File> file = session_.host.files.Open(window_.save.LocalBackupFile, OpenMode::ReadWrite, error);
+  const std::unique_ptr<File> file =
+      session_.host.files.Open(window_.save.keeping.LocalBackupFile, OpenMode::ReadWrite, error);
   if (file && file->Size(error) != ExpectedSize() && !error) {
     lengthIsSure_ = false;
     LocalBackUp();
@@ -95,13 +99,13 @@ void LocalBackup::SyncToDisk() {
 }
 
 bool LocalBackup::IsComplete() const {
-  return window_.save.BackupActive && nextIndex_ == window_.chart.Count();
+  return window_.save.keeping.BackupActive && nextIndex_ == window_.chart.Count();
 }
 
 void LocalBackup::StoreWasCleared() {
   if (samplesInFile_ > 0) {
     storeHoldsAll_ = false;
-    window_.save.Backup.mini = true;
+    window_.save.keeping.Mini = true;
   }
   nextIndex_ = 0;
 }
@@ -111,9 +115,11 @@ std::uint64_t LocalBackup::ExpectedSize() const {
 }
 
 void LocalBackup::Append(std::error_code& error) {
+  if (layout_.integers && !PendingFitsIntegers()) Widen(error);
+  if (error) return;
   // A file without stamps has its header rewritten, which a file open for appending does not allow.
   const OpenMode mode = layout_.timeStamps ? OpenMode::AppendExisting : OpenMode::ReadWrite;
-  std::unique_ptr<File> file = session_.host.files.Open(window_.save.LocalBackupFile, mode, error);
+  std::unique_ptr<File> file = session_.host.files.Open(window_.save.keeping.LocalBackupFile, mode, error);
   if (!file) {
     error.clear();
     MakeAnew(error);
@@ -147,6 +153,29 @@ bool LocalBackup::CanBeMended(std::uint64_t size) const {
   return (failing_ && size > ExpectedSize()) || !storeHoldsAll_;
 }
 
+bool LocalBackup::PendingFitsIntegers() const {
+  const StripChart& chart = window_.chart;
+  for (std::int32_t i = nextIndex_; i < chart.Count(); ++i) {
+    for (int channel = 0; channel < layout_.channels; ++channel) {
+      if (std::abs(chart.GetValue(channel, i)) > kIntegerLimit) return false;
+    }
+  }
+  return true;
+}
+
+// A value beyond the integers would be held inside their limits, and where the backup alone has the log it would be
+// lost. From here on the log is kept as doubles.
+void LocalBackup::Widen(std::error_code& error) {
+  if (samplesInFile_ > 0) {
+    error =
+        WidenSamples(session_.host.files, window_.save.keeping.LocalBackupFile, layout_, frontSize_, samplesInFile_);
+  }
+  if (error) return;
+  layout_.integers = false;
+  window_.save.keeping.Form.integers = false;
+  session_.Add2SLog(" Values exceed the limits of integers: this log is kept in non-Integer format.");
+}
+
 void LocalBackup::WritePending(File& file, std::error_code& error) {
   const std::int32_t count = window_.chart.Count();
   if (!layout_.timeStamps && count > 0) {
@@ -178,7 +207,7 @@ void LocalBackup::Mend(File& file, std::uint64_t size, std::error_code& error) {
 
 void LocalBackup::MakeAnew(std::error_code& error) {
   FileSystem& files = session_.host.files;
-  files.MakeFolders(window_.save.LocalBackupFile.parent_path(), error);
+  files.MakeFolders(window_.save.keeping.LocalBackupFile.parent_path(), error);
   if (error) return;
   const std::int32_t last = window_.LastSampleIndex();
   if (!layout_.timeStamps && last >= 0) header_.end = window_.chart.GetTime(last);
@@ -187,7 +216,7 @@ void LocalBackup::MakeAnew(std::error_code& error) {
   plan.notesBlock = notes_;
   plan.layout = layout_;
   plan.last = last;
-  error = WriteDataFile(files, plan, window_.chart.Samples(), window_.save.LocalBackupFile);
+  error = WriteDataFile(files, plan, window_.chart.Samples(), window_.save.keeping.LocalBackupFile);
   if (error) return;
   const bool lostSome = !storeHoldsAll_;
   samplesInFile_ = last + 1;

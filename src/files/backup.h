@@ -6,8 +6,9 @@
 #include <string>
 #include <system_error>
 
-#include "files/sample_layout.h"
+#include "files/format/sample_layout.h"
 #include "model/chart_window.h"
+#include "model/run_listener.h"
 #include "model/session.h"
 
 namespace tarvolt {
@@ -17,14 +18,20 @@ namespace tarvolt {
 /// store and are written with the next one that succeeds. A backup file that vanished is made anew from the store by
 /// the next append; one that was cut or exchanged by the next SyncToDisk, as asking for its length each time costs too
 /// much.
-class LocalBackup {
+class LocalBackup final : public RunListener {
  public:
   /// The backup of the window's runs; touches no file yet.
   LocalBackup(Session& session, ChartWindow& window);
 
+  void LogBegan() override { InitLocalBU(); }
+  void SampleFinished(const FinishedSample&) override { LocalBackUp(); }
+
+  /// A power cut while the log is being saved costs nothing.
+  void LogEnded(LogEnd) override { SyncToDisk(); }
+
   /// Starts the backup of a new log, removing the old file; one that holds samples nobody has saved is moved to the
   /// recovery folder, and when it cannot be, this log has no backup. With DiskBackUp off only marks it inactive. The
-  /// layout of the file is that of the settings now, whatever becomes of them during the log.
+  /// form of the samples is that of the log.
   void InitLocalBU();
 
   /// Appends the samples of the store that the file does not hold yet; opens and closes the file.
@@ -46,6 +53,8 @@ class LocalBackup {
   void WriteFront(std::error_code& error);
   void Append(std::error_code& error);
   void WritePending(File& file, std::error_code& error);
+  bool PendingFitsIntegers() const;
+  void Widen(std::error_code& error);
   bool MustLookAtLength() const;
   bool CanBeMended(std::uint64_t size) const;
   void Mend(File& file, std::uint64_t size, std::error_code& error);
@@ -63,7 +72,7 @@ class LocalBackup {
   std::int64_t samplesInFile_ = 0;  ///< whole samples that the file must hold
   std::int64_t samplesSynced_ = 0;  ///< whole samples that were on the disk at the last SyncToDisk
   std::int32_t nextIndex_ = 0;      ///< first sample of the store that the file lacks
-  bool begun_ = false;              ///< this object has made the file that SaveState names
+  std::filesystem::path file_;      ///< the last that this object began; empty before
   bool storeHoldsAll_ = true;       ///< the store has everything that is in the file
   bool lengthIsSure_ = true;        ///< the file had the length that it should have at the last look
   bool failing_ = false;            ///< told already; a torn sample may stand at the end of the file

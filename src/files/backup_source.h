@@ -3,48 +3,32 @@
 #include <cstdint>
 #include <optional>
 
-#include "files/data_file_writer.h"
+#include "files/format/data_file_writer.h"
 #include "model/chart_window.h"
 #include "model/session.h"
 
 namespace tarvolt {
 
-/// The layout in which the settings have samples written now.
-SampleLayout LayoutOfSettings(const Settings& settings, int channels);
+/// The layout of samples of that form.
+SampleLayout LayoutOf(const SampleForm& form);
 
-/// The layout of the live backup.
-SampleLayout LayoutOfBackup(const SaveState& save);
-
-/// True when the settings ask that the window keep only the last stretch of a run in memory.
-bool MiniWanted(const Settings& settings, const ChartWindow& window);
-
-/// True for a window that keeps only the last stretch of a run in memory: the whole of it lies in the backup. With a
-/// live backup that of the run counts, otherwise the settings.
-bool IsMini(const Settings& settings, const ChartWindow& window);
-
-/// True when the window's run has a live backup, or its kind of backup is switched on.
-bool BackupWanted(const Settings& settings, const ChartWindow& window);
-
-/// True when the run on display lies whole in a backup alone: names and header times are then those of the run.
-bool RunLiesInBackup(const Settings& settings, const ChartWindow& window);
+/// The layout in which the chart on display is saved: a log's as it was settled, a loaded chart's by the settings now.
+SampleLayout LayoutOfChart(const Settings& settings, const ChartWindow& window);
 
 /// Start of the run on display in the base of its stamps.
 TimeStamp StartOfRun(const RunState& run);
 
-/// The key of the store that marks a run of this window.
-std::string RunMarkerKey(const ChartWindow& window);
-
-/// What the backup file of the window's run holds.
+/// What the backup file of the window's log holds.
 struct BackupContents {
   StoredSamples samples;  ///< the whole ones
   std::int64_t count = 0;
 };
 
-/// Looks into the backup of the window's run; nothing when there is none, or it is of another number of channels than
-/// the chart, or a loaded chart is on display.
+/// Looks into the backup of the log on display; nothing when there is none, or it is of another number of channels than
+/// the chart.
 std::optional<BackupContents> FindBackup(Session& session, const ChartWindow& window);
 
-/// Index of the newest sample of the chart's run, -1 for none: in the store, or in the backup of a mini window.
+/// Index of the newest sample of the log on display, -1 for none: in memory, or in the backup that alone has it.
 std::int32_t LastIndexOfRun(Session& session, const ChartWindow& window);
 
 }  // namespace tarvolt

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "files/backup_source.h"
-#include "files/notes_block.h"
+#include "files/format/notes_block.h"
 #include "text/ansi.h"
 #include "text/number.h"
 
@@ -30,28 +30,16 @@ void ClearHeader(ChartWindow& window) {
   window.channelLabels.fill({});
 }
 
-void getBlankHeaderInfo(ChartWindow& window) {
-  window.notes = "no available info";
-  DataFileHeader& header = window.header;
-  header = DataFileHeader{};
-  header.version = "0000000000";
-  header.source = PadTo("unknown", 10);
-  header.author = PadTo("unknown", 20);
-  header.localName = PadTo("unknown", 20);
-  header.location = PadTo("unknown", 40);
-  header.notesLength = static_cast<std::int32_t>(window.notes.size());
-}
-
 void getStaticHeaderInfo(const Session& session, ChartWindow& window, std::size_t notesLength) {
   const Settings& settings = session.settings;
   DataFileHeader& header = window.header;
   header.channels = static_cast<std::int16_t>(window.run.ChannelCount);
-  header.timeZone = RoundToInt16(settings.TZ);
-  header.latitude = settings.UserLat;
-  header.longitude = settings.UserLng;
-  header.author = PadTo(settings.Author, 20);
-  header.localName = PadTo(settings.LocalName, 20);
-  header.location = PadTo(settings.QTH, 40);
+  header.timeZone = RoundToInt16(settings.place.TZ);
+  header.latitude = settings.place.UserLat;
+  header.longitude = settings.place.UserLng;
+  header.author = PadTo(settings.station.Author, 20);
+  header.localName = PadTo(settings.station.LocalName, 20);
+  header.location = PadTo(settings.station.QTH, 40);
   header.notesLength = static_cast<std::int32_t>(notesLength);
 }
 
@@ -72,20 +60,28 @@ void GetHeader(const Session& session, ChartWindow& window, std::size_t notesLen
 }
 
 std::string GetModifiedNotes(const Session& session, const ChartWindow& window, const std::string& freeText) {
-  return GetModifiedNotes(window, freeText, LayoutOfSettings(session.settings, window.chart.ChannelCount()));
+  return GetModifiedNotes(window, freeText, LayoutOfChart(session.settings, window));
 }
 
 std::string GetModifiedNotes(const ChartWindow& window, const std::string& freeText, const SampleLayout& layout) {
-  NotesOptions options;
-  options.usingUT = window.run.ChartIsUT;
-  options.lmst = window.run.ChartIsLMST;
-  options.noTimeStamps = !layout.timeStamps;
-  options.timeRefZero = window.run.TimeRefZeroFile;
-  options.integers = layout.integers;
-  options.onlyView = window.save.ViewSaveActive;
-  options.first = window.run.StoreStart + window.save.FirstViewIndex;
-  options.last = window.run.StoreStart + window.save.LastSaveIndex;
-  return BuildNotes(window, freeText, options);
+  NotesBlock notes;
+  notes.freeText = freeText;
+  notes.usingUT = window.run.ChartIsUT;
+  notes.lmst = window.run.ChartIsLMST;
+  notes.noTimeStamps = !layout.timeStamps;
+  notes.timeRefZero = window.run.TimeRefZeroFile;
+  notes.integers = layout.integers;
+  notes.labels = window.channelLabels;
+  for (std::size_t i = 0; i < notes.offsets.size(); ++i) notes.offsets[i] = NumberText(window.run.ChannelOffset[i]);
+  notes.xAxisLabel = window.chart.XAxisLabel;
+  notes.yAxisLabel = window.chart.YAxisLabel;
+  notes.metadata = window.metadata;
+  notes.notations = window.notations;
+  if (window.save.ViewSaveActive) {
+    notes.notations = window.notations.Within(window.run.StoreStart + window.save.FirstViewIndex,
+                                              window.run.StoreStart + window.save.LastSaveIndex);
+  }
+  return BuildNotes(notes, window.chart.ChannelCount());
 }
 
 }  // namespace tarvolt

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string>
 
-#include "files/sample_layout.h"
+#include "files/format/sample_layout.h"
 #include "model/chart_window.h"
 #include "model/session.h"
 
@@ -11,9 +11,6 @@ namespace tarvolt {
 
 /// The header when a session is reset; clears the notes, the labels and the notations too.
 void ClearHeader(ChartWindow& window);
-
-/// The header before a file is loaded or imported.
-void getBlankHeaderInfo(ChartWindow& window);
 
 /// Copies channels, zone, position, author, local name and location from the settings, and the length of `notesBlock`.
 void getStaticHeaderInfo(const Session& session, ChartWindow& window, std::size_t notesLength);

@@ -1,12 +1,16 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
+#include <string>
 
-#include "files/forced_values.h"
+#include "display/strip_chart.h"
+#include "files/format/data_file_reader.h"
 #include "files/load_channels.h"
-#include "model/chart_window.h"
-#include "model/session.h"
+#include "model/load_options.h"
+#include "text/result.h"
 
 namespace tarvolt {
 
@@ -19,26 +23,60 @@ struct LoadRange {
 
 /// What a load may be given beside the file.
 struct LoadRequest {
-  AskChannels askChannels;     ///< asks which channels to load; without it all of them are
-  bool keepSelection = false;  ///< the window's ChannelSelected is used as it stands, and nobody is asked
-  int extraChannels = 0;       ///< empty channels behind those of the file, as far as a chart has room
+  LoadRange range;
+  LoadOptions options;
+  std::array<double, kMaxFileChannels> stationOffsets{};  ///< added where LoadLocalOffsets says so
+  AskChannels askChannels;                                ///< asks which channels to load; without it all of them are
+  bool keepSelection = false;                             ///< ChannelSelected is used as it stands, and nobody is asked
+  int extraChannels = 0;  ///< empty channels behind those of the file, as far as a chart has room
   ForcedValues forced;
 };
 
-enum class LoadOutcome {
-  Refused,  ///< nothing was loaded, and the chart is empty; with a run or another load going on, it is as it was
-  NoData,   ///< the file has no usable samples: the window shows what the file tells of itself
-  Torn,     ///< the samples up to one that the disk or the memory refused
-  Loaded    ///< all samples that were asked for
+/// What a file says of its chart, as far as that is loaded.
+struct FileChart {
+  std::filesystem::path file;
+  std::uint64_t fileSize = 0;
+  DataFileHeader header;
+  NotesBlock notes;                          ///< labels, offsets and notations are those of the chart
+  std::array<int, kMaxFileChannels> pens{};  ///< channel of the file, by channel of the chart
+  int channels = 1;                          ///< of the chart, with the extra ones
+  LoadRange range;                           ///< in force
+  std::int32_t lastIndex = -1;               ///< of the file
+  LoadOptions options;                       ///< as they were answered
+  bool partial = false;
+  bool forced = false;
+
+  /// Below three samples a file counts as empty, and only what it says of itself is loaded.
+  bool HasData() const { return lastIndex >= 2; }
 };
 
-/// Loads a data file into a window that has no run, as the window's loadOptions say. Refusals are told in a box and
-/// leave the chart cleared. Afterwards `range` holds the indices in force. Yields before the file is read, while
-/// `askChannels` asks, and after every 5,000 samples.
-LoadOutcome LoadData(Session& session, ChartWindow& window, const std::filesystem::path& file, LoadRange& range,
-                     const LoadRequest& request = {});
+/// Told after every 5,000 samples of the file how many are in the chart; false ends the load.
+using LoadProgress = std::function<bool(std::int32_t stored)>;
 
-/// The whole file.
-LoadOutcome LoadData(Session& session, ChartWindow& window, const std::filesystem::path& file);
+/// The load of one data file. Changes nothing but the chart that its samples are read into.
+class ChartLoad {
+ public:
+  /// Opens nothing yet; `files` outlives it.
+  ChartLoad(FileSystem& files, LoadRequest request) : reader_(files), request_(std::move(request)) {}
+
+  /// Opens the file and reads what it says of itself; fails in words when there is no data file of that name.
+  Outcome Open(const std::filesystem::path& file);
+
+  /// Settles which channels of an opened file are loaded; may ask, and then may yield. False when none is.
+  bool ChooseChannels();
+
+  /// Valid once opened, and what it says of channels once these are chosen.
+  const FileChart& Chart() const { return chart_; }
+
+  /// Adds the samples of the range to an empty chart, which gets the channels and the room for them. False when it ends
+  /// early: at a sample that the disk or the memory refuses, or because `progress` says so. Yields as that does.
+  bool ReadSamples(StripChart& chart, const LoadProgress& progress = {});
+
+ private:
+  DataFileReader reader_;
+  LoadRequest request_;
+  FileChart chart_;
+  ChannelMap channels_;
+};
 
 }  // namespace tarvolt

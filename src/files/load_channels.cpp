@@ -1,6 +1,7 @@
 #include "files/load_channels.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "text/number.h"
 
@@ -14,18 +15,6 @@ int ShownAs(const ChannelMap& map, int source) {
   return place == end ? -1 : static_cast<int>(place - map.source.begin());
 }
 
-Notations PackedNotations(const ChannelMap& map, const Notations& notations) {
-  Notations packed;
-  for (const Notation& notation : notations.slots) {
-    const int channel = ShownAs(map, notation.channel);
-    if (notation.text.empty() || channel < 0) continue;
-    packed.slots[packed.count] = notation;
-    packed.slots[packed.count].channel = static_cast<std::int16_t>(channel);
-    packed.count = std::min(packed.count + 1, Notations::kSlots - 1);
-  }
-  return packed;
-}
-
 }  // namespace
 
 ChannelMap AllChannels(int channels) {
@@ -37,32 +26,36 @@ ChannelMap AllChannels(int channels) {
 
 ChannelMap SelectedChannels(const std::array<bool, kChannels>& selected, int channels) {
   ChannelMap map;
+  map.selected = true;
   for (int channel = 0; channel < std::min(channels, kChannels); ++channel) {
     if (selected[channel]) map.source[map.count++] = channel;
   }
   return map;
 }
 
-void AddOffsets(const LoadOptions& options, const Session& session, const ParsedNotes& notes, ChannelMap& map) {
+void AddOffsets(const LoadOptions& options, const std::array<double, kMaxFileChannels>& stationOffsets,
+                const NotesBlock& notes, ChannelMap& map) {
   map.addsOffsets = options.LoadLocalOffsets || options.LoadFileOffsets;
   for (int channel = 0; channel < map.count; ++channel) {
     const int source = map.source[channel];
-    if (options.LoadLocalOffsets) map.offset[channel] += session.settings.DefaultChannelOffset[source];
+    if (options.LoadLocalOffsets) map.offset[channel] += stationOffsets[source];
     if (options.LoadFileOffsets) map.offset[channel] += Val(notes.offsets[source]);
   }
 }
 
-void PackChannels(const ChannelMap& map, const ParsedNotes& notes, ChartWindow& window) {
-  window.channelLabels.fill({});
-  window.run.ChannelOffset.fill(0);
+void PackChannels(const ChannelMap& map, NotesBlock& notes, std::array<int, kMaxFileChannels>& pens) {
+  const std::array<std::string, kMaxFileChannels> labels = std::exchange(notes.labels, {});
+  const std::array<std::string, kMaxFileChannels> offsets = std::exchange(notes.offsets, {});
   for (int channel = 0; channel < map.count; ++channel) {
     const int source = map.source[channel];
-    window.channelLabels[channel] = notes.labels[source];
-    window.chart.ChannelPen[channel] = source;
-    window.run.ChannelOffset[channel] = Val(notes.offsets[source]);
+    notes.labels[channel] = labels[source];
+    notes.offsets[channel] = offsets[source];
+    pens[channel] = source;
   }
-  window.chart.ChannelName = window.channelLabels;
-  window.notations = PackedNotations(map, notes.notations);
+  notes.notations = notes.notations.Kept([&map](Notation& notation) {
+    notation.channel = static_cast<std::int16_t>(ShownAs(map, notation.channel));
+    return notation.channel >= 0;
+  });
 }
 
 }  // namespace tarvolt

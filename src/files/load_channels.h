@@ -5,10 +5,9 @@
 #include <optional>
 #include <string>
 
-#include "files/notes_block.h"
-#include "files/sample_layout.h"
-#include "model/chart_window.h"
-#include "model/session.h"
+#include "files/format/notes_block.h"
+#include "files/format/sample_layout.h"
+#include "model/load_options.h"
 
 namespace tarvolt {
 
@@ -31,6 +30,7 @@ using AskChannels = std::function<std::optional<ChannelAnswer>(const ChannelQues
 /// Which channels of a file go into which channels of the chart, and what is added to their values.
 struct ChannelMap {
   int count = 0;                                  ///< channels that are loaded
+  bool selected = false;                          ///< they were chosen singly
   std::array<int, kMaxFileChannels> source{};     ///< channel of the file, by channel of the chart
   bool addsOffsets = false;                       ///< `offset` is added; without it values stay bit for bit
   std::array<double, kMaxFileChannels> offset{};  ///< by channel of the chart
@@ -43,10 +43,11 @@ ChannelMap AllChannels(int channels);
 ChannelMap SelectedChannels(const std::array<bool, kChannels>& selected, int channels);
 
 /// Sets what is added to the values: the station's offsets, the file's or both, as the options say.
-void AddOffsets(const LoadOptions& options, const Session& session, const ParsedNotes& notes, ChannelMap& map);
+void AddOffsets(const LoadOptions& options, const std::array<double, kMaxFileChannels>& stationOffsets,
+                const NotesBlock& notes, ChannelMap& map);
 
-/// Packs labels, offsets and pens of a window that has those of the whole file, so that the loaded channels follow one
-/// another. Notations move with their channel, and those of channels that are not loaded go.
-void PackChannels(const ChannelMap& map, const ParsedNotes& notes, ChartWindow& window);
+/// Packs labels, offsets and pens of the whole file, so that the loaded channels follow one another. Notations move
+/// with their channel, and those of channels that are not loaded go.
+void PackChannels(const ChannelMap& map, NotesBlock& notes, std::array<int, kMaxFileChannels>& pens);
 
 }  // namespace tarvolt

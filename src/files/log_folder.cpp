@@ -7,12 +7,12 @@ namespace tarvolt {
 
 std::filesystem::path OLogFolder(const Session& session, const ChartWindow& window) {
   const RunState& run = window.run;
-  const bool hasRun = run.ChartRunning || run.StartStamp > 0;
-  if (session.settings.StoreLogWithObservation && hasRun && !window.save.LoadedFromFile) {
+  const bool hasRun = run.ChartRunning() || run.StartStamp > 0;
+  if (session.settings.observerLog.StoreLogWithObservation && hasRun && !window.save.keeping.LoadedFromFile) {
     const std::filesystem::path& saved = window.save.SavedAs;
     return saved.empty() ? FolderOfDate(session, StartOfRun(run)) : saved.parent_path();
   }
-  const std::string& folder = session.settings.DefaultLogDirectory;
+  const std::string& folder = session.settings.observerLog.DefaultLogDirectory;
   return folder.empty() ? session.DataFolder() : std::filesystem::path(folder);
 }
 

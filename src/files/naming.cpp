@@ -28,18 +28,18 @@ NameDate DateOfNow(const Session& session, const RunState& run) {
   const bool lmst = run.time.logLMST && run.time.firstStamp > 0;
   const TimeStamp now =
       lmst ? CalcTime(session.host.clock, run.time) : CalcTimeNotSidereal(session.host.clock, run.time);
-  return {now, lmst, session.settings.LogUsingUT};
+  return {now, lmst, session.settings.place.LogUsingUT};
 }
 
-TimeStamp StampOfData(const Session& session, const ChartWindow& window, double offsetDays) {
+TimeStamp StampOfData(const ChartWindow& window, double offsetDays) {
   const RunState& run = window.run;
   if (window.save.ViewSaveActive) {
     const TimeStamp stamp = window.chart.GetTime(window.save.FirstViewIndex);
     const TimeStamp start = run.time.firstStamp;
     return run.TimeRefZeroFile ? stamp + (start - WholeDay(start)) : stamp;
   }
-  const bool zeroBased = run.TimeRefZeroFile && !window.save.LoadedFromFile;
-  if (zeroBased || RunLiesInBackup(session.settings, window)) return StartOfRun(run) + offsetDays;
+  const bool zeroBased = run.TimeRefZeroFile && !window.save.keeping.LoadedFromFile;
+  if (zeroBased || window.save.keeping.BackupAlone()) return StartOfRun(run) + offsetDays;
   return window.chart.Count() > 0 ? window.chart.GetTime(0) : StartOfRun(run);
 }
 
@@ -47,7 +47,7 @@ TimeStamp StampOfData(const Session& session, const ChartWindow& window, double 
 std::optional<NameDate> DateOfData(Session& session, ChartWindow& window, double offsetDays) {
   if (LastIndexOfRun(session, window) < 2) return std::nullopt;
   if (window.save.ViewSaveActive) window.save.FirstViewIndex = FindXaxisMinIndex(window.chart);
-  return NameDate{StampOfData(session, window, offsetDays), window.run.ChartIsLMST, window.run.ChartIsUT};
+  return NameDate{StampOfData(window, offsetDays), window.run.ChartIsLMST, window.run.ChartIsUT};
 }
 
 std::string Ending(NameKind kind) {
@@ -101,11 +101,11 @@ std::filesystem::path MakeFoldersFor(Session& session, ChartWindow& window, Time
   if (MakeFolder(session, localFolder)) created[kBaseSlot] = base;
 
   std::filesystem::path folder = base;
-  if (session.settings.OrganizeByMonth) {
+  if (session.settings.files.OrganizeByMonth) {
     folder = MonthFolder(localFolder, date);
     if (MakeFolder(session, folder)) created[kMonthSlot] = folder;
   }
-  if (session.settings.OrganizeByDay) {
+  if (session.settings.files.OrganizeByDay) {
     folder = DayFolder(folder, date);
     if (MakeFolder(session, folder)) created[kDaySlot] = folder;
   }
@@ -146,8 +146,9 @@ std::filesystem::path NameDataFile(Session& session, ChartWindow& window, NameKi
 std::filesystem::path FolderOfDate(const Session& session, TimeStamp date) {
   const Settings& settings = session.settings;
   std::filesystem::path folder = session.DataFolder();
-  if (settings.OrganizeByMonth) folder = MonthFolder(folder / FolderName(PadTo(settings.LocalName, 20)), date);
-  return settings.OrganizeByDay ? DayFolder(folder, date) : folder;
+  if (settings.files.OrganizeByMonth)
+    folder = MonthFolder(folder / FolderName(PadTo(settings.station.LocalName, 20)), date);
+  return settings.files.OrganizeByDay ? DayFolder(folder, date) : folder;
 }
 
 std::filesystem::path NameOfOwn(Session& session, const ChartWindow& window, const std::filesystem::path& name) {

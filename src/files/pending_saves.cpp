@@ -37,11 +37,11 @@ bool PendingSaves::SetAside(ChartWindow& window, const std::filesystem::path& na
 // left. False when it is there and cannot.
 bool PendingSaves::MoveBackup(ChartWindow& window, std::filesystem::path& aside) {
   SaveState& save = window.save;
-  if (!save.BackupActive || !session_.host.files.FileExists(save.LocalBackupFile)) return true;
+  if (!save.keeping.BackupActive || !session_.host.files.FileExists(save.keeping.LocalBackupFile)) return true;
   std::error_code error;
-  aside = MoveToRecovery(session_, save.LocalBackupFile, "local.tvd", error);
+  aside = MoveToRecovery(session_, save.keeping.LocalBackupFile, "local.tvd", error);
   if (error) return false;
-  save.BackupActive = false;
+  save.keeping.BackupActive = false;
   session_.Add2SLog(" Backup of the Log That Could Not Be Saved: " + aside.string());
   return true;
 }

@@ -5,8 +5,8 @@
 #include <system_error>
 #include <vector>
 
+#include "files/format/part_file.h"
 #include "files/naming.h"
-#include "files/part_file.h"
 #include "files/recovery_folder.h"
 #include "text/number.h"
 #include "timebase/time_base.h"
@@ -143,7 +143,7 @@ void ShowAlert(Session& session, const std::vector<std::string>& rescued) {
 }  // namespace
 
 void RemoveLeftParts(Session& session) {
-  if (!session.settings.DiskBackUp) return;
+  if (!session.settings.files.DiskBackUp) return;
   const TimeStamp now = NowPrecise(session.host.clock);
   for (const std::filesystem::path& folder :
        {session.DataFolder(), RecoveryFolder(session), FolderOfDate(session, now - 1), FolderOfDate(session, now),

@@ -1,12 +1,11 @@
 #include "files/save_plan.h"
 
 #include "files/backup_source.h"
+#include "files/format/widen_samples.h"
 #include "files/header_info.h"
 
 namespace tarvolt {
 namespace {
-
-constexpr double kIntegerLimit = 32767.0;
 
 enum class NumberForm { Doubles, Integers, Cancelled };
 
@@ -17,7 +16,10 @@ bool FitsIntegers(const StripChart& chart) {
 NumberForm ChooseNumberForm(Session& session, const ChartWindow& window, bool wantsIntegers, bool mayAsk) {
   if (!wantsIntegers) return NumberForm::Doubles;
   if (FitsIntegers(window.chart)) return NumberForm::Integers;
-  if (!mayAsk || !session.settings.ShowMsgBox) return NumberForm::Doubles;
+  if (!mayAsk || !session.settings.program.ShowMsgBox) {
+    session.Add2SLog(" Values exceed the limits of Integer Saves: saved in non-Integer format.");
+    return NumberForm::Doubles;
+  }
   const Question question{"Integer Save Not Possible.",
                           "This data has values that exceed the limits of Integer Saves.\n"
                           "File must be saved in non-Integer format. \n\n"
@@ -29,18 +31,18 @@ NumberForm ChooseNumberForm(Session& session, const ChartWindow& window, bool wa
 
 // A backup that lacks samples of the store is of no use. One that has more is right only where the store keeps just the
 // end of the run; elsewhere it is another run's.
-bool BackupIsWhole(const Session& session, const ChartWindow& window, std::int64_t count) {
-  if (IsMini(session.settings, window)) return count >= window.chart.Count();
-  return count == window.chart.Count();
+bool BackupIsWhole(const ChartWindow& window, std::int64_t count) {
+  return window.save.keeping.Mini ? count >= window.chart.Count() : count == window.chart.Count();
 }
 
-std::optional<StoredSamples> SamplesInBackup(Session& session, ChartWindow& window) {
+std::optional<StoredSamples> SamplesInBackup(Session& session, const ChartWindow& window) {
+  const LogKeeping& keeping = window.save.keeping;
   if (window.save.ViewSaveActive) return std::nullopt;
   // A backup of integers has held such values inside their limits.
-  if (window.save.Backup.integers && !FitsIntegers(window.chart)) return std::nullopt;
-  if (!window.run.DataNeedsSave && !RunLiesInBackup(session.settings, window)) return std::nullopt;
+  if (keeping.Form.integers && !FitsIntegers(window.chart)) return std::nullopt;
+  if (!window.run.DataNeedsSave && !keeping.BackupAlone()) return std::nullopt;
   const std::optional<BackupContents> backup = FindBackup(session, window);
-  if (!backup || !BackupIsWhole(session, window, backup->count)) return std::nullopt;
+  if (!backup || !BackupIsWhole(window, backup->count)) return std::nullopt;
   return backup->samples;
 }
 
@@ -67,11 +69,9 @@ bool ChooseSaveRange(ChartWindow& window) {
     save.FirstViewIndex = 0;
     return true;
   }
-  for (std::int32_t i = save.FirstViewIndex; i < last; ++i) {
-    if (window.chart.GetTime(i) < window.chart.XAxisMax) continue;
-    save.LastSaveIndex = i;
-    break;
-  }
+  const StripChart& chart = window.chart;
+  save.LastSaveIndex =
+      chart.Samples().TimesRise() ? FindXaxisMinIndex(chart, chart.XAxisMax) : FindXaxisMaxIndex(chart);
   return save.LastSaveIndex > save.FirstViewIndex;
 }
 
@@ -79,14 +79,13 @@ std::optional<SavePlan> PlanSave(Session& session, ChartWindow& window, bool may
   SavePlan plan;
   DataFilePlan& file = plan.file;
   file.stored = SamplesInBackup(session, window);
-  file.layout =
-      file.stored ? LayoutOfBackup(window.save) : LayoutOfSettings(session.settings, window.chart.ChannelCount());
+  file.layout = LayoutOfChart(session.settings, window);
   const NumberForm form = ChooseNumberForm(session, window, file.layout.integers, mayAsk);
   if (form == NumberForm::Cancelled) return std::nullopt;
   // The block tells of integers also when the values are too large and doubles are written (meant).
   file.notesBlock = GetModifiedNotes(window, window.notes + window.save.PendingNotes, file.layout);
   file.layout.integers = form == NumberForm::Integers;
-  plan.storeHoldsRun = !RunLiesInBackup(session.settings, window);
+  plan.storeHoldsRun = !window.save.keeping.BackupAlone();
   file.first = window.save.FirstViewIndex;
   file.last = window.save.LastSaveIndex;
 

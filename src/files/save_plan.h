@@ -4,7 +4,7 @@
 #include <optional>
 #include <system_error>
 
-#include "files/data_file_writer.h"
+#include "files/format/data_file_writer.h"
 #include "model/chart_window.h"
 #include "model/session.h"
 

@@ -8,6 +8,7 @@
 #include "files/backup_source.h"
 #include "files/header_info.h"
 #include "files/naming.h"
+#include "files/recovery_folder.h"
 #include "files/save_plan.h"
 #include "text/ansi.h"
 #include "timebase/time_base.h"
@@ -17,15 +18,17 @@ namespace {
 
 constexpr const char* kBoxTitle = "Tarvolt";
 
-// The rules that need no look at a file: true when they ask for a save.
-bool RulesAskForSave(Session& session, const ChartWindow& window) {
+// The rules that need no look at a file. Saved stands for a save that is to be made.
+SaveOutcome AskRules(Session& session, const ChartWindow& window, SaveReason reason) {
   const Settings& settings = session.settings;
   const SaveState& save = window.save;
-  if (IsMini(settings, window) && !BackupWanted(settings, window) && !save.LoadedFromFile) return false;
-  if (LastIndexOfRun(session, window) <= 0) return false;
-  const bool autosave = window.Mode == SessionMode::Client ? settings.AutoSaveClient : settings.AutoSaveStandAlone;
-  if (!save.ViewSaveActive && !save.UserAskedSave && !autosave) return false;
-  return save.ViewSaveActive || SaveIfAtStop(settings, window.chart);
+  if (!save.keeping.IsKept()) return SaveOutcome::NotWanted;
+  if (LastIndexOfRun(session, window) <= 0) return SaveOutcome::NotWanted;
+  if (save.ViewSaveActive || reason == SaveReason::Again) return SaveOutcome::Saved;
+  const bool autosave =
+      window.Mode == SessionMode::Client ? settings.files.AutoSaveClient : settings.files.AutoSaveStandAlone;
+  if (reason != SaveReason::Asked && !autosave) return SaveOutcome::Unsaved;
+  return SaveIfAtStop(settings, window.chart) ? SaveOutcome::Saved : SaveOutcome::NotWanted;
 }
 
 void RemoveCreatedFolders(Session& session, ChartWindow& window) {
@@ -41,29 +44,31 @@ void RemoveCreatedFolders(Session& session, ChartWindow& window) {
 std::optional<std::filesystem::path> AskForName(Session& session, ChartWindow& window,
                                                 const std::filesystem::path& proposed) {
   SaveFileRequest request;
-  request.title = session.settings.LocalName + "  Save Data File (Cancel to Abort Save)";
+  request.title = session.settings.station.LocalName + "  Save Data File (Cancel to Abort Save)";
   request.folder = proposed.parent_path().string();
   request.fileName = proposed.filename().string();
   request.extension = ".tvd";
   request.filter = "*tarvolt data| *.tvd";
   const std::optional<std::string> chosen = session.host.dialogs.AskSaveFile(request);
   if (chosen) return *chosen;
+  window.save.NameCancelled = true;
   RemoveCreatedFolders(session, window);
   return std::nullopt;
 }
 
 // A save that no hand asked for waits for nobody while boxes are off.
-bool MayAsk(const Settings& settings, const ChartWindow& window, bool mayPrompt) {
-  if (!mayPrompt || IsMini(settings, window)) return false;
+bool MayAsk(const Settings& settings, const ChartWindow& window, SaveReason reason) {
+  if (window.save.keeping.Mini) return false;
   if (window.save.ViewSaveActive) return true;
-  return settings.PromptBeforeSaving && (settings.ShowMsgBox || window.save.UserAskedSave);
+  return settings.files.PromptBeforeSaving && (settings.program.ShowMsgBox || reason == SaveReason::Asked);
 }
 
 // Nothing when there is not enough data and somebody could be told so, or when the person cancelled.
-std::optional<std::filesystem::path> NameOfSave(Session& session, ChartWindow& window, bool mayPrompt) {
+std::optional<std::filesystem::path> NameOfSave(Session& session, ChartWindow& window, SaveReason reason,
+                                                bool mayPrompt) {
   std::filesystem::path name = NameDataFile(session, window, NameKind::Data, true);
   if (name == kBadFile) {
-    if (session.settings.ShowMsgBox) {
+    if (session.settings.program.ShowMsgBox) {
       session.Tell(kBoxTitle, "There is not enough data to save.");
       return std::nullopt;
     }
@@ -71,38 +76,43 @@ std::optional<std::filesystem::path> NameOfSave(Session& session, ChartWindow& w
     name = session.DataFolder() / kBadFile;
   }
   name = NameOfOwn(session, window, name);
-  return MayAsk(session.settings, window, mayPrompt) ? AskForName(session, window, name) : name;
+  return mayPrompt && MayAsk(session.settings, window, reason) ? AskForName(session, window, name) : name;
 }
 
-SaveOutcome SaveIfWanted(Session& session, ChartWindow& window, bool mayPrompt) {
-  if (!RulesAskForSave(session, window)) return SaveOutcome::NotWanted;
-  const std::optional<std::filesystem::path> name = NameOfSave(session, window, mayPrompt);
-  if (!name || LastIndexOfRun(session, window) <= 0) return SaveOutcome::NotWanted;
+SaveOutcome SaveIfWanted(Session& session, ChartWindow& window, SaveReason reason, bool mayPrompt) {
+  const SaveOutcome wanted = AskRules(session, window, reason);
+  if (wanted != SaveOutcome::Saved) return wanted;
+  const std::optional<std::filesystem::path> name = NameOfSave(session, window, reason, mayPrompt);
+  if (!name || LastIndexOfRun(session, window) <= 0) return SaveOutcome::Unsaved;
   return SaveDataFile(session, window, *name, mayPrompt);
 }
 
-// In a run the marker belongs to the run. Set again after a failure, so that the backup of the run is found at the next
-// start whatever happens until then.
-void SetRunMarker(Session& session, const ChartWindow& window, SaveOutcome outcome) {
-  if (window.run.ChartRunning) return;
-  const bool inDanger = outcome == SaveOutcome::Failed && window.save.BackupActive;
-  session.store.SaveSetting(Section::Settings, RunMarkerKey(window), inDanger ? "Running" : "OK");
+// Samples that only the backup has, when the file had to be written without them: they must outlive the next run.
+void KeepBackupAside(Session& session, ChartWindow& window) {
+  LogKeeping& keeping = window.save.keeping;
+  if (!keeping.BackupActive || window.run.StoreStart == 0) return;
+  std::error_code error;
+  const std::filesystem::path kept = MoveToRecovery(session, keeping.LocalBackupFile, "local.tvd", error);
+  if (error) return;
+  keeping.BackupActive = false;
+  session.Add2SLog(" The file has the end of the log alone. Its backup: " + kept.string());
 }
 
 void NoteModifiedSave(Session& session, ChartWindow& window) {
   const Settings& settings = session.settings;
   const std::string when = FormatDate(NowPrecise(session.host.clock), "YYMMDDHHnnSS");
   window.metadata.AddToMetaData("Modified Save: " + when,
-                                "Local Name:" + settings.LocalName + " Observer:" + settings.Author);
+                                "Local Name:" + settings.station.LocalName + " Observer:" + settings.station.Author);
 }
 
 void DropVanishedBackup(Session& session, SaveState& save) {
-  if (save.BackupActive && !session.host.files.FileExists(save.LocalBackupFile)) save.BackupActive = false;
+  if (save.keeping.BackupActive && !session.host.files.FileExists(save.keeping.LocalBackupFile))
+    save.keeping.BackupActive = false;
 }
 
 void TellFailure(Session& session, ChartWindow& window, const std::string& name, const std::error_code& error) {
   const std::string text = " Could Not Save " + name + ": " + error.message();
-  window.view.StatusText = text;
+  window.view.Status.Say(text);
   if (!window.save.ViewSaveActive) {
     if (window.save.FailedSave == name) return;
     window.save.FailedSave = name;
@@ -114,9 +124,9 @@ void TellFailure(Session& session, ChartWindow& window, const std::string& name,
 
 void NoteSaved(Session& session, ChartWindow& window, const std::filesystem::path& name, bool reload) {
   const std::string fileName = name.filename().string();
-  window.view.StatusText = reload ? "Reload " + fileName + " to View " : " Saved " + fileName;
+  window.view.Status.Say(reload ? "Reload " + fileName + " to View " : " Saved " + fileName);
   session.Add2SLog(" Saved " + name.string());
-  if (!IsMini(session.settings, window)) window.view.InfoCommands = true;
+  if (!window.save.keeping.Mini) window.view.InfoCommands = true;
   AddRecentSaved(session.recent, name.string());
   session.store.SaveSetting(Section::Settings, "LastLoadDir", name.parent_path().string());
   DoAutoTitle(session, window);
@@ -128,53 +138,52 @@ void NoteSaved(Session& session, ChartWindow& window, const std::filesystem::pat
 
 }  // namespace
 
-bool SaveIfAtTurnover(const Settings& settings, const StripChart& chart) {
-  if (settings.SaveIF > 0) return chart.DataMax() >= settings.SaveIFVal;
-  if (settings.SaveIF < 0) return chart.DataMin() <= settings.SaveIFVal;
+bool SaveIfAtTurnover(const LogPlan& log, const StripChart& chart) {
+  if (log.SaveIF > 0) return chart.DataMax() >= log.SaveIFVal;
+  if (log.SaveIF < 0) return chart.DataMin() <= log.SaveIFVal;
   return true;
 }
 
 bool SaveIfAtStop(const Settings& settings, const StripChart& chart) {
-  if (settings.SaveIF > 0) return chart.DataMax() > settings.SaveIFVal;
-  if (settings.SaveIF < 0) return chart.DataMin() < settings.SaveIFVal;
+  if (settings.files.SaveIF > 0) return chart.DataMax() > settings.files.SaveIFVal;
+  if (settings.files.SaveIF < 0) return chart.DataMin() < settings.files.SaveIFVal;
   return true;
 }
 
-SaveOutcome CheckForSave(Session& session, ChartWindow& window, bool mayPrompt) {
-  // A save of the view waits for a person; until then its range is not that of the log.
-  if (window.save.ViewSaveActive) return SaveOutcome::Failed;
-  const SaveOutcome outcome = SaveIfWanted(session, window, mayPrompt);
-  SetRunMarker(session, window, outcome);
-  return outcome;
+// While a save of the view waits for a person its range is not that of the log.
+SaveOutcome CheckForSave(Session& session, ChartWindow& window, SaveReason reason, bool mayPrompt) {
+  if (window.save.ViewSaveActive) return SaveOutcome::Unsaved;
+  return SaveIfWanted(session, window, reason, mayPrompt);
 }
 
 SaveOutcome SaveDataFile(Session& session, ChartWindow& window, const std::filesystem::path& name, bool mayAsk) {
   if (!ChooseSaveRange(window)) {
     session.Tell(kBoxTitle, "There was a Min > Max range error saving " + name.string());
-    return SaveOutcome::NotWanted;
+    return SaveOutcome::Unsaved;
   }
   if (window.save.ViewSaveActive) NoteModifiedSave(session, window);
   std::optional<SavePlan> plan = PlanSave(session, window, mayAsk);
-  if (!plan) return SaveOutcome::NotWanted;
+  if (!plan) return SaveOutcome::Unsaved;
 
-  window.view.StatusText = " Saving>" + ReplaceAll(name.string(), " ", "_");
+  window.view.Status.Say(" Saving>" + ReplaceAll(name.string(), " ", "_"));
   const std::error_code error = WriteSave(session.host.files, *plan, window.chart.Samples(), name);
   DropVanishedBackup(session, window.save);
   if (error) {
     TellFailure(session, window, name.string(), error);
     return SaveOutcome::Failed;
   }
+  if (!plan->storeHoldsRun && !plan->file.stored && !window.save.ViewSaveActive) KeepBackupAside(session, window);
   NoteSaved(session, window, name, plan->file.stored && !plan->storeHoldsRun);
   return SaveOutcome::Saved;
 }
 
 SaveOutcome SaveView(Session& session, ChartWindow& window) {
-  if (window.chart.Count() == 0 || window.save.ViewSaveActive) return SaveOutcome::NotWanted;
+  if (window.chart.Count() == 0 || window.save.ViewSaveActive) return SaveOutcome::Unsaved;
   const DataFileHeader header = window.header;
   const bool start = window.view.cmdStart;
   window.view.cmdStart = false;
   window.save.ViewSaveActive = true;
-  const SaveOutcome outcome = SaveIfWanted(session, window, true);
+  const SaveOutcome outcome = SaveIfWanted(session, window, SaveReason::Asked, true);
   window.save.ViewSaveActive = false;
   window.header = header;
   window.view.cmdStart = start;

@@ -2,12 +2,15 @@
 
 #include <utility>
 
+#include "host/open_files.h"
+
 namespace tarvolt {
 
 HostOwner::HostOwner(QCoreApplication& application, std::unique_ptr<Dialogs> chosenDialogs)
     : loop(application), dialogs(std::move(chosenDialogs)) {}
 
 std::unique_ptr<HostOwner> MakeHost(QCoreApplication& application, std::unique_ptr<Dialogs> dialogs) {
+  RaiseOpenFileLimit();
   return std::make_unique<HostOwner>(application, std::move(dialogs));
 }
 

@@ -8,7 +8,7 @@
 #include "host/linux_processes.h"
 #include "host/posix_file_system.h"
 #include "host/qt_event_loop.h"
-#include "host/qt_socket.h"
+#include "host/qt_sockets.h"
 #include "host/sound_inputs.h"
 #include "host/system_clock.h"
 #include "platform/host.h"
@@ -34,7 +34,8 @@ struct HostOwner {
   Host host{clock, loop, sockets, files, processes, *dialogs, sound, mixer};
 };
 
-/// The machine through Qt and Linux. `dialogs` are a desktop's windows or HeadlessDialogs.
+/// The machine through Qt and Linux, with its limit of open files raised. `dialogs` are a desktop's windows or
+/// HeadlessDialogs.
 std::unique_ptr<HostOwner> MakeHost(QCoreApplication& application, std::unique_ptr<Dialogs> dialogs);
 
 }  // namespace tarvolt

@@ -2,24 +2,15 @@
 
 #include <sys/socket.h>
 
-#include <QHostAddress>
-#include <QNetworkInterface>
 #include <QNetworkProxy>
 #include <QTcpSocket>
 #include <array>
 #include <utility>
 
-#include "text/ansi.h"
+#include "host/qt_address.h"
 
 namespace tarvolt {
 namespace {
-
-QString QtText(const std::string& ansi) {
-  return QString::fromStdString(Utf8FromAnsi(ansi));
-}
-std::string AnsiText(const QString& text) {
-  return AnsiFromUtf8(text.toStdString());
-}
 
 /// A socket closed over unread bytes resets the connection, and the peer may lose the last message sent to it.
 void DropUnreadBytes(QTcpSocket& socket) {
@@ -34,6 +25,11 @@ void DropUnreadBytes(QTcpSocket& socket) {
   }
 }
 
+void SetOptions(QTcpSocket& socket) {
+  socket.setSocketOption(QAbstractSocket::LowDelayOption, 1);
+  socket.setSocketOption(QAbstractSocket::KeepAliveOption, 1);
+}
+
 }  // namespace
 
 /// One attempt to connect and what follows from it.
@@ -45,38 +41,50 @@ struct QtSocket::Link {
   std::string failure;
 };
 
-QtSocket::QtSocket(EventLoop& loop) : loop_(loop) {}
+QtSocket::QtSocket(EventLoop& loop, qintptr descriptor) : loop_(loop) {
+  MakeLink();
+  link_->connected = true;
+  if (link_->socket.setSocketDescriptor(descriptor)) {
+    SetOptions(link_->socket);
+  } else {
+    QueueFailure(AnsiText(link_->socket.errorString()));
+    QueueClose();
+  }
+}
 
 QtSocket::~QtSocket() {
   Disconnect();
 }
 
 void QtSocket::Bind(const std::string& localAddress, std::uint16_t localPort) {
-  localAddress_ = Trim(localAddress);
+  localAddress_ = localAddress;
   localPort_ = localPort;
 }
 
 void QtSocket::Connect(const std::string& remoteAddress, std::uint16_t remotePort) {
   Disconnect();
+  MakeLink();
+  const QString address = QtText(remoteAddress).trimmed();
+  if (BindLocalEnd(address)) link_->socket.connectToHost(address, remotePort);
+}
+
+void QtSocket::MakeLink() {
   link_ = std::make_shared<Link>();
   link_->socket.setProxy(QNetworkProxy::NoProxy);
   link_->socket.setReadBufferSize(kReadLimit);
   WatchSignals();
-  const std::string address = Trim(remoteAddress);
-  if (BindLocalEnd(address)) link_->socket.connectToHost(QtText(address), remotePort);
 }
 
-bool QtSocket::BindLocalEnd(const std::string& remoteAddress) {
-  QHostAddress local(QtText(localAddress_));
-  const bool anyAddress = localAddress_.empty() || local == QHostAddress::AnyIPv4 || local == QHostAddress::AnyIPv6;
-  if (anyAddress && localPort_ == 0) return true;
-  if (anyAddress) {
-    const bool remoteIsIPv4 = QHostAddress(QtText(remoteAddress)).protocol() == QAbstractSocket::IPv4Protocol;
+bool QtSocket::BindLocalEnd(const QString& remoteAddress) {
+  auto local = LocalAddressOf(localAddress_);
+  if (local && IsAnyAddress(*local)) {
+    if (localPort_ == 0) return true;
+    const bool remoteIsIPv4 = QHostAddress(remoteAddress).protocol() == QAbstractSocket::IPv4Protocol;
     local = remoteIsIPv4 ? QHostAddress::AnyIPv4 : QHostAddress::Any;
   }
   // A fixed port would otherwise be barred for minutes after each connection.
-  if (!local.isNull() && link_->socket.bind(local, localPort_, QAbstractSocket::ReuseAddressHint)) return true;
-  QueueFailure(local.isNull() ? "The local address is not valid" : AnsiText(link_->socket.errorString()));
+  if (local && link_->socket.bind(*local, localPort_, QAbstractSocket::ReuseAddressHint)) return true;
+  QueueFailure(local ? AnsiText(link_->socket.errorString()) : "The local address is not valid");
   QueueClose();
   return false;
 }
@@ -84,8 +92,7 @@ bool QtSocket::BindLocalEnd(const std::string& remoteAddress) {
 void QtSocket::WatchSignals() {
   auto& socket = link_->socket;
   QObject::connect(&socket, &QTcpSocket::connected, &socket, [this] {
-    link_->socket.setSocketOption(QAbstractSocket::LowDelayOption, 1);
-    link_->socket.setSocketOption(QAbstractSocket::KeepAliveOption, 1);
+    SetOptions(link_->socket);
     Queue(&QtSocket::NowConnected);
   });
   QObject::connect(&socket, &QTcpSocket::readyRead, &socket, [this] { QueueData(); });
@@ -144,6 +151,14 @@ bool QtSocket::IsConnected() const {
   return link_ && link_->connected;
 }
 
+SocketEnd QtSocket::LocalEnd() const {
+  return IsConnected() ? EndOf(link_->socket.localAddress(), link_->socket.localPort()) : SocketEnd();
+}
+
+SocketEnd QtSocket::RemoteEnd() const {
+  return IsConnected() ? EndOf(link_->socket.peerAddress(), link_->socket.peerPort()) : SocketEnd();
+}
+
 void QtSocket::Write(std::string_view bytes) {
   if (!IsConnected() || link_->closeQueued) return;
   auto& socket = link_->socket;
@@ -167,19 +182,6 @@ void QtSocket::Disconnect() {
   if (link->socket.state() != QAbstractSocket::ConnectedState) return;
   link->socket.flush();
   DropUnreadBytes(link->socket);
-}
-
-std::unique_ptr<SocketControl> QtSockets::MakeSocket() {
-  return std::make_unique<QtSocket>(loop_);
-}
-
-std::string QtSockets::LocalAddress() const {
-  for (const QHostAddress& address : QNetworkInterface::allAddresses()) {
-    if (address.protocol() == QAbstractSocket::IPv4Protocol && !address.isLoopback()) {
-      return address.toString().toStdString();
-    }
-  }
-  return QHostAddress(QHostAddress::LocalHost).toString().toStdString();
 }
 
 }  // namespace tarvolt

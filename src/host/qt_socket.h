@@ -10,16 +10,15 @@
 
 namespace tarvolt {
 
-/// A TCP client over Qt: IPv4, IPv6 and host names, never through a proxy, small writes sent at once. Qt's own signals
-/// only post; each callback runs from the event loop, so it may yield, disconnect, connect anew or destroy the socket.
-/// IsConnected changes with the callbacks: true from onConnected until onClose.
+/// A TCP connection over Qt: IPv4, IPv6 and host names, never through a proxy, small writes sent at once. Qt's own
+/// signals only post; each callback runs from the event loop, so it may yield, disconnect, connect anew or destroy the
+/// socket. IsConnected changes with the callbacks: true from onConnected until onClose.
 class QtSocket final : public SocketControl {
  public:
-  /// Bytes that may wait for a peer that does not read. Beyond this the connection is given up with onError and
-  /// onClose.
-  static constexpr std::size_t kWriteLimit = std::size_t{16} << 20;
+  explicit QtSocket(EventLoop& loop) : loop_(loop) {}
 
-  explicit QtSocket(EventLoop& loop);
+  /// Takes over a connection that has come in.
+  QtSocket(EventLoop& loop, qintptr descriptor);
   ~QtSocket() override;
 
   void Bind(const std::string& localAddress, std::uint16_t localPort) override;
@@ -28,16 +27,17 @@ class QtSocket final : public SocketControl {
   void Connect(const std::string& remoteAddress, std::uint16_t remotePort) override;
 
   bool IsConnected() const override;
+  SocketEnd LocalEnd() const override;
+  SocketEnd RemoteEnd() const override;
   void Write(std::string_view bytes) override;
-
-  /// Also gives, from within onClose, what had arrived and was not read before.
   std::string ReadAvailable() override;
   void Disconnect() override;
 
  private:
   struct Link;
 
-  bool BindLocalEnd(const std::string& remoteAddress);
+  void MakeLink();
+  bool BindLocalEnd(const QString& remoteAddress);
   void WatchSignals();
   void Queue(void (QtSocket::*event)());
   void QueueData();
@@ -52,17 +52,6 @@ class QtSocket final : public SocketControl {
   std::string localAddress_;
   std::uint16_t localPort_ = 0;
   std::shared_ptr<Link> link_;  ///< this attempt to connect; posted events hold it weakly and die with it
-};
-
-/// Makes sockets whose events run on `loop`.
-class QtSockets final : public Sockets {
- public:
-  explicit QtSockets(EventLoop& loop) : loop_(loop) {}
-  std::unique_ptr<SocketControl> MakeSocket() override;
-  std::string LocalAddress() const override;
-
- private:
-  EventLoop& loop_;
 };
 
 }  // namespace tarvolt

@@ -110,15 +110,12 @@ double WavFileDevice::DueAt(std::int64_t buffers) const {
 }
 
 void WavFileDevice::PlanNext(const std::shared_ptr<Playing>& playing) {
-  if (name_.play == WavPlay::Fast) {
-    loop_.Post([this, playing] {
-      if (!playing->over) Turn(playing);
-    });
-    return;
-  }
+  if (name_.play == WavPlay::Fast) return PostTurn(playing);
   if (!timer_) {
     timer_ = loop_.MakeTimer([this, playing] {
-      if (!playing->over) Turn(playing);
+      if (playing->over) return;
+      timer_->SetEnabled(false);
+      PostTurn(playing);  // the timer is not entered again while it ticks
     });
   }
   const double wait = DueAt(delivered_ + 1) - clock_.MonotonicMilliseconds();
@@ -126,9 +123,19 @@ void WavFileDevice::PlanNext(const std::shared_ptr<Playing>& playing) {
   timer_->SetEnabled(true);
 }
 
-// `playing` is a copy: a handler may end the stretch, and with it whoever called.
+void WavFileDevice::PostTurn(const std::shared_ptr<Playing>& playing) {
+  loop_.Post([this, playing] {
+    if (!playing->over) Turn(playing);
+  });
+}
+
+// `playing` is a copy: a handler may end the stretch, and with it whoever called. What falls due while a handler yields
+// is delivered inside it, as from a card, for time goes on.
 void WavFileDevice::Turn(std::shared_ptr<Playing> playing) {
-  if (name_.play != WavPlay::Fast) GoOnFromNow();
+  if (name_.play != WavPlay::Fast) {
+    GoOnFromNow();
+    PlanNext(playing);
+  }
   DeliverDue(playing);
   if (!playing->over) PlanNext(playing);
 }
@@ -142,8 +149,9 @@ void WavFileDevice::DeliverDue(const std::shared_ptr<Playing>& playing) {
       return;
     }
     ++delivered_;
+    const std::vector<char> buffer = buffer_;
     const auto handler = onBuffer;  // the device may be gone when it returns
-    if (handler) handler(&buffer_);
+    if (handler) handler(&buffer);
   } while (!playing->over && name_.play != WavPlay::Fast);
 }
 

@@ -52,6 +52,7 @@ class WavFileDevice final : public WaveInDevice {
   void Turn(std::shared_ptr<Playing> playing);
   void DeliverDue(const std::shared_ptr<Playing>& playing);
   void PlanNext(const std::shared_ptr<Playing>& playing);
+  void PostTurn(const std::shared_ptr<Playing>& playing);
   void GoOnFromNow();
   bool Fill();
   void Halt();

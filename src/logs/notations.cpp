@@ -21,4 +21,22 @@ void Notations::Add(Notation notation) {
   if (count < kSlots - 1) ++count;
 }
 
+Notations Notations::Kept(const std::function<bool(Notation&)>& keep) const {
+  Notations kept;
+  for (Notation notation : slots) {
+    if (notation.text.empty() || notation.text == kDeletedNotation || !keep(notation)) continue;
+    kept.slots[kept.count] = std::move(notation);
+    if (kept.count < kSlots - 1) ++kept.count;
+  }
+  return kept;
+}
+
+Notations Notations::Within(std::int32_t first, std::int32_t last) const {
+  return Kept([first, last](Notation& notation) {
+    const bool within = notation.index >= first && notation.index <= last;
+    notation.index -= first;
+    return within;
+  });
+}
+
 }  // namespace tarvolt

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "timebase/time_stamp.h"
@@ -29,6 +30,12 @@ struct Notations {
   /// Puts a notation into the next slot. What would end it in a file, the bytes 254 and 255, line ends and the marks of
   /// a notes block, becomes blanks. One without a text is none and is left out.
   void Add(Notation notation);
+
+  /// Those that `keep` wants, which may change them, in their order and without gaps; deleted ones are never kept.
+  Notations Kept(const std::function<bool(Notation&)>& keep) const;
+
+  /// Those of the samples first..last, both included, counted from `first`.
+  Notations Within(std::int32_t first, std::int32_t last) const;
 };
 
 }  // namespace tarvolt

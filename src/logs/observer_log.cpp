@@ -13,14 +13,15 @@ constexpr std::string_view kVerbose = "VERBOSE";
 }  // namespace
 
 TimeStamp OLogTime(Clock& clock, const Settings& settings) {
-  return NowPrecise(clock) - (settings.OLogUT ? settings.TZ / 24 : 0);
+  return NowPrecise(clock) - (settings.observerLog.OLogUT ? settings.place.TZ / 24 : 0);
 }
 
 std::string GetTimeStamp(Clock& clock, const Settings& settings) {
   const TimeStamp now = OLogTime(clock, settings);
-  const std::string text =
-      settings.oDateFormat == kVerbose ? FormatChartTime(now) : FormatDate(now, "HH:NN:SS " + settings.oDateFormat);
-  return "<" + text + (settings.OLogUT ? " UT>" : ">") + std::string(kLineEnd);
+  const std::string text = settings.observerLog.oDateFormat == kVerbose
+                               ? FormatChartTime(now)
+                               : FormatDate(now, "HH:NN:SS " + settings.observerLog.oDateFormat);
+  return "<" + text + (settings.observerLog.OLogUT ? " UT>" : ">") + std::string(kLineEnd);
 }
 
 std::string NameOLogFile(Clock& clock, const Settings& settings) {

@@ -53,7 +53,7 @@ bool SessionLog::IsFirstOfDay(TimeStamp now) {
 }
 
 void SessionLog::AppendToFile(const std::string& text) {
-  if (!settings_.AutoSaveSessionLog || file_.empty()) return;
+  if (!settings_.files.AutoSaveSessionLog || file_.empty()) return;
   std::error_code error;
   const std::unique_ptr<File> file = files_.Open(file_, OpenMode::Append, error);
   if (file != nullptr) file->Write(text, error);

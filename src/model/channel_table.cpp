@@ -5,8 +5,9 @@
 namespace tarvolt {
 
 int ActiveChannels(const Settings& settings) {
-  const auto end = std::find_if(settings.Dsrc.begin(), settings.Dsrc.end(), [](int source) { return source <= 0; });
-  return static_cast<int>(end - settings.Dsrc.begin());
+  const auto end = std::find_if(settings.channels.Dsrc.begin(), settings.channels.Dsrc.end(),
+                                [](int source) { return source <= 0; });
+  return static_cast<int>(end - settings.channels.Dsrc.begin());
 }
 
 }  // namespace tarvolt

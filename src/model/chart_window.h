@@ -14,34 +14,24 @@
 #include "logs/observer_log.h"
 #include "model/data_file_header.h"
 #include "model/load_options.h"
+#include "model/log_keeping.h"
 #include "model/run_state.h"
 #include "model/sound_state.h"
 #include "model/window_state.h"
 
 namespace tarvolt {
 
-/// The form in which a run's backup is written, whatever becomes of the settings during the run.
-struct BackupForm {
-  int channels = 1;
-  bool timeStamps = true;
-  bool integers = false;
-  bool mini = false;  ///< the backup alone has the whole run: the store keeps its last stretch
-};
-
 /// What saving knows of a window's chart.
 struct SaveState {
-  bool ViewSaveActive = false;      ///< Save View is in progress
-  bool UserAskedSave = false;       ///< File Save without a run
-  bool LoadedFromFile = false;      ///< the chart on display was loaded
-  bool Loading = false;             ///< a file is being read into the chart: no other load, no start
-  bool BackupActive = false;        ///< a backup file exists for the current run
-  std::int32_t FirstViewIndex = 0;  ///< first sample index to write
-  std::int32_t LastSaveIndex = 0;   ///< last sample index to write
-  std::filesystem::path LocalBackupFile;
-  BackupForm Backup;                                    ///< of that file, while BackupActive
-  std::filesystem::path SavedAs;                        ///< the file that this log was saved to; empty before that
-  std::filesystem::path FailedSave;                     ///< the name whose save failed last: told once, not at each try
-  std::string PendingNotes;                             ///< the notes as they were when the chart started
+  LogKeeping keeping;                ///< where the samples of the chart on display lie
+  bool ViewSaveActive = false;       ///< Save View is in progress
+  bool Loading = false;              ///< a file is being read into the chart: no other load, no start
+  bool NameCancelled = false;        ///< a person cancelled the name of a save
+  std::int32_t FirstViewIndex = 0;   ///< first sample index to write
+  std::int32_t LastSaveIndex = 0;    ///< last sample index to write
+  std::filesystem::path SavedAs;     ///< the file that this log was saved to; empty before that
+  std::filesystem::path FailedSave;  ///< the name whose save failed last: told once, not at each try
+  std::string PendingNotes;          ///< the notes as they were when the chart started
   std::array<std::filesystem::path, 4> CreatedFolders;  ///< folders made for the last name, by slot
 };
 
@@ -72,6 +62,9 @@ struct ChartWindow {
   SaveState save;
   LoadOptions loadOptions;
   WindowState view;
+
+  /// True while no run is on and none is being started, ended or loaded.
+  bool AtRest() const { return run.phase == RunPhase::Idle && !save.Loading; }
 
   /// Index of the newest stored sample, -1 for none.
   std::int32_t LastSampleIndex() const { return chart.Count() - 1; }

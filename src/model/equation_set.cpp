@@ -11,12 +11,12 @@ bool EquationSet::Applies(int channel) const {
 }
 
 EquationSet EquationsOf(const Settings& settings) {
-  return {settings.Equ, settings.ApplyToCH};
+  return {settings.channels.Equ, settings.channels.ApplyToCH};
 }
 
 void PutEquations(const EquationSet& set, Settings& settings) {
-  settings.Equ = set.EquString;
-  settings.ApplyToCH = set.ApplyToCH;
+  settings.channels.Equ = set.EquString;
+  settings.channels.ApplyToCH = set.ApplyToCH;
 }
 
 }  // namespace tarvolt

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "model/equation_set.h"
+#include "model/run_plan.h"
 #include "timebase/time_base.h"
 
 namespace tarvolt {
@@ -18,38 +18,30 @@ enum class ChartState { Idle = 1, Armed = 2, Running = 4 };
 inline constexpr double kNoMinimum = 1E+21;
 inline constexpr double kNoMaximum = -1E+21;
 
-/// TimerType of a run whose clock is the sound card; with any other it is the sampling timer.
-inline constexpr std::int32_t kSoundTimer = 1;
+/// Where a run stands.
+enum class RunPhase {
+  Idle,
+  Starting,  ///< a start is under way and may be waiting for its source
+  Armed,     ///< started, the first sample not yet taken
+  Running,
+  TurningOver,  ///< a log has ended and is being saved; the next one is about to begin, or the run to end
+  Stopping      ///< a stop is under way and may be waiting in a question
+};
 
 /// What one window's run is doing. Written by core/ and the sources, read by everyone.
 struct RunState {
-  ChartState chartState = ChartState::Idle;
-  bool ChartRunning = false;     ///< from the end of a successful start to the first line of the stop
-  bool ChartStopped = false;     ///< set by a stop; the sampling timer is not armed again while it is set
+  RunPhase phase = RunPhase::Idle;
   bool TickBusy = false;         ///< a tick is inside the reading of a source
   bool AbortFlag = false;        ///< asks any wait to give up
   bool CancelSchedule = false;   ///< asks the schedule to end
   bool ScheduleRunning = false;  ///< the schedule is inside its window of time
-  bool MaxingOut = false;        ///< a log is being turned over
   bool DataNeedsSave = false;    ///< the store holds data that a save may still want
   bool OffsetsChanged = false;   ///< an offset was moved during the run
-  bool Starting = false;         ///< a start is under way and may be waiting for its source
-  bool Stopping = false;         ///< a stop is under way and may be waiting in a question
   bool ForceSave = false;     ///< File Save during a run: the log is saved whatever the settings, and a new one begins
   bool EndRequested = false;  ///< the program is to end: no wait goes on, whatever else clears AbortFlag
 
-  // The run's copies of settings, so that a profile loaded meanwhile does not change the run.
-  std::array<std::int16_t, kChannels> Dsrc{};
-  std::array<std::int16_t, kChannels> Detection{};
-  std::int32_t TimerType = 0;
-  double SampleRate = 100;  ///< milliseconds
-  double SCTadjust = 1;
-  std::int32_t vAvg = 1;
-  bool UDSpush = false;
-  bool MiniServer = false;  ///< of the log under way, as the next
-  bool DiskBackUp = false;
-  bool ApplyToIncoming = false;
-  EquationSet Equations;  ///< that work on the run's samples
+  RunPlan plan;
+  LogPlan log;
 
   int ChannelCount = 1;
   std::int32_t Dcount = 0;        ///< index that the next sample gets
@@ -75,14 +67,23 @@ struct RunState {
   double StepBack = 0;           ///< days by which the clock last stepped back
   TimeStamp StartStamp = 0;      ///< for the file header
   TimeStamp EndStamp = 0;        ///< for the file header
-  TimeStamp ChartEndTime = 0;    ///< when this log is full by time
-  TimeStamp NextRestart = 0;     ///< next planned restart
   bool ChartIsLMST = false;      ///< the x axis is sidereal
   bool ChartIsUT = false;        ///< the x axis is UT
-  bool TimeRefZero = false;      ///< the run's copy: stamps count from the midnight of its start
   bool TimeRefZeroFile = false;  ///< the chart on display has such stamps
   std::string LastMessage;       ///< what the data source said last, its beginning
   int ShownChannel = 0;          ///< channel of the value display, 1 to 8, 0 for none
+
+  // Readings of the phase.
+  bool Starting() const { return phase == RunPhase::Starting; }
+  bool Stopping() const { return phase == RunPhase::Stopping; }
+  bool MaxingOut() const { return phase == RunPhase::TurningOver; }
+  bool ChartRunning() const { return phase == RunPhase::Armed || phase == RunPhase::Running || MaxingOut(); }
+  ChartState chartState() const;
 };
+
+inline ChartState RunState::chartState() const {
+  if (phase == RunPhase::Armed) return ChartState::Armed;
+  return ChartRunning() ? ChartState::Running : ChartState::Idle;
+}
 
 }  // namespace tarvolt

@@ -16,14 +16,14 @@ Session::Session(const Host& hostRecord, std::filesystem::path homeFolder)
 }
 
 void Session::Tell(const std::string& title, const std::string& text) {
-  if (settings.ShowMsgBox) host.dialogs.ShowMessage(title, text);
+  if (settings.program.ShowMsgBox) host.dialogs.ShowMessage(title, text);
 }
 
 std::filesystem::path Session::DataFolder() const {
-  if (settings.DataDirectory.empty()) return home / "Data";
-  const std::size_t last = settings.DataDirectory.find_last_not_of("\\/");
-  if (last == std::string::npos) return settings.DataDirectory;  // the root itself
-  return settings.DataDirectory.substr(0, last + 1);
+  if (settings.files.DataDirectory.empty()) return home / "Data";
+  const std::size_t last = settings.files.DataDirectory.find_last_not_of("\\/");
+  if (last == std::string::npos) return settings.files.DataDirectory;  // the root itself
+  return settings.files.DataDirectory.substr(0, last + 1);
 }
 
 void Session::Override(std::string_view key, std::string_view value) {

@@ -34,6 +34,12 @@ struct Session {
   /// Shows a message where a person may be looking: only with ShowMsgBox. Never waits.
   void Tell(const std::string& title, const std::string& text);
 
+  /// Both with one text.
+  void LogAndTell(const std::string& title, const std::string& text) {
+    Add2SLog(text);
+    Tell(title, text);
+  }
+
   /// Sets an override for the rest of this run, replacing one of the same key.
   void Override(std::string_view key, std::string_view value);
   bool IsOverridden(std::string_view key) const;

@@ -3,15 +3,14 @@
 #include <array>
 #include <string>
 
-namespace tarvolt {
+#include "model/status_line.h"
 
-/// Firings of TimerKeepAlive after which the status line is free again.
-inline constexpr int kStatusFree = 120;
+namespace tarvolt {
 
 /// What a person would see of a window, as data. Rules write it; forms and tests read it.
 struct WindowState {
   std::string Title;
-  std::string StatusText;                            ///< the status line
+  StatusLine Status;
   std::string LeftStatus;                            ///< rate and samples
   std::string RightStatus;                           ///< log time
   std::string ValueLabel;                            ///< LBLCHVAL; empty when hidden
@@ -42,9 +41,6 @@ struct WindowState {
   bool OffsetFrameShown = false;
   int OffsetChannel = 0;   ///< counted from 0
   std::string OffsetText;  ///< TxtOffset
-
-  /// Firings of TimerKeepAlive since the status line holds a message; at kStatusFree it is released.
-  int StatusHold = kStatusFree;
 };
 
 }  // namespace tarvolt

@@ -6,7 +6,7 @@
 #include "platform/file_system.h"
 #include "platform/mixer.h"
 #include "platform/processes.h"
-#include "platform/socket_control.h"
+#include "platform/sockets.h"
 #include "platform/wave_in_device.h"
 
 namespace tarvolt {

@@ -2,14 +2,20 @@
 
 #include <cstdint>
 #include <functional>
-#include <memory>
 #include <string>
 #include <string_view>
 
 namespace tarvolt {
 
-/// One TCP connection as a client. Every outcome comes as an event from the loop, never from inside the call
-/// that asked for it; after Disconnect no event of the old connection arrives any more.
+/// One end of a connection. No address and port 0 without a connection.
+struct SocketEnd {
+  std::string address;  ///< in figures; that of an IPv4 end in the dotted form, however it was reached
+  std::uint16_t port = 0;
+};
+
+/// One TCP connection, made by Connect or handed over by a SocketListener. Every outcome comes as an event from the
+/// loop, never from inside the call that asked for it; after Disconnect no event of the old connection arrives any
+/// more.
 class SocketControl {
  public:
   virtual ~SocketControl() = default;
@@ -21,33 +27,30 @@ class SocketControl {
   virtual void Connect(const std::string& remoteAddress, std::uint16_t remotePort) = 0;
 
   virtual bool IsConnected() const = 0;
+  virtual SocketEnd LocalEnd() const = 0;
+  virtual SocketEnd RemoteEnd() const = 0;
 
-  /// Queues bytes. A failure comes through onError; without a connection the bytes are dropped.
+  /// Queues bytes. A failure comes through onError; without a connection the bytes are dropped. With more than
+  /// kWriteLimit waiting for a peer that does not read the connection is given up.
   virtual void Write(std::string_view bytes) = 0;
 
-  /// All bytes that have arrived, at most kReadLimit of them; the rest comes with a further onDataArrival.
+  /// All bytes that have arrived, at most kReadLimit of them; the rest comes with a further onDataArrival. Within
+  /// onClose it also gives what had arrived and was not read before.
   virtual std::string ReadAvailable() = 0;
 
   /// Sends what is queued as far as that needs no waiting and closes. No onClose follows.
   virtual void Disconnect() = 0;
 
   /// What the socket holds for a reader at most; beyond that the peer is made to wait.
-  static constexpr std::size_t kReadLimit = 1 << 20;
+  static constexpr std::size_t kReadLimit = std::size_t{1} << 20;
+
+  /// Bytes that may wait here for a peer that does not read.
+  static constexpr std::size_t kWriteLimit = std::size_t{16} << 20;
 
   std::function<void()> onConnected;
   std::function<void()> onDataArrival;
   std::function<void()> onClose;                    ///< the peer, or a failure, has ended the connection
   std::function<void(const std::string&)> onError;  ///< the failure in words
-};
-
-/// Makes sockets.
-class Sockets {
- public:
-  virtual ~Sockets() = default;
-  virtual std::unique_ptr<SocketControl> MakeSocket() = 0;
-
-  /// The address under which the local network knows this machine; that of the loop back to itself without a network.
-  virtual std::string LocalAddress() const = 0;
 };
 
 }  // namespace tarvolt

@@ -110,7 +110,7 @@ int SrcToADCCH(DataSourceId source) {
 SourcesInUse FindSourcesInUse(const Settings& settings) {
   SourcesInUse result;
   for (int row = 0; row < ActiveChannels(settings); ++row) {
-    const DataSourceId source = settings.Dsrc[row];
+    const DataSourceId source = settings.channels.Dsrc[row];
     result.SoundLeftInUse |= source == kSoundLeft;
     result.SoundRightInUse |= source == kSoundRight;
     result.MAX187InUse |= source == kMax187;
@@ -124,7 +124,7 @@ SourcesInUse FindSourcesInUse(const Settings& settings) {
 std::string RefuseAtStart(const Settings& settings, bool soundAvailable) {
   const int rows = ActiveChannels(settings);
   for (int row = 0; row < rows; ++row) {
-    if (ReadsSound(settings.Dsrc[row]) && !soundAvailable) {
+    if (ReadsSound(settings.channels.Dsrc[row]) && !soundAvailable) {
       return "You have a sound card channel selected as a data source but no sound card is available. Change to "
              "another "
              "data source under Options / Data Source.";
@@ -136,11 +136,11 @@ std::string RefuseAtStart(const Settings& settings, bool soundAvailable) {
 
 std::string LJU12Conflict(const Settings& settings, int row) {
   constexpr int kPairsLookedAt = 3;  // the fourth is left out, and that is meant
-  const DataSourceId source = settings.Dsrc[row];
+  const DataSourceId source = settings.channels.Dsrc[row];
   if (!IsOf(source, 60)) return {};
   const int input = source - 60;
   const int pair = input / 2;
-  if (input % 2 == 0 || pair >= kPairsLookedAt || settings.LJU12se[pair] != 1) return {};
+  if (input % 2 == 0 || pair >= kPairsLookedAt || settings.channels.LJU12se[pair] != 1) return {};
   return "You cannot use LabJack U12 channel " + ChannelNumber(input) + " when channel " + ChannelNumber(input - 1) +
          " is set to differential mode.";
 }
@@ -153,7 +153,7 @@ bool HasChannels(int firstIndex) {
 RowRefusal RefuseInOptions(const Settings& settings, bool soundAvailable) {
   int lastMax = 0;
   for (int row = 0; row < ActiveChannels(settings); ++row) {
-    const DataSourceId source = settings.Dsrc[row];
+    const DataSourceId source = settings.channels.Dsrc[row];
     if (IsSound(source) && !soundAvailable) {
       return {row,
               "You have selected a sound channel as a data source and no sound card is available. Please select a "
@@ -172,25 +172,25 @@ RowRefusal RefuseInOptions(const Settings& settings, bool soundAvailable) {
 }
 
 std::string ConvertCountSize(const Settings& settings) {
-  const double count = settings.MaxArrayCount;
-  const double stampBytes = settings.NoTimeStamps ? 0 : 8;
-  const double valueBytes = settings.SaveAsIntegers ? 2 : 8;
+  const double count = settings.timing.MaxArrayCount;
+  const double stampBytes = settings.timing.NoTimeStamps ? 0 : 8;
+  const double valueBytes = settings.files.SaveAsIntegers ? 2 : 8;
   const double size = count * stampBytes + valueBytes * ActiveChannels(settings) * count;
   return "(approx file size in bytes = " + FormatNumber(size, "###,###,###,###") + " )";
 }
 
 std::string ConvertCountRate(const Settings& settings) {
-  if (settings.SampleRate == 0) return {};
-  const double rate = 1000 / settings.SampleRate / std::max<double>(settings.vAvg, 1);
+  if (settings.timing.SampleRate == 0) return {};
+  const double rate = 1000 / settings.timing.SampleRate / std::max<double>(settings.timing.vAvg, 1);
   if (rate >= 1) return FormatNumber(rate, "####.##") + "  Samples per Second.";
   return NumberText(1 / rate) + "  Seconds per Sample.";
 }
 
 std::string DsrcToolTip(const Settings& settings, int row) {
   if (row < 0 || row >= kChannels) return {};
-  const DataSourceId source = settings.Dsrc[row];
+  const DataSourceId source = settings.channels.Dsrc[row];
   if (IsOf(source, 40)) {
-    const std::string& equation = settings.Equ[row];
+    const std::string& equation = settings.channels.Equ[row];
     if (Trim(equation).empty()) return "Equation Not Defined - be sure to define it before charting.";
     return "Equation: " + equation;
   }

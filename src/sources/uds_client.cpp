@@ -77,7 +77,7 @@ struct UdsClient::State {
   }
 
   bool GivenUp() const { return window.run.AbortFlag || window.run.EndRequested; }
-  void Show(std::string_view text) { window.view.StatusText = text; }
+  void Show(std::string_view text) { window.view.Status.Say(std::string(text)); }
   void ShowAndLog(std::string_view text) {
     Show(text);
     session.Add2SLog(text);
@@ -111,14 +111,14 @@ void UdsClient::State::StartSource() {
   constexpr std::string_view kWindowTitle = "User Data Source";
   Processes& processes = session.host.processes;
   window.run.AbortFlag = false;
-  if (!session.settings.StartUDS) return;
+  if (!session.settings.uds.StartUDS) return;
 
-  const std::string name = ProgramName(session.settings.UDSexe);
+  const std::string name = ProgramName(session.settings.uds.UDSexe);
   Show("Looking for UDS: " + name);
   if (processes.IsRunning(kWindowTitle)) return;
   session.Add2SLog("Trying to Start UDS: " + name);
   std::string why;
-  if (!processes.StartMinimised(session.settings.UDSexe, why)) {
+  if (!processes.StartMinimised(session.settings.uds.UDSexe, why)) {
     session.Add2SLog("UDS cannot be started: " + why);
     return;  // there is nothing to wait for; one that was started by hand may still answer
   }
@@ -136,7 +136,8 @@ std::shared_ptr<Link> UdsClient::State::OpenLink() {
   const Settings& settings = session.settings;
   window.run.AbortFlag = false;
   Show("Attempting to Connect to UDS.... Escape Cancels");
-  session.Add2SLog("Connecting to UDS on :" + settings.UDSip + ":" + NumberText(std::int64_t{settings.UDSport}));
+  session.Add2SLog("Connecting to UDS on :" + settings.uds.UDSip + ":" +
+                   NumberText(std::int64_t{settings.uds.UDSport}));
 
   link = std::make_shared<Link>();
   link->socket = session.host.sockets.MakeSocket();
@@ -151,8 +152,8 @@ std::shared_ptr<Link> UdsClient::State::OpenLink() {
   link->socket->onError = [weak](const std::string& words) {
     if (const auto strong = weak.lock()) strong->errorWords = words;
   };
-  link->socket->Bind(settings.TVudsIP, PortOf(ValLong(settings.TVudsPort)));
-  link->socket->Connect(settings.UDSip, PortOf(settings.UDSport));
+  link->socket->Bind(settings.uds.TVudsIP, PortOf(ValLong(settings.uds.TVudsPort)));
+  link->socket->Connect(settings.uds.UDSip, PortOf(settings.uds.UDSport));
   return link;
 }
 
@@ -175,7 +176,7 @@ bool UdsClient::State::OpeningExchange(const std::shared_ptr<Link>& opening) {
   Show("Initializing UDS");
   opening->socket->Write(UdsWord("INIT"));
   Show("Sending Poll/Push option to UDS");
-  opening->socket->Write(UdsWord(session.settings.UDSpush ? "PUSH" : "POLL"));
+  opening->socket->Write(UdsWord(session.settings.uds.UDSpush ? "PUSH" : "POLL"));
   Show("Querying UDS for Channels");
   Show("Waiting for UDS Status");
   opening->socket->Write(UdsWord("STAT"));
@@ -227,7 +228,7 @@ UdsClient::PollResult UdsClient::Poll() {
   link->answerDue = true;
   do {
     state.session.host.loop.Yield();
-    if (!link->open || run.ChartStopped) return PollResult::LinkLost;
+    if (!link->open || !run.ChartRunning()) return PollResult::LinkLost;
   } while (!state.dispatch.UDSDataDone && !state.GivenUp());
   if (!state.dispatch.UDSDataDone) return PollResult::GivenUp;
   link->answerDue = false;
@@ -277,7 +278,7 @@ void UdsClient::State::ActOnPending(const std::shared_ptr<Link>& receiving) {
 
 void UdsClient::State::LinkClosed(const std::shared_ptr<Link>& closed) {
   closed->open = false;
-  if (!window.run.ChartRunning) return;
+  if (!window.run.ChartRunning()) return;
   if (!closed->errorWords.empty()) session.Add2SLog("UDS link: " + closed->errorWords);
   session.Tell("Tarvolt", "Connection Lost with UDS");
   session.Add2SLog("Lost UDS Connection Stopping Chart.");

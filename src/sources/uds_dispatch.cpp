@@ -34,8 +34,8 @@ void UdsDispatch::BeginLink() {
   UDSDataDone = false;
   fatalStreamError = false;
   badTimeLogged_ = false;
-  dsrc_ = session_.settings.Dsrc;
-  pushed_ = session_.settings.UDSpush;
+  dsrc_ = session_.settings.channels.Dsrc;
+  pushed_ = session_.settings.uds.UDSpush;
 }
 
 struct UdsDispatch::Code {
@@ -78,7 +78,7 @@ void UdsDispatch::AddToSums(const UdsDataItem& item) {
 
 void UdsDispatch::EndStatusExchange(std::string_view) {
   UDSStatusReceived = true;
-  window_.view.StatusText = "Connected to UDS";
+  window_.view.Status.Say("Connected to UDS");
 }
 
 void UdsDispatch::RunCommand(std::string_view text) {
@@ -88,8 +88,8 @@ void UdsDispatch::RunCommand(std::string_view text) {
 void UdsDispatch::TakeChannelCount(std::string_view text) {
   const std::int32_t declared = ValLong(text);
   if (declared < 1 || declared > kChannels) return FailStream();
-  const std::int32_t count = WithEquations(declared);
-  if ((window_.run.ChartRunning || window_.chart.Count() > 0) && count != window_.chart.ChannelCount()) {
+  const std::int32_t count = WithOtherRows(declared);
+  if ((window_.run.ChartRunning() || window_.chart.Count() > 0) && count != window_.chart.ChannelCount()) {
     session_.Add2SLog("UDS changed its channels to " + NumberText(std::int64_t{count}) +
                       " during the run. The chart keeps its channels.");
     return;
@@ -97,13 +97,13 @@ void UdsDispatch::TakeChannelCount(std::string_view text) {
   window_.run.ChannelCount = count;
   window_.header.channels = static_cast<std::int16_t>(count);
   window_.chart.SetChannelCount(count);
-  window_.view.StatusText = "Channels: " + NumberText(std::int64_t{count});
+  window_.view.Status.Say("Channels: " + NumberText(std::int64_t{count}));
 }
 
-// The source counts its own values. A table with channels that are made by equations has rows beyond them.
-std::int32_t UdsDispatch::WithEquations(std::int32_t declared) const {
+// The source counts its own values. A table with rows of other sources keeps them all.
+std::int32_t UdsDispatch::WithOtherRows(std::int32_t declared) const {
   const auto end = std::find_if(dsrc_.begin(), dsrc_.end(), [](DataSourceId source) { return source <= 0; });
-  if (std::none_of(dsrc_.begin(), end, IsEquation)) return declared;
+  if (std::all_of(dsrc_.begin(), end, IsUds)) return declared;
   return std::max(declared, static_cast<std::int32_t>(end - dsrc_.begin()));
 }
 
@@ -130,7 +130,7 @@ void UdsDispatch::FinishSet(std::optional<TimeStamp> time) {
     UDSDataDone = true;  // also while a log is turned over: whoever waits for the answer has it
     return;
   }
-  if (window_.run.ChartRunning && !window_.run.MaxingOut) {
+  if (window_.run.ChartRunning() && !window_.run.MaxingOut()) {
     onSet_(time);
   } else {
     window_.run.ChannelSum.fill(0);  // a set that nobody takes must not add to the next one
@@ -142,9 +142,9 @@ void UdsDispatch::SetTimeOrigin(std::string_view text) {
   if (!origin) return;
   window_.run.time.firstStamp = *origin;
   window_.chart.XAxisMin = *origin;
-  window_.chart.XAxisMax = *origin + session_.settings.ChartWidth / kSecondsPerDay;
+  window_.chart.XAxisMax = *origin + window_.run.log.ChartWidth / kSecondsPerDay;
   ++window_.chart.RepaintRequests;
-  window_.run.ChartEndTime = session_.settings.MaxDuration + *origin;
+  window_.run.log.ChartEndTime = window_.run.log.MaxDuration + *origin;
 }
 
 void UdsDispatch::StartLevelMeter(std::string_view) {
@@ -160,7 +160,7 @@ void UdsDispatch::StopLevelMeter(std::string_view) {
 // The data source may do so, but nobody should have to guess why the samples come otherwise.
 void UdsDispatch::TellOfClock(const char* whatWasDone) {
   const RunState& run = window_.run;
-  if (!run.ChartRunning || run.TimerType != kSoundTimer || run.UDSpush) return;
+  if (!run.ChartRunning() || run.plan.TimerType != kSoundTimer || run.plan.uds.UDSpush) return;
   session_.Add2SLog(std::string("The data source has ") + whatWasDone +
                     " the sound input, which is the clock of this run.");
 }

@@ -44,7 +44,7 @@ class UdsDispatch {
   void EndStatusExchange(std::string_view text);
   void RunCommand(std::string_view text);
   void TakeChannelCount(std::string_view text);
-  std::int32_t WithEquations(std::int32_t declared) const;
+  std::int32_t WithOtherRows(std::int32_t declared) const;
   void EndStampedSet(std::string_view text);
   void EndSet(std::string_view text);
   void SetTimeOrigin(std::string_view text);

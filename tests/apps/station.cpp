@@ -7,7 +7,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "files/data_file_reader.h"
+#include "files/format/data_file_reader.h"
 #include "host/posix_file_system.h"
 #include "text/number.h"
 

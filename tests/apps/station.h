@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "apps/program.h"
-#include "files/sample_layout.h"
+#include "files/format/sample_layout.h"
 #include "model/data_file_header.h"
 
 namespace tarvolt {

@@ -24,6 +24,7 @@ TEST(StationUsage, WrongWordsAreNamed) {
       {{"--colour", "red"}, 2, "--colour"},
       {{"--set", "SampelRate=20"}, 2, "\"SampleRate\""},
       {{"--set", "SampleRate"}, 2, "KEY=VALUE"},
+      {{"--set", "vAvg=2", "observe"}, 2, "\"observe\" is neither"},
       {{"--mode", "spectator"}, 2, "spectator"},
       {{"--seconds", "-1"}, 2, "--seconds"},
       {{"observe"}, 2, "observe"},

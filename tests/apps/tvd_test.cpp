@@ -111,7 +111,7 @@ TEST_F(Tvd, ComplainsInOneLine) {
   const Case cases[] = {
       {"info " + (folder_ / "none.tvd").string(), 1, "cannot be opened"},
       {"info " + folder_.string(), 1, "cannot be opened"},
-      {"dump " + Write("short.tvd", RawFile().Text("short")), 1, "shorter than the header"},
+      {"dump " + Write("short.tvd", RawFile().Text("short")), 1, "not a data file"},
       {"info " + Write("bad.tvd", RawFile().Front(1, 2, 10, "")), 1, "1 to 9 channels"},
       {"dump " + Write("empty.tvd", RawFile().Front(1, 2, 1, "")), 1, "holds 0 samples"},
       {"dump --from 3 " + Write("three.tvd", Samples()), 1, "none from 3 on"},
@@ -180,6 +180,11 @@ TEST_F(Tvd, AppliesEquationsIntoANewFile) {
   EXPECT_EQ(Run("apply " + file + " --equation '9=X' -o " + out).status, 2);
   EXPECT_EQ(Run("apply " + file + " --equation '3=X' -o " + out).status, 2) << "there is no third channel";
   EXPECT_EQ(Run("apply " + file + " --equation '3=X' --new-channels 7 -o " + out).status, 2);
+  const std::string refused = "'" + (folder_ / "refused.tvd").string() + "'";
+  const Result faulty = Run("apply " + file + " --equation '1=X;sqrt(X)' -o " + refused);
+  EXPECT_EQ(faulty.status, 1);
+  EXPECT_NE(faulty.output.find("channel 1, statement 2 \"sqrt(X)\": Undefined Function: sqrt()"), std::string::npos);
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "refused.tvd"));
   EXPECT_EQ(Run("apply '" + (folder_ / "none").string() + "' --equation '1=X' -o " + out).status, 1);
   EXPECT_EQ(Run("apply " + file + " --equation '1=X' -o '" + (folder_ / "no" / "out.tvd").string() + "'").status, 1);
 }

@@ -11,11 +11,11 @@ namespace tarvolt {
 namespace {
 
 const std::map<std::string, int> kFloors = {
-    {"platform", 1}, {"text", 1},    {"timebase", 2}, {"config", 2},  {"host", 2},     {"display", 3},
-    {"logs", 3},     {"model", 4},   {"files", 5},    {"sources", 5}, {"net", 6},      {"audio", 6},
-    {"analysis", 6}, {"automation", 7}, {"core", 8},  {"forms", 9},   {"apps", 10}};
+    {"platform", 1}, {"text", 1},       {"timebase", 2}, {"config", 2},  {"host", 2}, {"display", 3},
+    {"logs", 3},     {"model", 4},      {"files", 5},    {"sources", 5}, {"net", 6},  {"audio", 6},
+    {"analysis", 6}, {"automation", 7}, {"core", 8},     {"forms", 9},   {"apps", 10}};
 
-// The folder of a quoted include, such as "core" of "core/recorder.h"; empty for one beside the file.
+// The folder of a quoted include, such as "core" of "core/run/recorder.h"; empty for one beside the file.
 std::string IncludedFloor(const std::string& line) {
   static const std::regex kInclude("^\\s*#include \"([a-z]+)/");
   std::smatch match;
@@ -51,6 +51,25 @@ TEST(Floors, NoIncludeRunsUpOrSideways) {
       }
     }
   }
+}
+
+// The codec of data files works on bytes and values alone, so that any program can use it.
+TEST(Floors, TheFileFormatKnowsNeitherWindowNorSettings) {
+  static const std::regex kInclude("^\\s*#include \"([^\"]+)\"");
+  static const std::regex kPure(
+      "(text|timebase|platform|files/format)/.*|display/sample_columns\\.h|logs/(metadata|notations)\\.h|"
+      "model/data_file_header\\.h");
+  int includes = 0;
+  for (const SourceFile& file : ReadSourceTree()) {
+    if (!file.path.generic_string().starts_with("src/files/format/")) continue;
+    for (const std::string& line : file.lines) {
+      std::smatch match;
+      if (!std::regex_search(line, match, kInclude)) continue;
+      ++includes;
+      EXPECT_TRUE(std::regex_match(match[1].str(), kPure)) << file.path << ": " << line;
+    }
+  }
+  EXPECT_GT(includes, 0) << "the folder was not read";
 }
 
 TEST(Floors, OnlyTheEdgesKnowQt) {

@@ -48,7 +48,8 @@ class ChannelEquationsTest : public testing::Test {
 
   ChartWindow window_;
   ChannelExtremes extremes_;
-  ChannelEquations equations_{1};
+  std::vector<std::string> reports_;
+  ChannelEquations equations_{1, [this](const std::string& words) { reports_.push_back(words); }};
 };
 
 TEST_F(ChannelEquationsTest, StatementsRunOneAfterTheOtherAndTheLastSolvedGivesTheValue) {
@@ -114,7 +115,6 @@ TEST_F(ChannelEquationsTest, NumbersArePutInAsText) {
   EXPECT_EQ(Apply("X", 0.123456789012345678), 0.12345678901235) << "fourteen places";
   EXPECT_EQ(Apply("X", -1e-15), 0);
   EXPECT_EQ(Apply("X+1", 1e300), 1e300);
-  EXPECT_EQ(Apply("4;X+1", std::nan("")), 4) << "NaN is no number in an equation";
   EXPECT_EQ(Apply("z=3;z+X", 5), 8) << "only Z1 to Z8 are channels";
   window_.run.MsgData = {1.5, -2, 1e20};
   EXPECT_EQ(Apply("MsgData1+MsgData2"), -0.5);
@@ -139,6 +139,29 @@ TEST_F(ChannelEquationsTest, SamplesTimesAndExtremesOfAChartAtRest) {
   EXPECT_NEAR(Apply("TSDay*86400"), 4, 1e-5);
 }
 
+TEST_F(ChannelEquationsTest, ExtremesHaveThePictureOfTheValue) {
+  const double lowest = 0.0123456789012345;
+  const double highest = 0.0987654321098765;
+  for (int i = 0; i < 10; ++i) window_.chart.SetValue(2, i, i == 5 ? highest : lowest);
+  const std::string normalised = "(X-DataMin3)/(DataMax3-DataMin3)";
+  EXPECT_NEAR(Apply(normalised, lowest), 0, 1e-12);
+  EXPECT_NEAR(Apply(normalised, highest), 1, 1e-12);
+}
+
+TEST_F(ChannelEquationsTest, WhatIsNoFiniteNumberLeavesTheValue) {
+  constexpr double kInfinity = std::numeric_limits<double>::infinity();
+  EXPECT_TRUE(std::isnan(Apply("4;X+1", std::nan(""))));
+  EXPECT_EQ(Apply("IF{[X]>[1]};THEN{9};ELSE{8}", -kInfinity), -kInfinity);
+  EXPECT_EQ(Apply("Z2*2", std::nan("")), 2 * window_.run.ChannelValue[1]) << "it does not read its X";
+  window_.run.ChannelValue[1] = kInfinity;
+  window_.run.MsgData[0] = kInfinity;
+  window_.chart.SetValue(1, 2, std::nan(""));
+  for (const char* equation : {"Z2", "1;MsgData1", "ZX+Z2", "Z2[-2]", "a=3;Z2"})
+    EXPECT_EQ(Apply(equation, 5), 5) << equation;
+  EXPECT_EQ(Apply("a"), 3) << "what came before it was done";
+  EXPECT_TRUE(reports_.empty());
+}
+
 TEST_F(ChannelEquationsTest, ARunSeesNoLaterSample) {
   window_.run.Dcount = 9;
   window_.run.CurrentStamp = window_.chart.GetTime(9);
@@ -158,8 +181,43 @@ TEST_F(ChannelEquationsTest, WhatIsNotSolvedLeavesTheLastSolution) {
   Apply("1/4");
   EXPECT_EQ(Apply("1/0", 5), 0.25);
   EXPECT_EQ(Apply("a=nix;(2", 5), 0.25);
-  std::string tooLong(kLongestChannelEquation + 1, '1');
-  EXPECT_EQ(Apply(tooLong, 5), 5);
+}
+
+TEST_F(ChannelEquationsTest, AFaultIsReportedOnceALog) {
+  Apply("2;;a = 1/X", 0);
+  EXPECT_EQ(Apply("2;;a = 1/X", 0), 2);
+  Apply("IF{nix};THEN{1}");
+  EXPECT_EQ(reports_,
+            (std::vector<std::string>{"Equation of channel 1, statement 3 \"a = 1/X\": Division by zero",
+                                      "Equation of channel 1, statement 1 \"IF{nix}\": Undefined Variable: nix"}));
+  equations_.LogBegan();
+  Apply("IF{nix};THEN{1}");
+  EXPECT_EQ(reports_.size(), 3u);
+  EXPECT_EQ(Apply(std::string(4001, '1'), 5), 5);
+  EXPECT_EQ(reports_.back(), "Equation of channel 1 is too long: it may have 4000 characters");
+  Apply("ZX;nix", 5);
+  EXPECT_EQ(reports_.back(), "Equation of channel 1, statement 1 \"ZX\": Invalid Equation") << "solved as text";
+}
+
+TEST_F(ChannelEquationsTest, TheCheckFindsWhatNoNumberWouldSolve) {
+  const auto check = [&](const std::string& first, const std::string& second) {
+    EquationSet set;
+    set.EquString = {first, second, "(never applied"};
+    set.ApplyToCH = {1, 1};
+    const Outcome outcome = equations_.Check(set, 3);
+    return outcome ? std::string() : outcome.Words();
+  };
+  Apply("known=1");
+  for (const char* fine :
+       {"2^X", "d=X-p; p=X; d", "IF{[Snum]=[0]};THEN{s=0};s=s+known", "1/(X-1);;", "later", "X^Z1[X]"}) {
+    EXPECT_EQ(check(fine, "later=1"), "") << fine;
+  }
+  EXPECT_EQ(check("X", "a=2; sqrt(a)"), "Equation of channel 2, statement 2 \"sqrt(a)\": Undefined Function: sqrt()");
+  EXPECT_EQ(check("IF{[X]>[1};THEN{(2};3", ""),
+            "Equation of channel 1, statement 2 \"THEN{(2}\": Unbalanced parenthesis");
+  for (const char* faulty : {"s=s+X", "a=b;b=a", "IF{[X]>[nix]};1", "min(X)", "1.5X", "THEN{X+}", "TDAY"}) {
+    EXPECT_NE(check(faulty, "1"), "") << faulty;
+  }
 }
 
 TEST_F(ChannelEquationsTest, NamesThatNothingCanReadAreNotKept) {

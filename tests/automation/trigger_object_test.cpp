@@ -119,9 +119,9 @@ TEST(TriggerObject, TheLongestRestNeverOverflows) {
 
 TEST(TriggerSlots, TheDigitsOfAChannelNameItsTriggers) {
   Settings settings;
-  settings.CHTrigger.fill("0000000000");
-  settings.CHTrigger[1] = "10x000000900";
-  settings.CHTrigger[2] = "01";
+  settings.channels.CHTrigger.fill("0000000000");
+  settings.channels.CHTrigger[1] = "10x000000900";
+  settings.channels.CHTrigger[2] = "01";
   EXPECT_TRUE(Watches(settings, 0, 1));
   EXPECT_FALSE(Watches(settings, 1, 1));
   EXPECT_FALSE(Watches(settings, 2, 1)) << "no digit";
@@ -130,13 +130,13 @@ TEST(TriggerSlots, TheDigitsOfAChannelNameItsTriggers) {
   EXPECT_FALSE(Watches(settings, 9, 2)) << "a text that is too short";
 
   EXPECT_FALSE(IsInUse(settings, 9, 8)) << "its channel is not offered";
-  settings.ChTriggerEnabled[1] = true;
+  settings.channels.ChTriggerEnabled[1] = true;
   EXPECT_TRUE(IsInUse(settings, 9, 8));
   EXPECT_FALSE(IsInUse(settings, 9, 1)) << "its channel is not recorded";
 
   SetWatches(settings, 9, 2, true);
   SetWatches(settings, 1, 2, false);
-  EXPECT_EQ(settings.CHTrigger[2], "0000000001");
+  EXPECT_EQ(settings.channels.CHTrigger[2], "0000000001");
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <random>
 
 #include "config/settings_row.h"
 #include "sim/sim_disk.h"
@@ -19,11 +20,11 @@ class Profile : public testing::Test {
 
   bool Load(std::string_view text) {
     disk.Put(kFile, text);
-    return LoadProfileFile(disk, kFile, overrides, "/home", settings, problem);
+    return static_cast<bool>(LoadProfileFile(disk, kFile, overrides, "/home", settings));
   }
 
   std::vector<std::string> SavedLines(const Settings& saved) {
-    EXPECT_TRUE(SaveProfileFile(disk, kFile, saved, problem)) << problem;
+    EXPECT_TRUE(SaveProfileFile(disk, kFile, saved));
     std::vector<std::string> lines;
     std::string text = disk.Contents(kFile).value_or("");
     for (std::size_t end = text.find("\r\n"); end != std::string::npos; end = text.find("\r\n")) {
@@ -36,7 +37,6 @@ class Profile : public testing::Test {
   SimDisk disk{1};
   SettingOverrides overrides;
   Settings settings;
-  std::string problem;
 };
 
 TEST_F(Profile, OneLookup) {
@@ -58,8 +58,8 @@ TEST_F(Profile, OneLookup) {
 }
 
 TEST_F(Profile, HoldsTheKeysInTheirOrderAndSpelling) {
-  settings.AutoScale = false;
-  settings.PublishInfo = "two\r\nlines";
+  settings.chart.AutoScale = false;
+  settings.station.PublishInfo = "two\r\nlines";
   const std::vector<std::string> lines = SavedLines(settings);
   ASSERT_EQ(lines.front(), "TimeRefZero = False;");
   EXPECT_EQ(lines.back(), "SynchOnInterval = 0;");
@@ -95,7 +95,7 @@ TEST_F(Profile, EverySettingComesBackDifferentFromItsDefault) {
     }
   }
   SavedLines(saved);
-  ASSERT_TRUE(LoadProfileFile(disk, kFile, {}, "/home", settings, problem)) << problem;
+  ASSERT_TRUE(LoadProfileFile(disk, kFile, {}, "/home", settings));
   for (const SettingRow& row : ProfileRows()) {
     for (int index = 0; index < row.count; ++index) {
       if (row.key == "Source") continue;
@@ -106,57 +106,65 @@ TEST_F(Profile, EverySettingComesBackDifferentFromItsDefault) {
 
 TEST_F(Profile, SourceIsReadFromTheLineOfMixerSource) {  // Meant: the first line that holds the key wins.
   Settings saved;
-  saved.MixerSource = 2;
+  saved.card.MixerSource = 2;
   SavedLines(saved);
-  ASSERT_TRUE(LoadProfileFile(disk, kFile, {}, "/home", settings, problem));
-  EXPECT_EQ(settings.Source, "2");
+  ASSERT_TRUE(LoadProfileFile(disk, kFile, {}, "/home", settings));
+  EXPECT_EQ(settings.sound.Source, "2");
   ASSERT_TRUE(Load("Source=UDS;"));
-  EXPECT_EQ(settings.Source, "UDS");
+  EXPECT_EQ(settings.sound.Source, "UDS");
   ASSERT_TRUE(Load("ChartAutoScale = False;\nAutoScale = True;"));
-  EXPECT_FALSE(settings.AutoScale);
+  EXPECT_FALSE(settings.chart.AutoScale);
 }
 
 TEST_F(Profile, DescribesTheWholeConfigurationAndNothingElse) {
-  settings.vAvg = 10;
-  settings.Dsrc[3] = 20;
-  settings.DisplayMilliseconds = true;  // not in a profile
-  settings.NotesFileName = "/else.txt";
+  settings.timing.vAvg = 10;
+  settings.channels.Dsrc[3] = 20;
+  settings.chart.DisplayMilliseconds = true;  // not in a profile
+  settings.files.NotesFileName = "/else.txt";
   ASSERT_TRUE(Load("SampleRate = 250 ms;\nDsrc1= 21;\nLogUsingUT = true;\nDefaultTriggerFile=\\t\\1.ini;"));
-  EXPECT_EQ(settings.vAvg, 1);
-  EXPECT_EQ(settings.SampleRate, 250);
-  EXPECT_EQ(settings.Dsrc[0], 1);
-  EXPECT_EQ(settings.Dsrc[1], 21);
-  EXPECT_EQ(settings.Dsrc[3], 0);
-  EXPECT_FALSE(settings.LogUsingUT);
-  EXPECT_TRUE(settings.DisplayMilliseconds);
-  EXPECT_EQ(settings.NotesFileName, "/home/notes.txt");
-  EXPECT_EQ(settings.DefaultTriggerFile, "/home/t/1.ini");
+  EXPECT_EQ(settings.timing.vAvg, 1);
+  EXPECT_EQ(settings.timing.SampleRate, 250);
+  EXPECT_EQ(settings.channels.Dsrc[0], 1);
+  EXPECT_EQ(settings.channels.Dsrc[1], 21);
+  EXPECT_EQ(settings.channels.Dsrc[3], 0);
+  EXPECT_FALSE(settings.place.LogUsingUT);
+  EXPECT_TRUE(settings.chart.DisplayMilliseconds);
+  EXPECT_EQ(settings.files.NotesFileName, "/home/notes.txt");
+  EXPECT_EQ(settings.files.DefaultTriggerFile, "/home/t/1.ini");
 }
 
 TEST_F(Profile, OverridesStayOnTop) {
   overrides = {{"vAvg", "4"}, {"DisplayMilliseconds", "True"}};
   ASSERT_TRUE(Load("vAvg = 9;"));
-  EXPECT_EQ(settings.vAvg, 4);
-  EXPECT_TRUE(settings.DisplayMilliseconds);
+  EXPECT_EQ(settings.timing.vAvg, 4);
+  EXPECT_TRUE(settings.chart.DisplayMilliseconds);
 }
 
-TEST_F(Profile, WhatCannotBeReadChangesNothing) {
-  settings.vAvg = 10;
-  EXPECT_FALSE(LoadProfileFile(disk, "", {}, "/home", settings, problem));
-  EXPECT_FALSE(LoadProfileFile(disk, "/missing.tvp", {}, "/home", settings, problem));
-  EXPECT_FALSE(problem.empty());
+TEST_F(Profile, WhatIsNoProfileChangesNothing) {
+  settings.timing.vAvg = 10;
+  EXPECT_FALSE(LoadProfileFile(disk, "", {}, "/home", settings));
+  const Outcome missing = LoadProfileFile(disk, "/missing.tvp", {}, "/home", settings);
+  ASSERT_FALSE(missing);
+  EXPECT_FALSE(missing.Words().empty());
   EXPECT_FALSE(Load(std::string((std::size_t{16} << 20) + 1, 'x')));
-  std::string flood;
+  std::string flood = "vAvg = 9;\n";
   for (int i = 0; i < 100001; ++i) flood += "=\n";
   EXPECT_FALSE(Load(flood));
-  EXPECT_EQ(settings.vAvg, 10);
+  std::string noise;
+  std::mt19937 engine(5);
+  for (int i = 0; i < 300'000; ++i) noise += static_cast<char>(engine());
+  for (const std::string& text : {std::string(), std::string("a letter\nxTZ=2 in it\n"), noise + "TZ=3"}) {
+    EXPECT_FALSE(Load(text));
+  }
+  EXPECT_EQ(settings.timing.vAvg, 10);
+  EXPECT_TRUE(Load("\r\n  vavg = 9;"));
 }
 
 TEST_F(Profile, AFailedSaveKeepsTheOldFile) {
   disk.Put(kFile, "vAvg = 9;");
   for (std::uint64_t failing = 1; failing <= 4; ++failing) {
     disk.FailOperation(failing, SimDisk::Repeat::Once);
-    EXPECT_FALSE(SaveProfileFile(disk, kFile, settings, problem));
+    EXPECT_FALSE(SaveProfileFile(disk, kFile, settings));
     disk.Heal();
     EXPECT_EQ(disk.Contents(kFile), "vAvg = 9;");
   }

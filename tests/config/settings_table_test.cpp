@@ -31,20 +31,20 @@ class SettingsTable : public testing::Test {
 };
 
 TEST_F(SettingsTable, DefaultsReachPlainIndexedAndSectionedMembers) {
-  EXPECT_EQ(settings.SampleRate, 100);
-  EXPECT_EQ(settings.MaxArrayCount, 1000000);
-  EXPECT_EQ(settings.LPTPortAddress, 0x378);
-  EXPECT_EQ(settings.SCTadjust, 1);
-  EXPECT_TRUE(settings.Continuous);
-  EXPECT_FALSE(settings.NoTimeStamps);
-  EXPECT_EQ(settings.Dsrc, (std::array<std::int16_t, kChannels>{1}));
-  EXPECT_EQ(settings.ChannelLabel[0], "CH 1");
-  EXPECT_EQ(settings.ChannelLabel[7], "CH 8");
-  EXPECT_EQ(settings.PenColor[7], 65280);
-  EXPECT_EQ(settings.CHTrigger[7], "0000000000");
-  EXPECT_EQ(settings.Equ[3], " ");
-  EXPECT_EQ(settings.ApplyToCH[7], 1);
-  EXPECT_FALSE(settings.LAllChat);
+  EXPECT_EQ(settings.timing.SampleRate, 100);
+  EXPECT_EQ(settings.timing.MaxArrayCount, 1000000);
+  EXPECT_EQ(settings.lpt.LPTPortAddress, 0x378);
+  EXPECT_EQ(settings.card.SCTadjust, 1);
+  EXPECT_TRUE(settings.timing.Continuous);
+  EXPECT_FALSE(settings.timing.NoTimeStamps);
+  EXPECT_EQ(settings.channels.Dsrc, (std::array<std::int16_t, kChannels>{1}));
+  EXPECT_EQ(settings.channels.ChannelLabel[0], "CH 1");
+  EXPECT_EQ(settings.channels.ChannelLabel[7], "CH 8");
+  EXPECT_EQ(settings.channels.PenColor[7], 65280);
+  EXPECT_EQ(settings.channels.CHTrigger[7], "0000000000");
+  EXPECT_EQ(settings.channels.Equ[3], " ");
+  EXPECT_EQ(settings.channels.ApplyToCH[7], 1);
+  EXPECT_FALSE(settings.observerLog.LAllChat);
 }
 
 TEST_F(SettingsTable, NoTwoRowsShareAKeyOrAMember) {
@@ -88,26 +88,26 @@ TEST_F(SettingsTable, ValuesAreReadLeniently) {
             {"Dsrc1", "99999"},
             {"ATInterval", "15"},
             {"lptPORTaddress", "&H278"}});
-  EXPECT_FALSE(settings.LogLMST);
-  EXPECT_FALSE(settings.Continuous);
-  EXPECT_TRUE(settings.ChTriggerEnabled[0]);
-  EXPECT_TRUE(settings.ChTriggerEnabled[1]);
-  EXPECT_FALSE(settings.ChTriggerEnabled[2]);
-  EXPECT_EQ(settings.MaxArrayCount, 32);
-  EXPECT_EQ(settings.vAvg, 12);
-  EXPECT_EQ(settings.ClientAvg, 0);
-  EXPECT_EQ(settings.SampleRate, 12.5);
-  EXPECT_EQ(settings.Dsrc[1], 32767);
-  EXPECT_EQ(settings.ATinterval, 15);
-  EXPECT_EQ(settings.LPTPortAddress, 0x278);
+  EXPECT_FALSE(settings.place.LogLMST);
+  EXPECT_FALSE(settings.timing.Continuous);
+  EXPECT_TRUE(settings.channels.ChTriggerEnabled[0]);
+  EXPECT_TRUE(settings.channels.ChTriggerEnabled[1]);
+  EXPECT_FALSE(settings.channels.ChTriggerEnabled[2]);
+  EXPECT_EQ(settings.timing.MaxArrayCount, 32);
+  EXPECT_EQ(settings.timing.vAvg, 12);
+  EXPECT_EQ(settings.timing.ClientAvg, 0);
+  EXPECT_EQ(settings.timing.SampleRate, 12.5);
+  EXPECT_EQ(settings.channels.Dsrc[1], 32767);
+  EXPECT_EQ(settings.place.ATinterval, 15);
+  EXPECT_EQ(settings.lpt.LPTPortAddress, 0x278);
 }
 
 TEST_F(SettingsTable, SavedSettingsLoadAgain) {
-  settings.MaxDuration = 1.0 / 1440;
-  settings.DefaultChannelOffset[8] = -0.1;
-  settings.PenColor[2] = 7;
-  settings.PublishInfo = " two\nlines; \\ and = \xFE ";
-  settings.LMsgs = true;
+  settings.timing.MaxDuration = 1.0 / 1440;
+  settings.channels.DefaultChannelOffset[8] = -0.1;
+  settings.channels.PenColor[2] = 7;
+  settings.station.PublishInfo = " two\nlines; \\ and = \xFE ";
+  settings.observerLog.LMsgs = true;
   SaveRegistrySettings(store, {}, "/home", settings);
   EXPECT_EQ(store.GetSetting(Section::Colors, "Channel2PenColor"), "7");
   EXPECT_EQ(store.GetSetting(Section::LogEntries, "LMsgs"), "True");
@@ -116,21 +116,21 @@ TEST_F(SettingsTable, SavedSettingsLoadAgain) {
   reopened.Load();
   Settings loaded;
   LoadRegistrySettings(reopened, {}, "/home", loaded);
-  EXPECT_EQ(loaded.MaxDuration, 1.0 / 1440);
-  EXPECT_EQ(loaded.DefaultChannelOffset[8], -0.1);
-  EXPECT_EQ(loaded.PenColor[2], 7);
-  EXPECT_EQ(loaded.PublishInfo, settings.PublishInfo);
-  EXPECT_TRUE(loaded.LMsgs);
+  EXPECT_EQ(loaded.timing.MaxDuration, 1.0 / 1440);
+  EXPECT_EQ(loaded.channels.DefaultChannelOffset[8], -0.1);
+  EXPECT_EQ(loaded.channels.PenColor[2], 7);
+  EXPECT_EQ(loaded.station.PublishInfo, settings.station.PublishInfo);
+  EXPECT_TRUE(loaded.observerLog.LMsgs);
 }
 
 TEST_F(SettingsTable, OverridesHoldForThisRunAndAreNotStored) {
   overrides = {{"samplerate", "50"}, {"Dsrc1", "20"}, {"NotesFileName", "\\mine.txt"}};
   LoadWith({{"SampleRate", "200"}});
-  EXPECT_EQ(settings.SampleRate, 50);
-  EXPECT_EQ(settings.Dsrc[1], 20);
-  EXPECT_EQ(settings.NotesFileName, "/home/mine.txt");
+  EXPECT_EQ(settings.timing.SampleRate, 50);
+  EXPECT_EQ(settings.channels.Dsrc[1], 20);
+  EXPECT_EQ(settings.files.NotesFileName, "/home/mine.txt");
 
-  settings.vAvg = 3;
+  settings.timing.vAvg = 3;
   SaveRegistrySettings(store, overrides, "/home", settings);
   EXPECT_EQ(store.GetSetting(Section::Settings, "SampleRate"), "200");
   EXPECT_EQ(store.GetSetting(Section::Settings, "Dsrc1"), "0");
@@ -139,26 +139,26 @@ TEST_F(SettingsTable, OverridesHoldForThisRunAndAreNotStored) {
 
 TEST_F(SettingsTable, PathsUnderTheHomeMoveWithIt) {
   LoadWith({});
-  EXPECT_EQ(settings.NotesFileName, "/home/notes.txt");
-  settings.NotesFileName = "/home/logs/today.txt";
-  settings.DefaultTriggerFile = "/elsewhere/Triggers.ini";
+  EXPECT_EQ(settings.files.NotesFileName, "/home/notes.txt");
+  settings.files.NotesFileName = "/home/logs/today.txt";
+  settings.files.DefaultTriggerFile = "/elsewhere/Triggers.ini";
   SaveRegistrySettings(store, {}, "/home", settings);
   LoadWith({}, "/moved/");
-  EXPECT_EQ(settings.NotesFileName, "/moved/logs/today.txt");
-  EXPECT_EQ(settings.DefaultTriggerFile, "/elsewhere/Triggers.ini");
+  EXPECT_EQ(settings.files.NotesFileName, "/moved/logs/today.txt");
+  EXPECT_EQ(settings.files.DefaultTriggerFile, "/elsewhere/Triggers.ini");
 
   // What would not read back as the same path is stored as it stands.
   for (const std::string path : {"/home/a\\b.txt", "/home//x", "/homestead/x", "\\\\server\\share\\x"}) {
-    settings.NotesFileName = path;
+    settings.files.NotesFileName = path;
     SaveRegistrySettings(store, {}, "/home", settings);
     LoadWith({});
-    EXPECT_EQ(settings.NotesFileName, path);
+    EXPECT_EQ(settings.files.NotesFileName, path);
   }
 }
 
 TEST_F(SettingsTable, KeysAreFoundWithoutCaseAndUnknownOnesNamed) {
   EXPECT_TRUE(ApplySetting(settings, "CHANNEL3label", "Sun"));
-  EXPECT_EQ(settings.ChannelLabel[3], "Sun");
+  EXPECT_EQ(settings.channels.ChannelLabel[3], "Sun");
   EXPECT_EQ(SettingText(settings, "Channel3Label"), "Sun");
   EXPECT_EQ(SettingText(settings, "ShowMsgBox"), "True");
   EXPECT_FALSE(ApplySetting(settings, "Dsrc8", "1"));

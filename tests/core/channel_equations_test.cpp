@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "files/data_file_reader.h"
+#include "files/format/data_file_reader.h"
 #include "station/station.h"
 
 namespace tarvolt {
@@ -25,7 +25,7 @@ TEST(EquationsOnARun, RewriteEachSampleBeforeItIsStoredAndTheFileTellsOfThem) {
   Station station;
   station.Set("ApplyToIncoming", true).Set("Equ0", "X*2+1").Set("ApplyToCH1", 0).Set("Equ1", "X*100");
   station.Set("UseOffsets", true).Set("Channel0Offset", 1000).StartChart();
-  station.TheSession().settings.Equ[0] = "0";  // a profile that is loaded meanwhile does not change the run
+  station.TheSession().settings.channels.Equ[0] = "0";  // a profile that is loaded meanwhile does not change the run
   station.RunForSets(6);
   const ChartWindow& window = station.Form().Window();
   EXPECT_EQ(Channel(window.chart, 0), (std::vector<double>{1001, 1003, 1005, 1007, 1009, 1011}));
@@ -51,6 +51,15 @@ TEST(EquationsOnARun, MakeChannelsOfTheirOwnBesideThoseOfTheSource) {
   EXPECT_EQ(samples[5].values[2], 1);
 }
 
+TEST(EquationsOnARun, AFaultIsLoggedOnce) {
+  Station station;
+  station.Set("ApplyToIncoming", true).Set("Equ0", "sqrt(X)").StartChart();
+  station.RunForSets(6);
+  const std::string words = "Equation of channel 1, statement 1 \"sqrt(X)\": Undefined Function: sqrt()";
+  ASSERT_TRUE(station.Logged(words)) << station.Log();
+  EXPECT_EQ(station.Log().find(words), station.Log().rfind(words));
+}
+
 TEST(EquationsOnARun, NeedNoSource) {
   Station station;
   station.Set("Dsrc0", 40).Set("Dsrc1", 0).Set("ApplyToIncoming", true).Set("Equ0", "n=n0+1;Snum*10").StartChart();
@@ -61,36 +70,39 @@ TEST(EquationsOnARun, NeedNoSource) {
 }
 
 /// A recorded and loaded chart of two channels, and a person who edits equations.
-class EquationsOnAChart : public testing::Test {
+class EquationsOnAChart : public testing::Test, protected Person {
  protected:
   EquationsOnAChart() {
-    station.StartChart();
+    station.For(*this).StartChart();
     station.RunForSets(1200);
     station.StopChart();
     original = station.FilesSaved().at(0);
-    station.Form().OnEditEquations([this](const EquationsRequest& request, EquationSet& set) {
-      asked.push_back(request);
-      if (whileEditing) whileEditing();
-      set = edited;
-      return accepts;
-    });
     edited.ApplyToCH = {1, 0, 1};
     edited.EquString = {"X*2", "nothing", "Z1+Z2[-1]"};
   }
 
+  bool EditEquations(const EquationsRequest& request, EquationSet& set) override {
+    asked.push_back(request);
+    offered.push_back(set.EquString[0]);
+    if (whileEditing) whileEditing();
+    set = edited;
+    return accepts;
+  }
+
   const ChartWindow& Window() { return station.Form().Window(); }
-  void Apply() { station.Form().mnuApplyFunction(); }
+  void Apply() { station.Form().Equations().mnuApplyFunction(); }
 
   Station station;
   std::string original;
   EquationSet edited;
   bool accepts = true;
   std::vector<EquationsRequest> asked;
+  std::vector<std::string> offered;  ///< the first channel's equation, each time
   std::function<void()> whileEditing;
 };
 
 TEST_F(EquationsOnAChart, AreAppliedToAllSamplesAndSavedAsANewFile) {
-  ASSERT_TRUE(station.Form().LoadDataFile(original));
+  ASSERT_TRUE(station.Form().Loads().LoadDataFile(original));
   station.host.dialogs.EnterNext("1");
   const double before = Window().chart.GetValue(0, 700);
   Apply();
@@ -132,8 +144,6 @@ TEST_F(EquationsOnAChart, TheChartJustRecordedIsSavedAsItIsNowAndNotFromItsBacku
   for (const std::string& file : station.FilesSaved()) firsts.push_back(station.FirstChannelIn(file).at(600));
   std::sort(firsts.begin(), firsts.end());
   EXPECT_EQ(firsts, (std::vector<double>{600, 1200}));
-  EXPECT_TRUE(station.TheSession().settings.Equ[0] == "X*2") << "they are the equations in force now";
-  EXPECT_FALSE(station.TheSession().settings.ApplyToIncoming) << "but not on samples that come in";
 }
 
 TEST_F(EquationsOnAChart, AreRefusedInWordsAndThenNothingHasChanged) {
@@ -154,7 +164,11 @@ TEST_F(EquationsOnAChart, AreRefusedInWordsAndThenNothingHasChanged) {
   edited.EquString[0] = "  ";
   Apply();
   expectUntouched("No Channels were selected for processing");
-  EXPECT_NE(station.TheSession().settings.Equ[2], edited.EquString[2]) << "and none of them waits for a run";
+  EXPECT_NE(station.TheSession().settings.channels.Equ[2], edited.EquString[2]) << "and none of them waits for a run";
+  edited.EquString[0] = "a=2; sqrt(X)";
+  station.host.dialogs.EnterNext("1");
+  Apply();
+  expectUntouched("Equation of channel 1, statement 2 \"sqrt(X)\": Undefined Function: sqrt()");
   edited.EquString[0] = "X*2";
   accepts = false;
   Apply();
@@ -172,11 +186,12 @@ TEST_F(EquationsOnAChart, AreRefusedInWordsAndThenNothingHasChanged) {
 
 TEST_F(EquationsOnAChart, NothingElseTakesTheChartWhileTheyWork) {
   bool tried = false;
-  station.host.loop.Post([&] {
+  station.host.dialogs.EnterNext("1");
+  station.host.loop.Post([&] {  // while the channel is added
     tried = true;
     station.Form().StartChart("");
-    EXPECT_FALSE(station.Form().LoadDataFile(original));
-    EXPECT_FALSE(station.Form().CanApplyFunction());
+    EXPECT_FALSE(station.Form().Loads().LoadDataFile(original));
+    EXPECT_FALSE(station.Form().Equations().CanApplyFunction());
   });
   Apply();
   EXPECT_TRUE(tried);
@@ -184,21 +199,13 @@ TEST_F(EquationsOnAChart, NothingElseTakesTheChartWhileTheyWork) {
   EXPECT_EQ(Window().chart.GetValue(0, 1100), 2200);
 }
 
-TEST_F(EquationsOnAChart, AChartThatIsTakenWhileChannelsAreAddedStaysAsItIs) {
-  station.host.dialogs.EnterNext("1");
-  station.host.loop.Post([&] { station.Form().StartChart(""); });
+TEST_F(EquationsOnAChart, LeaveThoseOfIncomingSamplesInForceAndAreOfferedAgain) {
+  const std::string inForce = station.TheSession().settings.channels.Equ[0] = "X+1";
   Apply();
-  EXPECT_TRUE(station.Running());
-  EXPECT_TRUE(station.host.dialogs.HasShown("The chart is in use now"));
-  EXPECT_EQ(Window().chart.ChannelCount(), 2);
-}
-
-TEST_F(EquationsOnAChart, LeaveThoseThatWorkOnIncomingSamplesInForce) {
-  station.TheSession().settings.ApplyToIncoming = true;
-  station.TheSession().settings.Equ[0] = "X+1";
   Apply();
-  EXPECT_EQ(Window().chart.GetValue(0, 600), 1200);
-  EXPECT_EQ(station.TheSession().settings.Equ[0], "X+1");
+  EXPECT_EQ(Window().chart.GetValue(0, 600), 2400);
+  EXPECT_EQ(station.TheSession().settings.channels.Equ[0], inForce);
+  EXPECT_EQ(offered, (std::vector<std::string>{inForce, "X*2"}));
 }
 
 TEST_F(EquationsOnAChart, TheEndOfTheProgramCutsThemShortAndAsksNothing) {
@@ -214,8 +221,8 @@ TEST_F(EquationsOnAChart, TheEndOfTheProgramCutsThemShortAndAsksNothing) {
 }
 
 TEST_F(EquationsOnAChart, TellWhenTheChangedChartIsNotSaved) {
-  station.TheSession().settings.SaveIF = 1;
-  station.TheSession().settings.SaveIFVal = 1e9;
+  station.TheSession().settings.files.SaveIF = 1;
+  station.TheSession().settings.files.SaveIFVal = 1e9;
   Apply();
   EXPECT_EQ(station.FilesSaved().size(), 1u);
   EXPECT_TRUE(station.host.dialogs.HasShown("the changed chart was not saved."));
@@ -224,9 +231,9 @@ TEST_F(EquationsOnAChart, TellWhenTheChangedChartIsNotSaved) {
 TEST_F(EquationsOnAChart, TheirStatusIsNotTakenOffWithAnOlderMessage) {
   station.Form().ShowStatus("an old message");
   Apply();
-  const std::string shown = station.View().StatusText;
+  const std::string shown = station.View().Status.Text();
   station.RunFor(130s);
-  EXPECT_EQ(station.View().StatusText, shown);
+  EXPECT_EQ(station.View().Status.Text(), shown);
 }
 
 TEST(EquationsOnAShortChart, NeedSixSamplesOfARunAndNoneOfAFile) {
@@ -234,9 +241,9 @@ TEST(EquationsOnAShortChart, NeedSixSamplesOfARunAndNoneOfAFile) {
   station.StartChart();
   station.RunForSets(5);
   station.StopChart();
-  EXPECT_FALSE(station.Form().CanApplyFunction());
-  ASSERT_TRUE(station.Form().LoadDataFile(station.FilesSaved().at(0)));
-  EXPECT_TRUE(station.Form().CanApplyFunction());
+  EXPECT_FALSE(station.Form().Equations().CanApplyFunction());
+  ASSERT_TRUE(station.Form().Loads().LoadDataFile(station.FilesSaved().at(0)));
+  EXPECT_TRUE(station.Form().Equations().CanApplyFunction());
 }
 
 TEST(EquationsOnAMiniChart, AreRefusedWhileTheRestOfItsLogIsNotSaved) {
@@ -246,13 +253,11 @@ TEST(EquationsOnAMiniChart, AreRefusedWhileTheRestOfItsLogIsNotSaved) {
   station.RunForSets(38);
   station.StopChart();
   ASSERT_TRUE(station.FilesSaved().empty());
-  ASSERT_TRUE(station.Form().CanApplyFunction());
-  bool asked = false;
-  station.Form().OnEditEquations([&](const EquationsRequest&, EquationSet&) { return asked = true; });
-  station.Form().mnuApplyFunction();
-  EXPECT_FALSE(asked);
+  ASSERT_TRUE(station.Form().Equations().CanApplyFunction());
+  station.Form().Equations().mnuApplyFunction();
+  EXPECT_EQ(station.host.dialogs.Questions(), 0);
   EXPECT_TRUE(station.host.dialogs.HasShown("The chart shows only the end of its log"));
-  station.TheSession().settings.SaveIF = 0;
+  station.TheSession().settings.files.SaveIF = 0;
   station.Form().mnuSave();
   ASSERT_EQ(station.FilesSaved().size(), 1u);
   EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]), Ramp(38));
@@ -261,8 +266,8 @@ TEST(EquationsOnAMiniChart, AreRefusedWhileTheRestOfItsLogIsNotSaved) {
 TEST_F(EquationsOnAChart, TheEquationsOfRunsToComeSwitchApplyToIncoming) {
   station.TheSession().store.SaveSetting(Section::Settings, "Equ1", "kept");
   station.TheSession().Override("Equ1", "X*9");
-  station.Form().mnuChannelEquations();
-  EXPECT_TRUE(station.TheSession().settings.ApplyToIncoming);
+  station.Form().Equations().mnuChannelEquations();
+  EXPECT_TRUE(station.TheSession().settings.channels.ApplyToIncoming);
   const SettingsStore& store = station.TheSession().store;
   EXPECT_EQ(store.GetSetting(Section::Settings, "ApplyToIncoming"), "True");
   EXPECT_EQ(store.GetSetting(Section::Settings, "Equ2"), "Z1+Z2[-1]");
@@ -273,8 +278,8 @@ TEST_F(EquationsOnAChart, TheEquationsOfRunsToComeSwitchApplyToIncoming) {
   EXPECT_EQ(Window().chart.GetValue(0, 2), 2 * (-Window().chart.GetValue(1, 2)));
   station.StopChart();
   edited.ApplyToCH = {};
-  station.Form().mnuChannelEquations();
-  EXPECT_FALSE(station.TheSession().settings.ApplyToIncoming);
+  station.Form().Equations().mnuChannelEquations();
+  EXPECT_FALSE(station.TheSession().settings.channels.ApplyToIncoming);
 }
 
 }  // namespace

@@ -1,8 +1,8 @@
-#include "core/chart_commands.h"
+#include "core/chart/chart_commands.h"
 
 #include <gtest/gtest.h>
 
-#include "core/chart_view_entry.h"
+#include "core/chart/chart_view_entry.h"
 #include "station/station.h"
 
 namespace tarvolt {
@@ -31,13 +31,13 @@ TEST_F(LookingBack, NeverHoldsTheRecordingUpAndOneClickFollowsAgain) {
   EXPECT_NEAR(Width(), 10, 1e-3);
   Commands().ScrollLeft();
   const double left = Chart().XAxisMin;
-  EXPECT_EQ(station.View().StatusText, "Drag Mode - Plot Button Resumes");
+  EXPECT_EQ(station.View().Status.Text(), "Drag Mode - Plot Button Resumes");
   EXPECT_EQ(Chart().Mode, ChartMode::Browsing);
   EXPECT_EQ(station.View().AutoScrollTip, "Auto-Scroll Disabled - Click to Enable");
   station.RunForSets(1300);
   EXPECT_EQ(Chart().XAxisMin, left) << "the view stays";
   EXPECT_EQ(Chart().Count(), 1300) << "the recording goes on";
-  EXPECT_EQ(station.View().StatusText, "Press Plot Button to Re-enable");
+  EXPECT_EQ(station.View().Status.Text(), "Press Plot Button to Re-enable");
   Commands().IncX();
   Commands().cmdAutoScrollEnable();
   EXPECT_EQ(Chart().XAxisMax, Newest());
@@ -85,12 +85,12 @@ TEST_F(LookingBack, TheCursorReadsTheNearestSampleOfTheNearestChannel) {
   Commands().MoveCursor(time + 0.01 / 86400, -900);
   EXPECT_EQ(Chart().CursorChannel, 1);
   EXPECT_EQ(Chart().CursorY, -950);
-  EXPECT_NE(station.View().StatusText.find("    Y : -950.000    Sample: 950"), std::string::npos)
-      << station.View().StatusText;
+  EXPECT_NE(station.View().Status.Text().find("    Y : -950.000    Sample: 950"), std::string::npos)
+      << station.View().Status.Text();
   Commands().mnuSetTimeMarker();
   Commands().MoveCursor(Chart().GetTime(940), 900);
-  EXPECT_NE(station.View().StatusText.find("    From Time Marker: -00:00:01.000"), std::string::npos)
-      << station.View().StatusText;
+  EXPECT_NE(station.View().Status.Text().find("    From Time Marker: -00:00:01.000"), std::string::npos)
+      << station.View().Status.Text();
   Commands().mnuVisCH(0);
   Commands().MoveCursor(time, 900);
   EXPECT_EQ(Chart().CursorChannel, 1) << "a hidden channel is not read";
@@ -171,19 +171,43 @@ TEST(Offsets, AButtonHeldDownGoesEverFasterAndCountsForLaterSamplesAlone) {
   EXPECT_FALSE(station.View().OffsetFrameShown);
 }
 
+TEST(Offsets, AChangeDuringARunLeavesItsTraceAndNonsenseIsRefused) {
+  Station station;
+  station.Set("Channel1Offset", "1E+300").Set("UseOffsets", true).Set("MetaDataActive", 1).Set("ShowMsgBox", true);
+  station.StartChart();
+  EXPECT_EQ(station.Run().ChannelOffset[1], 0);
+  station.RunForSets(10);
+  ChannelOffsets& offsets = station.Form().Offsets();
+  for (const char* text : {"1E+308", "-2E+15", "nan", "abc", ""}) offsets.TxtOffset(text);
+  EXPECT_EQ(station.Run().ChannelOffset[0], 0);
+  EXPECT_TRUE(station.host.dialogs.HasShown("\"1E+308\" is no number that can be an offset."));
+  offsets.TxtOffset("2.5");
+  offsets.TxtOffset("3");
+  EXPECT_TRUE(station.Logged("Offset of CH 1 changed from 2.5 to 3")) << station.Log();
+  offsets.ButtonDown(1);
+  station.RunFor(1s);
+  station.StopChart();
+  const std::string bytes = *station.host.disk.Contents(station.FilesSaved().at(0));
+  for (const char* row : {"Offset Changed 2010-01-02 12:00:01 CH 1\xC8"
+                          "from 0 to 2.5",
+                          "from 2.5 to 3", "from 3 to 9, moving since 2010-01-02 12:00:01"}) {
+    EXPECT_NE(bytes.find(row), std::string::npos) << row;
+  }
+}
+
 TEST(Average, OfAChannelIsShownWhenItsTimeIsOverAndHeld) {
   Station station;
   station.Set("AvgSamplingPeriod", 2).StartChart();
   station.RunForSets(10);
   station.Form().Average().StartChannelAvg(1);
-  EXPECT_EQ(station.View().StatusText, "Getting Average for CH1");
+  EXPECT_EQ(station.View().Status.Text(), "Getting Average for CH1");
   station.RunFor(4s);
-  EXPECT_TRUE(station.View().StatusText.starts_with("Average for CH1 = ")) << station.View().StatusText;
-  const std::string shown = station.View().StatusText;
+  EXPECT_TRUE(station.View().Status.Text().starts_with("Average for CH1 = ")) << station.View().Status.Text();
+  const std::string shown = station.View().Status.Text();
   station.RunFor(25s);
-  EXPECT_EQ(station.View().StatusText, shown) << "held for thirty firings";
+  EXPECT_EQ(station.View().Status.Text(), shown) << "held for thirty firings";
   station.RunFor(10s);
-  EXPECT_NE(station.View().StatusText, shown);
+  EXPECT_NE(station.View().Status.Text(), shown);
   station.Form().Average().StartChannelAvg(3);
   EXPECT_FALSE(station.Form().Average().Running()) << "there is no channel three";
 }
@@ -218,7 +242,7 @@ TEST(Stopping, ARunIsNotStartedFromInsideTheQuestionOfItsStop) {
   station.StopChart();
   EXPECT_TRUE(asked);
   EXPECT_FALSE(station.Running());
-  EXPECT_EQ(station.TheSession().settings.DefaultChannelOffset[0], 3);
+  EXPECT_EQ(station.TheSession().settings.channels.DefaultChannelOffset[0], 3);
   EXPECT_EQ(station.FilesSaved().size(), 1u);
 }
 

@@ -1,4 +1,4 @@
-#include "core/image_saver.h"
+#include "core/run/image_saver.h"
 
 #include <gtest/gtest.h>
 
@@ -10,16 +10,17 @@ namespace {
 using namespace std::chrono_literals;
 
 // A station whose pictures are noted instead of drawn.
-class Images : public testing::Test {
+class Images : public testing::Test, protected Person {
  protected:
   Station& Booted() {
-    station.Set("SaveFTPImagePeriod", 2).Set("MaxDuration", 10).Boot();
-    station.Form().Images().SetDraw([this](const std::filesystem::path& file, bool fullView, std::string& problem) {
-      if (diskFull) problem = "no room";
-      if (!diskFull) drawn.push_back(file.string() + (fullView ? " full" : " view"));
-      return !diskFull;
-    });
+    station.Set("SaveFTPImagePeriod", 2).Set("MaxDuration", 10).For(*this).Boot();
     return station;
+  }
+  bool HasScreen() const override { return true; }
+  bool DrawChart(const std::filesystem::path& file, bool fullView, std::string& problem) override {
+    if (diskFull) problem = "no room";
+    if (!diskFull) drawn.push_back(file.string() + (fullView ? " full" : " view"));
+    return !diskFull;
   }
 
   Station station;
@@ -74,7 +75,7 @@ TEST_F(Images, AMiniChartIsPicturedBeforeItIsCleared) {
   station.Set("SaveFTPImage", true).Set("SaveFTPFullView", 0).Set("SaveFTPImagePeriod", 100).Set("MiniServer", true);
   station.Set("ChartWidth", 10);
   Booted();
-  station.TheSession().settings.SaveFTPImagePeriod = 100;
+  station.TheSession().settings.images.SaveFTPImagePeriod = 100;
   station.StartChart();
   station.RunFor(35s);
   EXPECT_EQ(drawn.size(), 3u) << "one each chart width";

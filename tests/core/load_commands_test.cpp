@@ -1,8 +1,8 @@
-#include "core/load_commands.h"
+#include "core/chart/load_commands.h"
 
 #include <gtest/gtest.h>
 
-#include "core/review_window.h"
+#include "core/chart/review_window.h"
 #include "files/raw_file.h"
 #include "station/station.h"
 #include "timebase/time_text.h"
@@ -14,6 +14,17 @@ using namespace std::chrono_literals;
 
 constexpr const char* kFile = "/station/Data/old/two.tvd";
 
+// Somebody who looks at the panel, changes it, and presses OK.
+struct PanelPerson : Person {
+  bool ChooseLoadOptions(Session& /*session*/, LoadOptions& options) override {
+    panels.push_back(options);
+    if (change) change(options);
+    return true;
+  }
+  std::function<void(LoadOptions&)> change;
+  std::vector<LoadOptions> panels;
+};
+
 struct Loads : testing::Test {
   Loads() {
     RawFile raw;
@@ -24,27 +35,21 @@ struct Loads : testing::Test {
                          "event\xFE"}));
     for (int i = 0; i < 4; ++i) raw.Add(40000.0 + i).Add(1.0 * i).Add(-1.0 * i);
     station.host.disk.Put(kFile, raw.Bytes());
-    station.Set("Channel0Offset", "0.5").Boot();
+    station.Set("Channel0Offset", "0.5").For(person).Boot();
   }
 
-  /// Somebody who looks at the panel, changes it with `change`, and presses OK.
   void Panel(std::function<void(LoadOptions&)> change) {
-    LoadForms forms;
-    forms.options = [this, change](LoadOptions& options) {
-      panels.push_back(options);
-      if (change) change(options);
-      return true;
-    };
-    station.Form().Loads().SetForms(std::move(forms));
+    person.change = std::move(change);
     station.host.dialogs.ChooseFileNext(file);
   }
   LoadCommands& Commands() { return station.Form().Loads(); }
   const ChartWindow& Window() { return station.Form().Window(); }
   bool Shown(const char* words) { return station.host.dialogs.HasShown(words); }
 
+  PanelPerson person;
+  std::vector<LoadOptions>& panels = person.panels;
   Station station;
   std::string file = kFile;
-  std::vector<LoadOptions> panels;
 };
 
 TEST_F(Loads, EachCommandBringsItsOptionsAndLeavesNoneBehind) {
@@ -87,7 +92,7 @@ TEST_F(Loads, ThePanelBeginsWithWhatWasStoredAndIsLeftOutWhenNotWanted) {
 
 TEST_F(Loads, TheWindowShowsTheWholeChartAndItsNotations) {
   station.Set("AutoScale", true);
-  ASSERT_TRUE(station.Form().LoadDataFile(kFile));
+  ASSERT_TRUE(station.Form().Loads().LoadDataFile(kFile));
   const ChartWindow& window = Window();
   EXPECT_EQ(window.chart.XAxisMin, 40000);
   EXPECT_EQ(window.chart.XAxisMax, 40003);
@@ -103,8 +108,8 @@ TEST_F(Loads, TheWindowShowsTheWholeChartAndItsNotations) {
 }
 
 TEST_F(Loads, ALoadedSiderealChartStaysOneWhateverTheSettings) {
-  ASSERT_TRUE(station.Form().LoadDataFile(kFile));
-  station.Form().UpdateAfterOptionsChange();
+  ASSERT_TRUE(station.Form().Loads().LoadDataFile(kFile));
+  station.Form().Options().UpdateAfterOptionsChange();
   EXPECT_TRUE(Window().run.ChartIsLMST);
   EXPECT_EQ(AxisPicture(false, Window().run.ChartIsLMST), "hh:nn:ss' LMST'");
   station.StartChart();
@@ -118,12 +123,12 @@ TEST_F(Loads, ADropIsRefusedInWordsOutsideStandAloneMode) {
   Commands().DropFile(kFile);
   EXPECT_TRUE(Shown("Must be in Stand Alone Mode or using review window to load file."));
   EXPECT_EQ(Window().chart.Count(), 0);
-  FrmReview review(station.TheSession(), 2);
+  FrmReview review(station.TheSession(), 2, person);
   review.Loads().DropFile(kFile);
   EXPECT_EQ(review.Window().chart.Count(), 4);
   EXPECT_EQ(review.Window().view.Title, "two  File : Review 2");
   EXPECT_FALSE(review.LoadDataFile("/station/none.tvd"));
-  EXPECT_EQ(review.Window().view.Title, "Review 2");
+  EXPECT_EQ(review.Window().view.Title, "two  File : Review 2");
 }
 
 TEST_F(Loads, ARunAndAnOpenPanelHoldLoadsOff) {
@@ -133,14 +138,14 @@ TEST_F(Loads, ARunAndAnOpenPanelHoldLoadsOff) {
   ASSERT_GT(count, 0);
   Commands().DropFile(kFile);
   Commands().mnuRecentLoaded(0);
-  EXPECT_FALSE(station.Form().LoadDataFile(kFile));
+  EXPECT_FALSE(station.Form().Loads().LoadDataFile(kFile));
   EXPECT_EQ(Window().chart.Count(), count);
   station.StopChart();
   bool nested = true;
   Panel([&](LoadOptions&) {
     Commands().DropFile(kFile);
     Commands().MnuLoadDataFile();
-    nested = station.Form().LoadDataFile(kFile);
+    nested = station.Form().Loads().LoadDataFile(kFile);
   });
   Commands().mnuLoadWithOffsets();
   EXPECT_FALSE(nested);
@@ -155,17 +160,17 @@ TEST_F(Loads, AnOptionsChangeInTheMiddleOfALoadLeavesItsChannels) {
   station.host.disk.Put(kFile, raw.Bytes());
   std::function<void()> change = [&] {
     if (!Window().save.Loading) return;
-    station.Form().UpdateAfterOptionsChange();
+    station.Form().Options().UpdateAfterOptionsChange();
     station.host.loop.Post(change);
   };
-  FrmReview review(station.TheSession(), 1);
+  FrmReview review(station.TheSession(), 1, person);
   station.host.loop.Post([&] {
     review.Chart().UpdateAfterOptionsChange();
     station.host.loop.Post([&] { review.Chart().UpdateAfterOptionsChange(); });
   });
   ASSERT_TRUE(review.LoadDataFile(kFile));
   station.host.loop.Post(change);
-  ASSERT_TRUE(station.Form().LoadDataFile(kFile));
+  ASSERT_TRUE(station.Form().Loads().LoadDataFile(kFile));
   for (const ChartWindow* window : {&review.Window(), &Window()}) {
     EXPECT_EQ(window->chart.ChannelCount(), 3);
     EXPECT_EQ(window->chart.GetValue(2, 11999), 3);

@@ -27,7 +27,7 @@ TEST_F(ObserverEntriesTest, ARunWithoutTheSettingsLeavesNoEntry) {
   station.StartChart();
   station.RunForSets(5);
   station.StopChart();
-  station.Form().NoteImageSaved("/station/sun.png");
+  station.Form().Images().NoteSaved("/station/sun.png");
   EXPECT_TRUE(entries.empty()) << entries[0];
 }
 
@@ -54,7 +54,7 @@ TEST_F(ObserverEntriesTest, TheIdentityOfTheStationFollowsTheStart) {
 
 TEST_F(ObserverEntriesTest, SavedPicturesAreEntered) {
   station.Set("LImages", true);
-  station.Form().NoteImageSaved("/station/sun.png");
+  station.Form().Images().NoteSaved("/station/sun.png");
   EXPECT_EQ(entries, std::vector<std::string>{"Image File Saved: /station/sun.png"});
 }
 

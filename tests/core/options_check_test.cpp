@@ -1,4 +1,4 @@
-#include "core/options_check.h"
+#include "core/station/options_check.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@ constexpr SoundFacts kNoSound{};
 // Settings that a station without a sound card has when they are in order.
 Settings Fine() {
   Settings settings;
-  settings.Dsrc = {20, 21};
+  settings.channels.Dsrc = {20, 21};
   return settings;
 }
 
@@ -26,14 +26,14 @@ struct Refused {
 void ExpectRefused(const Refused& row) {
   Settings settings = Fine();
   ASSERT_FALSE(ReadOptionTexts({{row.key, row.value}}, settings)) << row.key;
-  const auto problem = CheckOptions(settings, kNoSound);
-  ASSERT_TRUE(problem) << row.key << " " << row.value;
-  EXPECT_EQ(problem->text, row.words);
-  EXPECT_EQ(problem->key, row.key);
+  const auto problems = CheckOptions(settings, kNoSound);
+  ASSERT_EQ(problems.size(), 1u) << row.key << " " << row.value;
+  EXPECT_EQ(problems[0].text, row.words);
+  EXPECT_EQ(problems[0].key, row.key);
 }
 
 TEST(OptionsCheck, RefusesWhatIsOutsideItsLimitsAndNamesTheField) {
-  ASSERT_FALSE(CheckOptions(Fine(), kNoSound));
+  ASSERT_TRUE(CheckOptions(Fine(), kNoSound).empty());
   for (const Refused& row :
        {Refused{"SampleRate", "9.99", "Sample Rate must be 10 milliseconds or greater."},
         Refused{"MaxArrayCount", "9", "Max Samples must be at least 10"},
@@ -57,21 +57,21 @@ TEST(OptionsCheck, TakesTheLimitsThemselves) {
   const OptionTexts limits = {{"SampleRate", "10"},  {"MaxArrayCount", "10"}, {"MaxDuration", "0.0166666667"},
                               {"SCTadjust", "1,49"}, {"TVudsPort", " "},      {"LocalClientPort", "0"}};
   ASSERT_FALSE(ReadOptionTexts(limits, settings));
-  EXPECT_FALSE(CheckOptions(settings, kNoSound));
-  EXPECT_EQ(settings.SCTadjust, 1.49) << "a comma is a decimal point as well";
+  EXPECT_TRUE(CheckOptions(settings, kNoSound).empty());
+  EXPECT_EQ(settings.card.SCTadjust, 1.49) << "a comma is a decimal point as well";
 }
 
 TEST(OptionsCheck, FieldsThatAnotherSwitchesOnAreCheckedOnlyThen) {
   Settings settings = Fine();
-  settings.RestartTime = "25:00:00";
-  settings.LocalClientPort = 32001;
-  settings.LocalServerPort = 6300;
-  EXPECT_FALSE(CheckOptions(settings, kNoSound));
-  settings.AutoSelectClientPort = false;
-  EXPECT_EQ(CheckOptions(settings, kNoSound)->text,
+  settings.timing.RestartTime = "25:00:00";
+  settings.net.LocalClientPort = 32001;
+  settings.net.LocalServerPort = 6300;
+  EXPECT_TRUE(CheckOptions(settings, kNoSound).empty());
+  settings.net.AutoSelectClientPort = false;
+  EXPECT_EQ(CheckOptions(settings, kNoSound).front().text,
             "Please input a Client Port value between 1 and 32000. \nAvoid numbers near your Server Port: '6300");
-  settings.UseRestartTime = true;
-  EXPECT_EQ(CheckOptions(settings, kNoSound)->key, "RestartTime") << "its page comes first";
+  settings.timing.UseRestartTime = true;
+  EXPECT_EQ(CheckOptions(settings, kNoSound).front().key, "RestartTime") << "its page comes first";
 }
 
 TEST(OptionsCheck, RefusesTextThatIsNoNumber) {
@@ -80,31 +80,33 @@ TEST(OptionsCheck, RefusesTextThatIsNoNumber) {
     const auto problem = ReadOptionTexts({{"LocalName", "Here"}, {"vAvg", text}}, settings);
     ASSERT_TRUE(problem) << text;
     EXPECT_EQ(problem->key, "vAvg");
-    EXPECT_EQ(settings.LocalName, "Here");
-    EXPECT_EQ(settings.vAvg, 1);
+    EXPECT_EQ(settings.station.LocalName, "Here");
+    EXPECT_EQ(settings.timing.vAvg, 1);
   }
   Settings settings = Fine();
   EXPECT_FALSE(ReadOptionTexts({{"vAvg", " 4 reads"}, {"Pbuffer", "&H40"}, {"SaveIFVal", "-.5"}}, settings));
-  EXPECT_EQ(settings.vAvg, 4);
-  EXPECT_EQ(settings.Pbuffer, 64);
-  EXPECT_EQ(settings.SaveIFVal, -0.5);
+  EXPECT_EQ(settings.timing.vAvg, 4);
+  EXPECT_EQ(settings.sound.Pbuffer, 64);
+  EXPECT_EQ(settings.files.SaveIFVal, -0.5);
 }
 
 TEST(OptionsCheck, LiftsWhatIsTooLow) {
   Settings settings = Fine();
-  settings.vAvg = settings.ClientAvg = settings.ClientUpdateRate = 0;
-  settings.ChartUpdateRate = -3;
-  settings.ChartWidth = 0.2;
-  settings.ConnectionTimeOut = 19;
-  settings.AvgSamplingPeriod = 0;
+  settings.timing.vAvg = settings.timing.ClientAvg = settings.timing.ClientUpdateRate = 0;
+  settings.timing.ChartUpdateRate = -3;
+  settings.timing.ChartWidth = 0.2;
+  settings.net.ConnectionTimeOut = 19;
+  settings.timing.AvgSamplingPeriod = 0;
   LiftOptions(settings);
-  EXPECT_EQ(settings.vAvg + settings.ClientAvg + settings.ClientUpdateRate + settings.ChartUpdateRate, 4);
-  EXPECT_EQ(settings.ChartWidth, 1);
-  EXPECT_EQ(settings.ConnectionTimeOut, 20);
-  EXPECT_EQ(settings.AvgSamplingPeriod, 1);
-  settings.ConnectionTimeOut = 21;
+  EXPECT_EQ(settings.timing.vAvg + settings.timing.ClientAvg + settings.timing.ClientUpdateRate +
+                settings.timing.ChartUpdateRate,
+            4);
+  EXPECT_EQ(settings.timing.ChartWidth, 1);
+  EXPECT_EQ(settings.net.ConnectionTimeOut, 20);
+  EXPECT_EQ(settings.timing.AvgSamplingPeriod, 1);
+  settings.net.ConnectionTimeOut = 21;
   LiftOptions(settings);
-  EXPECT_EQ(settings.ConnectionTimeOut, 21);
+  EXPECT_EQ(settings.net.ConnectionTimeOut, 21);
 }
 
 TEST(OptionsCheck, PositionsAreEnteredInTheSenseThatIsChosenWithThem) {
@@ -115,14 +117,14 @@ TEST(OptionsCheck, PositionsAreEnteredInTheSenseThatIsChosenWithThem) {
   EXPECT_EQ(ReadOptionTexts({{"UserLng", "10 E"}}, settings)->text, "There is an error in your Longitude format.");
 
   ASSERT_FALSE(ReadOptionTexts({{"UserLat", "-0:30:00"}, {"UserLng", "10:30"}, {"DisplayWest", "False"}}, settings));
-  EXPECT_EQ(settings.UserLat, -0.5);
-  EXPECT_EQ(settings.UserLng, 349.5) << "east, though the sense stands behind it";
+  EXPECT_EQ(settings.place.UserLat, -0.5);
+  EXPECT_EQ(settings.place.UserLng, 349.5) << "east, though the sense stands behind it";
   EXPECT_EQ(OptionText(settings, "UserLng"), "10:30:00.0");
-  settings.DisplayWest = true;
+  settings.place.DisplayWest = true;
   EXPECT_EQ(OptionText(settings, "UserLng"), "349:30:00.0");
 
   ASSERT_FALSE(ReadOptionTexts({{"UserLat", ""}, {"UserLng", "unknown"}}, settings));
-  EXPECT_EQ(settings.UserLat, -999);
+  EXPECT_EQ(settings.place.UserLat, -999);
   EXPECT_EQ(OptionText(settings, "UserLng"), "unknown");
 }
 
@@ -130,25 +132,25 @@ TEST(OptionsCheck, DurationIsEnteredInHours) {
   Settings settings = Fine();
   EXPECT_EQ(OptionText(settings, "MaxDuration"), "24");
   ASSERT_FALSE(ReadOptionTexts({{"MaxDuration", "1.5"}}, settings));
-  EXPECT_EQ(settings.MaxDuration, 0.0625);
+  EXPECT_EQ(settings.timing.MaxDuration, 0.0625);
 }
 
 TEST(OptionsCheck, WarnsOnceOfFilesWithoutStampsAndOfMonoFormats) {
   const Settings before = Fine();
   Settings draft = before;
-  draft.NoTimeStamps = true;
+  draft.timing.NoTimeStamps = true;
   ASSERT_EQ(OptionWarnings(before, draft, kNoSound).size(), 1u);
   EXPECT_TRUE(OptionWarnings(draft, draft, kNoSound).empty());
 
   draft = before;
-  draft.Dsrc = {1, 2};
+  draft.channels.Dsrc = {1, 2};
   const SoundFacts mono{true, "11025 Hz 16 Bit Mono"};
-  ASSERT_FALSE(CheckOptions(draft, mono)) << "it is a warning only";
+  ASSERT_TRUE(CheckOptions(draft, mono).empty()) << "it is a warning only";
   ASSERT_EQ(OptionWarnings(before, draft, mono).size(), 1u);
   EXPECT_EQ(OptionWarnings(before, draft, mono)[0].text,
             "Warning: You have selected right and left channel audio data sources but have selected a mono Sound "
             "format.");
-  draft.Dsrc = {1, 0, 2};
+  draft.channels.Dsrc = {1, 0, 2};
   EXPECT_TRUE(OptionWarnings(before, draft, mono).empty());
 }
 
@@ -162,11 +164,11 @@ class OptionsCommand : public testing::Test {
 
 TEST_F(OptionsCommand, WhatIsRefusedChangesNothingAndWhatIsAcceptedIsStored) {
   station_.Boot();
-  EXPECT_TRUE(station_.Form().ConfirmOptions({{"LocalName", "Here"}, {"MaxArrayCount", "9"}}, {}));
+  EXPECT_TRUE(station_.Form().Options().Confirm({{"LocalName", "Here"}, {"MaxArrayCount", "9"}}, {}));
   EXPECT_EQ(Stored("LocalName"), "unknown");
-  EXPECT_EQ(station_.TheSession().settings.LocalName, "unknown");
+  EXPECT_EQ(station_.TheSession().settings.station.LocalName, "unknown");
 
-  EXPECT_FALSE(station_.Form().ConfirmOptions({{"LocalName", "Here"}, {"vAvg", "0"}, {"Dsrc1", "0"}}, "clear sky"));
+  EXPECT_FALSE(station_.Form().Options().Confirm({{"LocalName", "Here"}, {"vAvg", "0"}, {"Dsrc1", "0"}}, "clear sky"));
   EXPECT_EQ(Stored("LocalName"), "Here");
   EXPECT_EQ(Stored("vAvg"), "1");
   EXPECT_EQ(station_.View().Title, "Here");
@@ -175,23 +177,23 @@ TEST_F(OptionsCommand, WhatIsRefusedChangesNothingAndWhatIsAcceptedIsStored) {
   station_.ShutDown();
   station_.Boot();
   EXPECT_EQ(station_.TheSession().notes, "clear sky");
-  EXPECT_EQ(station_.TheSession().settings.Dsrc[1], 21);
+  EXPECT_EQ(station_.TheSession().settings.channels.Dsrc[1], 21);
 }
 
 TEST_F(OptionsCommand, AMissingDataFolderIsCreatedWhenThePersonWantsIt) {
   station_.Boot();
   const OptionTexts elsewhere = {{"DataDirectory", "/elsewhere/data"}};
   station_.host.dialogs.AnswerNext(Answer::No);
-  EXPECT_EQ(station_.Form().ConfirmOptions(elsewhere, {})->key, "DataDirectory");
+  EXPECT_EQ(station_.Form().Options().Confirm(elsewhere, {})->key, "DataDirectory");
   EXPECT_FALSE(station_.host.disk.FolderExists("/elsewhere/data"));
   station_.host.dialogs.AnswerNext(Answer::Yes);
-  EXPECT_FALSE(station_.Form().ConfirmOptions(elsewhere, {}));
+  EXPECT_FALSE(station_.Form().Options().Confirm(elsewhere, {}));
   EXPECT_TRUE(station_.host.disk.FolderExists("/elsewhere/data"));
-  EXPECT_TRUE(station_.Form().ConfirmOptions({{"DataDirectory", "data"}}, {})) << "a folder of nowhere";
+  EXPECT_TRUE(station_.Form().Options().Confirm({{"DataDirectory", "data"}}, {})) << "a folder of nowhere";
 
   station_.Set("ShowMsgBox", false);
   const int questions = station_.host.dialogs.Questions();
-  EXPECT_FALSE(station_.Form().ConfirmOptions({{"DataDirectory", "/third"}}, {}));
+  EXPECT_FALSE(station_.Form().Options().Confirm({{"DataDirectory", "/third"}}, {}));
   EXPECT_TRUE(station_.host.disk.FolderExists("/third"));
   EXPECT_EQ(station_.host.dialogs.Questions(), questions) << "nothing waits for a person";
 }
@@ -200,17 +202,17 @@ TEST_F(OptionsCommand, AMissingDataFolderIsCreatedWhenThePersonWantsIt) {
 TEST_F(OptionsCommand, ARunKeepsWhatItWasStartedWith) {
   station_.Set("MiniServer", true).StartChart();
   station_.RunForSets(50);
-  EXPECT_FALSE(station_.Form().ConfirmOptions({{"Dsrc0", "27"},
-                                               {"Dsrc1", "0"},
-                                               {"vAvg", "10"},
-                                               {"SampleRate", "5000"},
-                                               {"UDSpush", "False"},
-                                               {"DiskBackUp", "False"},
-                                               {"LogUsingUT", "False"},
-                                               {"NoTimeStamps", "True"},
-                                               {"ChartWidth", "1"},
-                                               {"YALabel", "Jansky"}},
-                                              {}));
+  EXPECT_FALSE(station_.Form().Options().Confirm({{"Dsrc0", "27"},
+                                                  {"Dsrc1", "0"},
+                                                  {"vAvg", "10"},
+                                                  {"SampleRate", "5000"},
+                                                  {"UDSpush", "False"},
+                                                  {"DiskBackUp", "False"},
+                                                  {"LogUsingUT", "False"},
+                                                  {"NoTimeStamps", "True"},
+                                                  {"ChartWidth", "1"},
+                                                  {"YALabel", "Jansky"}},
+                                                 {}));
   EXPECT_EQ(station_.Form().Window().chart.YAxisLabel, "Jansky") << "what is only looked at changes at once";
   station_.RunForSets(300);
   station_.StopChart();
@@ -227,39 +229,34 @@ TEST_F(OptionsCommand, AChartThatIsNotSavedYetKeepsItsTimeBase) {
   ASSERT_TRUE(station_.FilesSaved().empty());
   const TimeStamp first = station_.Run().time.firstStamp;
   station_.RunFor(std::chrono::hours(1));
-  EXPECT_FALSE(station_.Form().ConfirmOptions({{"LogUsingUT", "False"}, {"LogLMST", "True"}}, {}));
+  EXPECT_FALSE(station_.Form().Options().Confirm({{"LogUsingUT", "False"}, {"LogLMST", "True"}}, {}));
   EXPECT_EQ(station_.Run().time.firstStamp, first);
   EXPECT_TRUE(station_.Run().ChartIsUT);
   EXPECT_FALSE(station_.Run().ChartIsLMST);
 }
 
-TEST_F(OptionsCommand, ARestartPlannedDuringARunTakesItsNewTime) {
-  station_.StartChart();
-  station_.RunForSets(10);
-  EXPECT_FALSE(station_.Form().ConfirmOptions({{"UseRestartTime", "True"}, {"RestartTime", "12:00:30"}}, {}));
-  station_.RunFor(std::chrono::seconds(31));
-  EXPECT_EQ(station_.FilesSaved().size(), 1u);
-  EXPECT_TRUE(station_.Running());
-}
-
 // The settings of a first use come from a person when there is one.
 TEST(FirstUse, IsSettledByThePersonOrEndsTheProgram) {
   SimHost host(1);
-  int asked = 0;
+  struct Newcomer : Person {
+    bool CompleteFirstUse(Session& /*session*/, Settings& settings) override {
+      ++asked;
+      EXPECT_EQ(settings.files.DataDirectory, "/station/Data");
+      EXPECT_EQ(settings.station.QTH, "Hill");
+      settings.station.LocalName = "Asked";
+      return accepts;
+    }
+    int asked = 0;
+    bool accepts = true;
+  } person;
   const auto load = [&](bool accepts, const char* showMsgBox) {
     Session session(host.Record(), "/station");
     session.overrides = {{"ShowMsgBox", showMsgBox}};
-    FormMain form(session);
-    form.OnFirstUse([&](Settings& settings) {
-      ++asked;
-      EXPECT_EQ(settings.DataDirectory, "/station/Data");
-      EXPECT_EQ(settings.QTH, "Hill");
-      settings.LocalName = "Asked";
-      return accepts;
-    });
+    person.accepts = accepts;
+    FormMain form(session, person);
     const bool ready = form.Form_Load("");
     if (ready) form.Form_Unload();
-    return std::pair(ready, session.settings.LocalName);
+    return std::pair(ready, session.settings.station.LocalName);
   };
   std::error_code error;
   host.disk.MakeFolders("/station", error);
@@ -270,11 +267,22 @@ TEST(FirstUse, IsSettledByThePersonOrEndsTheProgram) {
   EXPECT_EQ(load(true, "True"), std::pair(true, std::string("Asked")));
   EXPECT_TRUE(host.disk.FolderExists("/station/Data"));
   EXPECT_EQ(load(false, "True"), std::pair(true, std::string("Asked"))) << "only once";
-  EXPECT_EQ(asked, 2);
+  EXPECT_EQ(person.asked, 2);
 
   host.disk.Remove("/station/settings.ini", error);
   EXPECT_EQ(load(false, "False"), std::pair(true, std::string("unknown"))) << "nothing waits for a person";
-  EXPECT_EQ(asked, 2);
+  EXPECT_EQ(person.asked, 2);
+}
+
+TEST(FirstUse, BeginsWithASourceThatTheMachineHas) {
+  for (const bool hasCard : {false, true}) {
+    SimHost host(1);
+    if (hasCard) host.sound.Plug("USB,0: Receiver", [](std::int64_t) { return std::pair(0, 0); });
+    Session session(host.Record(), "/station");
+    Person nobody;
+    FormMain(session, nobody).Form_Load("");
+    EXPECT_EQ(session.store.GetSetting(Section::Settings, "Dsrc0"), hasCard ? "1" : "20");
+  }
 }
 
 }  // namespace

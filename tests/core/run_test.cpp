@@ -22,9 +22,9 @@ std::vector<Sample> StoredSamples(Station& station) {
 TEST(Run, PushedSetsBecomeSamplesOfTheirChannels) {
   Station station;
   station.StartChart();
-  EXPECT_EQ(station.Run().chartState, ChartState::Armed);
+  EXPECT_EQ(station.Run().chartState(), ChartState::Armed);
   station.RunForSets(50);
-  EXPECT_EQ(station.Run().chartState, ChartState::Running);
+  EXPECT_EQ(station.Run().chartState(), ChartState::Running);
   EXPECT_EQ(station.View().StartCaption, "&Stop Chart");
   EXPECT_FALSE(station.View().ModeMenus);
   const std::vector<Sample> samples = StoredSamples(station);
@@ -198,7 +198,7 @@ TEST(Run, ALinkThatBreaksEndsTheRunWithItsDataSaved) {
 
 TEST(Run, APolledSourceThatFallsSilentHoldsTheReadUntilTheEndIsAskedFor) {
   Station station;
-  station.uds.Misbehaves(UdsFault::Silent, 20);
+  station.uds.FallsSilentAt(20);
   station.Set("UDSpush", false).StartChart();
   station.host.loop.After(1min, [&] { station.Form().RequestEnd(); });
   station.host.loop.RunUntil([&] { return station.Form().EndRequested(); }, 5min);
@@ -218,7 +218,7 @@ TEST(Run, AProfileLoadedMeanwhileLeavesTheRunAsItIs) {
   station.uds.Send("^^1002/PF |station|other.tvp");
   station.RunForSets(60);
   EXPECT_TRUE(station.Logged("Loaded Profile other.tvp"));
-  EXPECT_EQ(station.TheSession().settings.vAvg, 5);
+  EXPECT_EQ(station.TheSession().settings.timing.vAvg, 5);
   station.StopChart();
   EXPECT_EQ(station.FirstChannelInFilesAndStore(), Ramp(60));
 }

@@ -1,8 +1,8 @@
-#include "core/sound_card.h"
+#include "core/sound/sound_card.h"
 
 #include <gtest/gtest.h>
 
-#include "core/mixer_control.h"
+#include "core/sound/mixer_control.h"
 #include "station/station.h"
 
 namespace tarvolt {
@@ -13,17 +13,19 @@ using namespace std::chrono_literals;
 constexpr const char* kCard = "USB,0: Receiver, Line";
 constexpr const char* kOther = "PCH,0: On board";
 
-class SoundCardTest : public ::testing::Test {
+class SoundCardTest : public ::testing::Test, protected Person {
  protected:
   SoundCardTest() {
     for (const char* card : {kCard, kOther}) {
       station.host.sound.Plug(card, [](std::int64_t frame) { return std::pair(frame % 2 == 0 ? 1000 : -1000, 300); });
     }
     station.Set("Dsrc0", 1).Set("Dsrc1", 2).Set("SampleRate", 100).Set("Pbuffer", 800).Set("ShowMsgBox", true);
-    station.Boot();
-    TheSession().settings.SoundCardName = kCard;
+    station.For(*this).Boot();
+    TheSession().settings.sound.SoundCardName = kCard;
     LoadCardSettings(TheSession().store, TheSession().overrides, "/station", Now());
   }
+
+  void ChooseSoundFormat() override { ++choosersOpened; }
 
   Session& TheSession() { return station.TheSession(); }
   Settings& Now() { return TheSession().settings; }
@@ -45,17 +47,18 @@ class SoundCardTest : public ::testing::Test {
     return at == std::string::npos ? "" : bytes.substr(at, bytes.find_first_of("\xC8\xFE\xFF\r", at) - at);
   }
 
+  int choosersOpened = 0;
   Station station;
 };
 
 TEST_F(SoundCardTest, ARunTellsTheVolumeThatTheMixerHas) {
-  Now().MixerLineVol = 44;
+  Now().sound.MixerLineVol = 44;
   EXPECT_TRUE(MixerRow().starts_with("Source:Line Vol:44")) << "no mixer: as stored";
   FitMixer();
   EXPECT_TRUE(MixerRow().starts_with("Source:Line Vol:31"));
   SelectMixerSource(TheSession(), 1);
   EXPECT_TRUE(MixerRow().starts_with("Source:Mic Vol:80"));
-  EXPECT_EQ(Now().MixerLineVol, 44) << "the one set by a person stays";
+  EXPECT_EQ(Now().sound.MixerLineVol, 44) << "the one set by a person stays";
 }
 
 TEST_F(SoundCardTest, TheMixerIsSetAndKeptForItsCardAlone) {
@@ -70,7 +73,7 @@ TEST_F(SoundCardTest, TheMixerIsSetAndKeptForItsCardAlone) {
   EXPECT_EQ(Stored(kOther, "MixerMicVol"), "none");
 
   EXPECT_FALSE(SelectMixerSource(TheSession(), 3)) << "the card has none";
-  EXPECT_EQ(Now().MixerSource, 3) << "the backgrounds are chosen by it all the same";
+  EXPECT_EQ(Now().card.MixerSource, 3) << "the backgrounds are chosen by it all the same";
   EXPECT_TRUE(station.Logged("refuses the input Stereo Mix"));
 
   SetMixerEnabled(TheSession(), false);
@@ -82,41 +85,39 @@ TEST_F(SoundCardTest, TheMixerIsSetAndKeptForItsCardAlone) {
 
 TEST_F(SoundCardTest, AnotherCardBringsItsOwnCalibration) {
   TheSession().store.SaveCardSetting(kOther, "PwrMultiR", "777");
-  Now().PwrMultiL = 123;
-  Now().PwrMultiR = 456;
-  EXPECT_FALSE(station.Form().ConfirmOptions({{"SoundCardName", kOther}, {"PwrMultiL", "99"}}, {}));
-  EXPECT_EQ(Now().SoundCardName, kOther);
-  EXPECT_EQ(Now().PwrMultiL, 99) << "typed for the new card";
-  EXPECT_EQ(Now().PwrMultiR, 777) << "not the old card's";
+  Now().card.PwrMultiL = 123;
+  Now().card.PwrMultiR = 456;
+  EXPECT_FALSE(station.Form().Options().Confirm({{"SoundCardName", kOther}, {"PwrMultiL", "99"}}, {}));
+  EXPECT_EQ(Now().sound.SoundCardName, kOther);
+  EXPECT_EQ(Now().card.PwrMultiL, 99) << "typed for the new card";
+  EXPECT_EQ(Now().card.PwrMultiR, 777) << "not the old card's";
   EXPECT_EQ(Stored(kOther, "PwrMultiR"), "777");
   EXPECT_EQ(Stored("PCH,0: Renamed by its driver", "PwrMultiR"), "777");
   Settings renamed = Now();
-  renamed.SoundCardName = "PCH,0: As it was listed before";
-  EXPECT_EQ(SoundCardsToChoose(TheSession(), renamed), (std::vector<std::string>{renamed.SoundCardName, kCard}));
+  renamed.sound.SoundCardName = "PCH,0: As it was listed before";
+  EXPECT_EQ(SoundCardsToChoose(TheSession(), renamed), (std::vector<std::string>{renamed.sound.SoundCardName, kCard}));
 
   station.StartChart();
   ASSERT_TRUE(station.Running());
-  const auto problem = station.Form().ConfirmOptions({{"SoundCardName", kCard}}, {});
+  const auto problem = station.Form().Options().Confirm({{"SoundCardName", kCard}}, {});
   ASSERT_TRUE(problem);
   EXPECT_EQ(problem->key, "SoundCardName");
-  EXPECT_EQ(Now().SoundCardName, kOther);
+  EXPECT_EQ(Now().sound.SoundCardName, kOther);
 }
 
 TEST_F(SoundCardTest, ARefusedFormatOpensTheChooserOnlyWherePersonsAreTold) {
-  int opened = 0;
-  station.Form().OnChooseSoundFormat([&] { ++opened; });
-  Now().sWavFormat = 20;
+  Now().sound.sWavFormat = 20;
   station.StartChart();
   EXPECT_FALSE(station.Running());
-  EXPECT_EQ(opened, 1);
-  Now().ShowMsgBox = false;
+  EXPECT_EQ(choosersOpened, 1);
+  Now().program.ShowMsgBox = false;
   station.StartChart();
-  EXPECT_EQ(opened, 1);
-  ChooseSoundFormat(TheSession(), 4);
+  EXPECT_EQ(choosersOpened, 1);
+  tarvolt::ChooseSoundFormat(TheSession(), 4);
   EXPECT_EQ(TheSession().store.GetSetting(Section::Settings, "sWavFormat"), "4");
   station.StartChart();
   EXPECT_TRUE(station.Running());
-  EXPECT_EQ(station.Form().SoundRate(), 22050);
+  EXPECT_EQ(station.Form().Sound().Rate(), 22050);
 }
 
 }  // namespace

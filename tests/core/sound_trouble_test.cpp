@@ -48,13 +48,13 @@ TEST_F(SoundTrouble, ACardThatIsAwayAtAStartStaysTheOneChosen) {
   station.host.sound.Unplug("PCH,0: Another card");
   station.Boot();
   Session& session = station.TheSession();
-  EXPECT_EQ(session.settings.SoundCardName, kNoSoundCard);
+  EXPECT_EQ(session.settings.sound.SoundCardName, kNoSoundCard);
   SaveRegistrySettings(session.store, session.overrides, "/station", session.settings);
   station.host.sound.Plug("PCH,0: Another card", Steady);
   station.host.sound.Plug(kCard, Steady);
   station.StartChart();
   EXPECT_TRUE(station.Running());
-  EXPECT_EQ(session.settings.SoundCardName, kCard);
+  EXPECT_EQ(session.settings.sound.SoundCardName, kCard);
 }
 
 TEST_F(SoundTrouble, ACardThatIsPulledOutIsOpenedAgainByItsName) {
@@ -66,12 +66,12 @@ TEST_F(SoundTrouble, ACardThatIsPulledOutIsOpenedAgainByItsName) {
   const std::size_t before = Stored().size();
   EXPECT_TRUE(station.Running());
   EXPECT_TRUE(station.Logged("The sound input USB,0: Receiver, Line was lost: No such device"));
-  EXPECT_EQ(station.View().StatusText, "Sound lost: USB,0: Receiver, Line");
+  EXPECT_EQ(station.View().Status.Text(), "Sound lost: USB,0: Receiver, Line");
   EXPECT_TRUE(station.host.dialogs.HasShown("was lost: No such device"));
   station.host.sound.Plug(kCard, Steady);
   station.RunFor(60s);
   EXPECT_NEAR(static_cast<double>(Stored().size() - before), 590, 21);
-  EXPECT_EQ(station.View().StatusText, "");
+  EXPECT_EQ(station.View().Status.Text(), "");
   EXPECT_TRUE(station.Logged("Sound is back from USB,0: Receiver, Line. The gap is 9")) << station.Log();
   EXPECT_EQ(station.host.sound.OpenNow(), 1);
 }
@@ -314,7 +314,7 @@ TEST_F(SoundTrouble, NoTransformSpansAGap) {
   SimSound& sound = station.host.sound;
   sound.Plug(kCard, [](std::int64_t frame) { return std::pair(static_cast<int>(frame % 32768), 0); });
   station.Set("TimerType", 1).Boot();
-  SpectrumFeed& feed = station.Form().Spectrum();
+  SpectrumFeed& feed = station.Form().Sound().Spectrum();
   feed.SpectrumActive = true;
   feed.SpectrumSize = 3000;  // several buffers
   feed.SpectrumBufL.resize(3000);

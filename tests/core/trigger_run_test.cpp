@@ -1,9 +1,9 @@
-#include "core/trigger_run.h"
+#include "core/run/trigger_run.h"
 
 #include <gtest/gtest.h>
 
 #include "automation/triggers/trigger_file.h"
-#include "files/data_file_reader.h"
+#include "files/format/data_file_reader.h"
 #include "station/station.h"
 #include "text/number.h"
 
@@ -18,22 +18,18 @@ constexpr const char* kCopy = "/station/TempTriggers.ini";
 /// Outputs that note what they are asked.
 class NotedOutputs final : public TriggerOutputs {
  public:
-  std::string Open(TriggerAction device) override {
+  Outcome Open(TriggerAction device) override {
     return Note("open " + NumberText(std::int64_t{static_cast<int>(device)}));
   }
-  std::string SetPin(int address, int pin, bool high) override {
+  Outcome SetPin(int address, int pin, bool high) override {
     return Note("pin " + Text(address) + " " + Text(pin) + (high ? " high" : " low"));
   }
-  std::string SetU3Digital(int channel, double value) override {
-    return Note("U3 D" + Text(channel) + " " + Text(value));
-  }
-  std::string SetU3Analog(int channel, double volts) override {
-    return Note("U3 A" + Text(channel) + " " + Text(volts));
-  }
-  std::string SetU12Digital(int channel, double value) override {
+  Outcome SetU3Digital(int channel, double value) override { return Note("U3 D" + Text(channel) + " " + Text(value)); }
+  Outcome SetU3Analog(int channel, double volts) override { return Note("U3 A" + Text(channel) + " " + Text(volts)); }
+  Outcome SetU12Digital(int channel, double value) override {
     return Note("U12 D" + Text(channel) + " " + Text(value));
   }
-  std::string SetU12Analog(double level0, double level1) override {
+  Outcome SetU12Analog(double level0, double level1) override {
     return Note("U12 A " + Text(level0) + " " + Text(level1));
   }
 
@@ -42,9 +38,10 @@ class NotedOutputs final : public TriggerOutputs {
 
  private:
   static std::string Text(double value) { return NumberText(value); }
-  std::string Note(const std::string& call) {
+  Outcome Note(const std::string& call) {
     calls.push_back(call);
-    return problem;
+    if (problem.empty()) return Done();
+    return Failure{problem};
   }
 };
 
@@ -205,11 +202,11 @@ TEST_F(TriggerRunTest, ANoteInTheStatusBarStaysForItsTime) {
   Trigger(1).ShowInStatusBar = true;
   Trigger(1).Notation = "Burst";
   Record(5);
-  EXPECT_EQ(station.View().StatusText, "Burst");
+  EXPECT_EQ(station.View().Status.Text(), "Burst");
   station.RunFor(108s);
-  EXPECT_EQ(station.View().StatusText, "Burst");
+  EXPECT_EQ(station.View().Status.Text(), "Burst");
   station.RunFor(3s);
-  EXPECT_EQ(station.View().StatusText, "");
+  EXPECT_EQ(station.View().Status.Text(), "");
 }
 
 TEST_F(TriggerRunTest, TheObserverLogIsOpenedForANote) {
@@ -235,12 +232,15 @@ TEST_F(TriggerRunTest, TheObserverLogIsOpenedForANote) {
   EXPECT_FALSE(station.Logged("Burst"));
 }
 
-TEST_F(TriggerRunTest, WithoutAScreenTheSessionLogHasTheObserversNote) {
+TEST_F(TriggerRunTest, WithoutAScreenTheSessionLogHasTheObserversNoteOnce) {
   Trigger(4).Threshold = 3;
-  Trigger(4).ShowInObLog = true;
+  Trigger(4).ShowInObLog = Trigger(4).ShowInSessionLog = true;
   Trigger(4).Notation = "Burst";
   Record(5);
-  EXPECT_TRUE(station.Logged("Trigger 4 for the observer log, which is not open: Burst"));
+  const std::string log = station.Log();
+  const std::size_t note = log.find("Trigger 4 for the observer log, which is not open: Burst");
+  ASSERT_NE(note, std::string::npos) << log;
+  EXPECT_EQ(log.find("Burst"), log.rfind("Burst")) << log;
 }
 
 TEST_F(TriggerRunTest, OutputsAreOpenedOnceAndDrivenAsTold) {
@@ -345,18 +345,17 @@ TEST_F(TriggerRunTest, WhatTheDialogSettlesIsInForceAtOnceAndAfterARestart) {
   Trigger(2).Threshold = 8;
   Trigger(2).Action = "EXECUTE";
   Trigger(2).Parameter = "second";
-  TriggerChannels channels{station.TheSession().settings.CHTrigger, {true, true}};
+  TriggerChannels channels{station.TheSession().settings.channels.CHTrigger, {true, true}};
   channels.CHTrigger[1] = "0000000100";
-  std::string problem;
-  ASSERT_TRUE(Runner().TakeOver(triggers, channels, problem)) << problem;
+  ASSERT_TRUE(Runner().TakeOver(triggers, channels));
   Record(10);
   EXPECT_EQ(Started(), (std::vector<std::string>{"first", "second"})) << "what did not change is not armed anew";
   const std::string file = *station.host.disk.Contents(kFile);
   station.ShutDown();
   station.Boot();
-  EXPECT_EQ(station.TheSession().settings.DefaultTriggerFile, kCopy);
+  EXPECT_EQ(station.TheSession().settings.files.DefaultTriggerFile, kCopy);
   EXPECT_EQ(Runner().oTriggers()[1].Parameter, "second");
-  EXPECT_EQ(station.TheSession().settings.CHTrigger[1], "0000000100");
+  EXPECT_EQ(station.TheSession().settings.channels.CHTrigger[1], "0000000100");
   EXPECT_EQ(*station.host.disk.Contents(kFile), file) << "the file that was loaded stays as it was";
 }
 
@@ -365,28 +364,27 @@ TEST_F(TriggerRunTest, ADiskThatRefusesLeavesTheTriggersInForce) {
   Boot();
   station.host.disk.SetReadOnly("/station", true);
   Trigger(1).Notation = "after";
-  std::string problem;
-  EXPECT_FALSE(Runner().TakeOver(triggers, {}, problem));
-  EXPECT_FALSE(problem.empty());
+  const Outcome taken = Runner().TakeOver(triggers, {});
+  ASSERT_FALSE(taken);
+  EXPECT_FALSE(taken.Words().empty());
   EXPECT_EQ(Runner().oTriggers()[0].Notation, "before");
-  EXPECT_EQ(station.TheSession().settings.CHTrigger[0], "1111111111");
+  EXPECT_EQ(station.TheSession().settings.channels.CHTrigger[0], "1111111111");
 }
 
 TEST_F(TriggerRunTest, TheFileFollowsTheProfile) {
   Trigger(1).Notation = "of the station";
   Boot();
   Trigger(1).Notation = "of the profile";
-  std::string problem;
-  ASSERT_TRUE(Runner().SaveoTriggers(triggers, "/station/sun.ini", problem)) << problem;
+  ASSERT_TRUE(Runner().SaveoTriggers(triggers, "/station/sun.ini"));
   SimDisk& disk = station.host.disk;
   disk.Put("/station/sun.tvp", "DefaultTriggerFile = /station/sun.ini;\r\n");
   disk.Put("/station/bad.tvp", "DefaultTriggerFile = /station/bad.ini;\r\n");
   disk.Put("/station/gone.tvp", "DefaultTriggerFile = /station/gone.ini;\r\n");
   disk.Put("/station/bad.ini", "no trigger\r\n");
-  station.Form().LoadProfile("/station/sun.tvp");
+  station.Form().Profiles().Load("/station/sun.tvp");
   EXPECT_EQ(Runner().oTriggers()[0].Notation, "of the profile");
   for (const char* profile : {"/station/bad.tvp", "/station/gone.tvp"}) {
-    station.Form().LoadProfile(profile);
+    station.Form().Profiles().Load(profile);
     EXPECT_EQ(Runner().oTriggers()[0].Notation, "of the profile") << profile;
   }
   EXPECT_TRUE(station.Logged("Could not load the triggers of /station/bad.ini: it holds no trigger"));

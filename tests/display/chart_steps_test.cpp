@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <limits>
+#include <vector>
 
 namespace tarvolt {
 namespace {
@@ -129,27 +130,59 @@ TEST(ChartSteps, FollowingMovesTheViewOnlyWhenTheNewestLeavesIt) {
   }
 }
 
-TEST(ChartSteps, IndicesOfTheViewAgreeWithAWalkFromTheFirstSample) {
+StripChart ChartOfTimes(const std::vector<double>& times) {
   StripChart chart;
-  for (const double time : {1.0, 2.0, 2.0, 2.0, 5.0, 7.0}) chart.AddTime(time);
-  for (double left = 0; left <= 8; left += 0.5) {
-    for (double right = left; right <= 9; right += 0.5) {
-      SetRange(chart, {left, right, 0, 1});
-      std::int32_t first = chart.Count() - 1;
-      std::int32_t last = -1;
-      for (std::int32_t i = chart.Count() - 1; i >= 0; --i)
-        if (chart.GetTime(i) >= left) first = i;
-      for (std::int32_t i = 0; i < chart.Count(); ++i)
-        if (chart.GetTime(i) <= right) last = i;
-      EXPECT_EQ(FindXaxisMinIndex(chart), first) << left;
-      EXPECT_EQ(FindXaxisMaxIndex(chart), last) << right;
+  for (const double time : times) chart.AddTime(time);
+  return chart;
+}
+
+TEST(ChartSteps, IndicesOfTheViewAgreeWithAWalkFromTheFirstSample) {
+  const double nan = std::nan("");
+  for (const auto& times : std::vector<std::vector<double>>{
+           {1, 2, 2, 2, 5, 7}, {1, 2, 5, 7, 3, 4, 6}, {nan, 5, 4, nan, 2, 3, nan}, {1, nan}, {nan}, {3, 2}}) {
+    StripChart chart = ChartOfTimes(times);
+    for (double left = 0; left <= 8; left += 0.5) {
+      for (double right = left; right <= 9; right += 0.5) {
+        SetRange(chart, {left, right, 0, 1});
+        std::int32_t first = chart.Count() - 1;
+        std::int32_t last = -1;
+        for (std::int32_t i = chart.Count() - 1; i >= 0; --i)
+          if (chart.GetTime(i) >= left) first = i;
+        for (std::int32_t i = 0; i < chart.Count(); ++i)
+          if (chart.GetTime(i) <= right) last = i;
+        EXPECT_EQ(FindXaxisMinIndex(chart), first) << left;
+        EXPECT_EQ(FindXaxisMaxIndex(chart), last) << right;
+      }
     }
   }
-  EXPECT_EQ(NearestIndex(chart, 3.4), 3);
-  EXPECT_EQ(NearestIndex(chart, 3.6), 4);
-  EXPECT_EQ(NearestIndex(chart, -9), 0);
-  EXPECT_EQ(NearestIndex(chart, 99), 5);
+  const StripChart rising = ChartOfTimes({1, 2, 2, 2, 5, 7});
+  EXPECT_EQ(NearestIndex(rising, 3.4), 3);
+  EXPECT_EQ(NearestIndex(rising, 3.6), 4);
+  EXPECT_EQ(NearestIndex(rising, -9), 0);
+  EXPECT_EQ(NearestIndex(rising, 99), 5);
   EXPECT_EQ(NearestIndex(StripChart(), 1), -1);
+}
+
+TEST(ChartSteps, TimesThatStepBackAreSeenWhole) {
+  const double nan = std::nan("");
+  StripChart chart = ChartOfTimes({10, 20, 30, 5, nan, 15, 40, 26});
+  EXPECT_EQ(chart.Samples().FirstStepBack(), 3);
+  FitX(chart);
+  EXPECT_EQ(chart.XAxisMin, 5);
+  EXPECT_EQ(chart.XAxisMax, 40);
+  EXPECT_EQ(NearestIndex(chart, 14), 5);
+  EXPECT_EQ(NearestIndex(chart, -9), 3);
+  EXPECT_EQ(NearestIndex(chart, 27), 7);
+  EXPECT_EQ(NearestIndex(ChartOfTimes({nan, nan}), 1), 0);
+  SetRange(chart, {20, 28, 0, 1});
+  for (int i = 0; i < 9; ++i) ScrollRight(chart);
+  EXPECT_EQ(chart.XAxisMax, 40);
+  for (int i = 0; i < 20; ++i) ScrollLeft(chart);
+  EXPECT_EQ(chart.XAxisMin, 5);
+  EXPECT_TRUE(ChartOfTimes({1, 1, 2}).Samples().TimesRise()) << "equal stamps are no step";
+  chart.ClearData();
+  chart.AddTime(1);
+  EXPECT_TRUE(chart.Samples().TimesRise()) << "of the samples that are there";
 }
 
 }  // namespace

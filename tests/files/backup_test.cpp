@@ -15,9 +15,9 @@ constexpr const char* kNotes = "free notes";
 struct BackedUp : Desk {
   explicit BackedUp(std::uint64_t seed = 1, bool stamps = true, bool integers = false)
       : Desk(2, seed), backup(session, window) {
-    session.settings.DiskBackUp = true;
-    session.settings.NoTimeStamps = !stamps;
-    session.settings.SaveAsIntegers = integers;
+    session.settings.files.DiskBackUp = true;
+    session.settings.timing.NoTimeStamps = !stamps;
+    session.settings.files.SaveAsIntegers = integers;
     window.save.PendingNotes = kNotes;
   }
 
@@ -57,7 +57,7 @@ TEST(LocalBackup, HoldsEverySampleAsSoonAsItIsStored) {
       BackedUp desk(1, stamps, integers);
       desk.window.run.time.utOffset = 0.25;
       desk.host.disk.Put(kBackup, "the backup of an older run, longer than this one will ever be");
-      desk.backup.InitLocalBU();
+      desk.BeginLog(desk.backup);
       EXPECT_EQ(desk.Marker(), "Running");
       for (int i = 0; i < 4; ++i) {
         desk.RecordAndBackUp(1);
@@ -77,19 +77,19 @@ TEST(LocalBackup, HoldsEverySampleAsSoonAsItIsStored) {
 
 TEST(LocalBackup, SwitchedOffItOnlyMarksItselfInactive) {
   BackedUp desk;
-  desk.window.save.BackupActive = true;
-  desk.session.settings.DiskBackUp = false;
-  desk.backup.InitLocalBU();
+  desk.window.save.keeping.BackupActive = true;
+  desk.session.settings.files.DiskBackUp = false;
+  desk.BeginLog(desk.backup);
   desk.RecordAndBackUp(2);
-  EXPECT_FALSE(desk.window.save.BackupActive);
+  EXPECT_FALSE(desk.window.save.keeping.BackupActive);
   EXPECT_FALSE(desk.Exists(kBackup));
   EXPECT_NE(desk.Marker(), "Running");
 }
 
 TEST(LocalBackup, AFullDiskIsToldOnceAndEverySampleIsWrittenAfterIt) {
   BackedUp desk;
-  desk.session.settings.ShowMsgBox = true;
-  desk.backup.InitLocalBU();
+  desk.session.settings.program.ShowMsgBox = true;
+  desk.BeginLog(desk.backup);
   desk.RecordAndBackUp(2);
   desk.host.disk.SetCapacity(desk.host.disk.Used() + 30);  // room for one sample and a quarter
   desk.RecordAndBackUp(5);
@@ -116,7 +116,7 @@ TEST(LocalBackup, AFailureAtAnyOperationLosesNothing) {
       for (const bool stamps : {true, false}) {
         BackedUp desk(step, stamps);
         desk.host.disk.FailOperation(step, repeat);
-        desk.backup.InitLocalBU();
+        desk.BeginLog(desk.backup);
         desk.RecordAndBackUp(6);
         desk.host.disk.Heal();
         desk.RecordAndBackUp(1);
@@ -130,7 +130,7 @@ TEST(LocalBackup, AFailureAtAnyOperationLosesNothing) {
 TEST(LocalBackup, AVanishedOrForeignFileIsMadeAnew) {
   for (const char* damage : {"removed", "folder", "short", "long"}) {
     BackedUp desk;
-    desk.backup.InitLocalBU();
+    desk.BeginLog(desk.backup);
     desk.RecordAndBackUp(3);
     std::error_code error;
     if (damage == std::string("removed")) desk.host.disk.Remove(kBackup, error);
@@ -146,7 +146,7 @@ TEST(LocalBackup, AVanishedOrForeignFileIsMadeAnew) {
 
 TEST(LocalBackup, GoesOnWhenTheStoreIsEmptiedDuringTheLog) {
   BackedUp desk;
-  desk.backup.InitLocalBU();
+  desk.BeginLog(desk.backup);
   desk.RecordAndBackUp(3);
   desk.window.chart.ClearData();
   desk.backup.StoreWasCleared();
@@ -162,9 +162,9 @@ TEST(LocalBackup, GoesOnWhenTheStoreIsEmptiedDuringTheLog) {
 
 TEST(LocalBackup, TheLayoutOfAFileNeverChangesDuringALog) {
   BackedUp desk;
-  desk.backup.InitLocalBU();
+  desk.BeginLog(desk.backup);
   desk.RecordAndBackUp(2);
-  desk.session.settings.NoTimeStamps = desk.session.settings.SaveAsIntegers = true;
+  desk.session.settings.timing.NoTimeStamps = desk.session.settings.files.SaveAsIntegers = true;
   desk.RecordAndBackUp(2);
   EXPECT_EQ(desk.Samples(), Expected(0, 3));
 }
@@ -173,7 +173,7 @@ TEST(LocalBackup, ACrashAtAnyOperationKeepsAllSamplesBeforeIt) {
   for (std::uint64_t step = 1; step < 30; ++step) {
     BackedUp desk(step);
     int stored = 0;
-    desk.backup.InitLocalBU();
+    desk.BeginLog(desk.backup);
     desk.host.disk.CrashAtOperation(step, step);
     desk.host.RunsUntilCrash([&] {
       for (; stored < 10; ++stored) desk.RecordAndBackUp(1);

@@ -2,9 +2,9 @@
 
 #include <limits>
 
-#include "files/header_codec.h"
+#include "files/format/header_codec.h"
+#include "files/format/sample_layout.h"
 #include "files/raw_file.h"
-#include "files/sample_layout.h"
 
 namespace tarvolt {
 namespace {

@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 
+#include "files/backup.h"
 #include "files/naming.h"
 #include "model/chart_window.h"
 #include "model/session.h"
@@ -19,16 +20,29 @@ class Desk {
     std::error_code error;
     host.disk.MakeFolders("/station/Data", error);
     LoadRegistrySettings(session.store, session.overrides, "/station", session.settings);
-    session.settings.DataDirectory = "/station/Data/";
-    session.settings.PromptBeforeSaving = false;
-    session.settings.ShowMsgBox = false;
-    session.settings.OrganizeByMonth = false;
-    session.settings.OrganizeByDay = false;
-    session.settings.LocalName = "Home";
-    session.settings.Author = "A. Observer";
+    session.settings.files.DataDirectory = "/station/Data/";
+    session.settings.files.PromptBeforeSaving = false;
+    session.settings.program.ShowMsgBox = false;
+    session.settings.files.OrganizeByMonth = false;
+    session.settings.files.OrganizeByDay = false;
+    session.settings.station.LocalName = "Home";
+    session.settings.station.Author = "A. Observer";
     window.header.localName = "Home                ";
     window.run.ChannelCount = channels;
     window.chart.SetChannelCount(channels);
+  }
+
+  /// A log with the settings as they are now.
+  void SettleLog() {
+    window.run.plan = PlanOfRun(session.settings);
+    window.run.log = PlanOfLog(session.settings, window.run.plan, false);
+    SettleKeeping(window.run.log, window.chart.ChannelCount(), window.save.keeping);
+  }
+
+  /// The same, with its backup when one is wanted.
+  void BeginLog(LocalBackup& backup) {
+    SettleLog();
+    backup.InitLocalBU();
   }
 
   /// The value that Record gives a channel of the n-th sample of the run.

@@ -52,8 +52,8 @@ TEST(NameDataFile, OrganisesByMonthAndDay) {
     Desk desk;
     desk.Record(3);
     desk.window.header.localName = "Home 2              ";
-    desk.session.settings.OrganizeByMonth = c.month;
-    desk.session.settings.OrganizeByDay = c.day;
+    desk.session.settings.files.OrganizeByMonth = c.month;
+    desk.session.settings.files.OrganizeByDay = c.day;
     const auto name = NameDataFile(desk.session, desk.window, NameKind::Data, true);
     EXPECT_EQ(name, c.name);
     EXPECT_TRUE(desk.host.disk.FolderExists(name.parent_path()));
@@ -76,7 +76,7 @@ TEST(NameDataFile, AZeroBasedRunIsNamedAfterItsTrueStart) {
 
 TEST(NameDataFile, LogsAreNamedAfterTheMoment) {
   Desk desk;
-  desk.session.settings.LogUsingUT = true;
+  desk.session.settings.place.LogUsingUT = true;
   EXPECT_EQ(NameDataFile(desk.session, desk.window, NameKind::Log, true), "/station/Data/UT100102120000SessionLog.txt");
   EXPECT_EQ(NameDataFile(desk.session, desk.window, NameKind::Wav, false, 1), "100103120000.wav");
 }

@@ -1,4 +1,4 @@
-#include "files/notes_block.h"
+#include "files/format/notes_block.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@ namespace tarvolt {
 namespace {
 
 TEST(ParseNotes, TakesEveryKindOfItem) {
-  const ParsedNotes notes = ParseNotes(
+  const NotesBlock notes = ParseNotes(
       Block("my notes", {"Logged Using UT", "Logged In LMST", "No Time Stamps", "Time Ref Zero", "CHL0Total power",
                          "CHL8ninth", "CHO0-12.5", "CHO11E+21", "Integer Save", "XALABELtime", "YALABEL counts ",
                          "MetaData_Antenna\xC8"
@@ -46,7 +46,7 @@ TEST(ParseNotes, WhereTheMarksStandDecidesWhatIsFreeText) {
 }
 
 TEST(ParseNotes, AnEmptyItemEndsTheBlock) {
-  const ParsedNotes notes = ParseNotes(
+  const NotesBlock notes = ParseNotes(
       "*[[*CHL0first\xFF\xFF"
       "CHL1second\xFF*]]*");
   EXPECT_EQ(notes.labels[0], "first");
@@ -55,9 +55,9 @@ TEST(ParseNotes, AnEmptyItemEndsTheBlock) {
 }
 
 TEST(ParseNotes, TestsGoByContainmentInTheirOrder) {
-  const ParsedNotes notes = ParseNotes(Block("", {"MetaData_CHL gain\xC8"
-                                                  "12",
-                                                  "CHL1No Time Stamps"}));
+  const NotesBlock notes = ParseNotes(Block("", {"MetaData_CHL gain\xC8"
+                                                 "12",
+                                                 "CHL1No Time Stamps"}));
   EXPECT_EQ(notes.metadata.Records().size(), 0u) << "the name holds the token of a label";
   EXPECT_EQ(notes.labels[0],
             "Data_CHL gain\xC8"
@@ -67,7 +67,7 @@ TEST(ParseNotes, TestsGoByContainmentInTheirOrder) {
 }
 
 TEST(ParseNotes, LabelsUnderThreeCharactersAreNotReadBack) {
-  const ParsedNotes notes = ParseNotes(Block("", {"CHL0ab", "CHL1abc", "CHL9nine", "CHO0", "CHO05"}));
+  const NotesBlock notes = ParseNotes(Block("", {"CHL0ab", "CHL1abc", "CHL9nine", "CHO0", "CHO05"}));
   EXPECT_EQ(notes.labels[0], "");
   EXPECT_EQ(notes.labels[1], "abc");
   EXPECT_EQ(notes.offsets[0], "5");
@@ -78,7 +78,7 @@ std::string NotationItem(const std::string& channel, const std::string& index, c
 }
 
 TEST(ParseNotes, NotationsWithBadFieldsAreDropped) {
-  const ParsedNotes notes = ParseNotes(Block(
+  const NotesBlock notes = ParseNotes(Block(
       "", {NotationItem("10", "5", "channel"), NotationItem("-1", "5", "channel"), NotationItem("1", "-5", "index"),
            NotationItem("", "555", "none"), NotationItem("1", "5", ""), NotationItem("9", "0", "good"),
            "LBL^|^1\xFE"
@@ -92,50 +92,33 @@ TEST(ParseNotes, NotationsBeyondTheTableOverwriteItsLastSlot) {
   std::vector<std::string> items;
   for (int i = 0; i < 105; ++i) items.push_back(NotationItem("1", "7", "number " + std::string(1, ' ' + i)));
   items.push_back(NotationItem("77", "7", "bad channel"));
-  const ParsedNotes notes = ParseNotes(Block("", items));
+  const NotesBlock notes = ParseNotes(Block("", items));
   EXPECT_EQ(notes.notations.count, 100);
   EXPECT_EQ(notes.notations.slots[99].text, std::string("number ") + static_cast<char>(' ' + 99));
   EXPECT_EQ(notes.notations.slots[100].text, std::string("number ") + static_cast<char>(' ' + 104));
   EXPECT_EQ(notes.notations.slots[100].channel, 0) << "a bad channel is put to 0 in the slot at hand";
 }
 
-ChartWindow WindowWithNotes() {
-  ChartWindow window;
-  window.chart.SetChannelCount(2);
-  window.channelLabels[0] = "Total power";
-  window.channelLabels[1] = "B";
-  window.run.ChannelOffset[1] = -0.25;
-  window.chart.XAxisLabel = "  ";
-  window.chart.YAxisLabel = " volts";
-  window.metadata.Append({"Antenna", "dish", "", ""});
-  window.metadata.Append({"", "after the end", "", ""});
-  window.metadata.Append({"Hidden", "x", "", ""});
-  const char* const texts[] = {"first", "", "DELETED ITEM", "second"};
-  for (int i = 0; i < 4; ++i) window.notations.slots[i] = {0, 10 * i, texts[i], 1};
-  window.notations.count = 4;
-  return window;
-}
-
 TEST(BuildNotes, WritesTheItemsInTheirOrder) {
-  NotesOptions options;
-  options.usingUT = options.lmst = options.noTimeStamps = options.timeRefZero = options.integers = true;
-  EXPECT_EQ(BuildNotes(WindowWithNotes(), "free", options),
+  NotesBlock notes;
+  notes.freeText = "free";
+  notes.usingUT = notes.lmst = notes.noTimeStamps = notes.timeRefZero = notes.integers = true;
+  notes.labels = {"Total power", "B", "of no channel"};
+  notes.offsets = {"0", "-0.25"};
+  notes.xAxisLabel = "  ";
+  notes.yAxisLabel = " volts";
+  notes.metadata.Append({"Antenna", "dish", "", ""});
+  notes.metadata.Append({"", "after the end", "", ""});
+  notes.metadata.Append({"Hidden", "x", "", ""});
+  const char* const texts[] = {"first", "", "DELETED ITEM", "second"};
+  for (int i = 0; i < 4; ++i) notes.notations.slots[i] = {0, 10 * i, texts[i], 1};
+  notes.notations.count = 4;
+  EXPECT_EQ(BuildNotes(notes, 2),
             Block("free", {"Logged Using UT", "Logged In LMST", "No Time Stamps", "Time Ref Zero", "CHL0Total power",
                            "CHL1B", "CHO00", "CHO1-0.25", "Integer Save", "YALABEL volts",
                            "MetaData_Antenna\xC8"
                            "dish",
                            NotationItem("1", "0", "first"), NotationItem("1", "30", "second")}));
-}
-
-TEST(BuildNotes, AViewKeepsItsNotationsAtTheirSamples) {
-  NotesOptions options;
-  options.onlyView = true;
-  options.first = 5;
-  options.last = 30;
-  const ParsedNotes notes = ParseNotes(BuildNotes(WindowWithNotes(), "", options));
-  ASSERT_EQ(notes.notations.count, 1);
-  EXPECT_EQ(notes.notations.slots[0].text, "second");
-  EXPECT_EQ(notes.notations.slots[0].index, 25);
 }
 
 TEST(BuildNotes, OldFramingIsReplacedOnlyWhenItsMarksAreApart) {
@@ -146,11 +129,11 @@ TEST(BuildNotes, OldFramingIsReplacedOnlyWhenItsMarksAreApart) {
 }
 
 TEST(BuildNotes, AFullTableOfNotationsIsWrittenWithItsLastSlot) {
-  ChartWindow window;
-  for (int i = 0; i < Notations::kSlots; ++i) window.notations.slots[i] = {0, i, "x", 0};
-  window.notations.count = 100;
-  const ParsedNotes notes = ParseNotes(BuildNotes(window, "", {}));
-  EXPECT_EQ(notes.notations.slots[100].index, 100);
+  NotesBlock notes;
+  for (int i = 0; i < Notations::kSlots; ++i) notes.notations.slots[i] = {0, i, "x", 0};
+  notes.notations.count = 100;
+  const NotesBlock read = ParseNotes(BuildNotes(notes, 1));
+  EXPECT_EQ(read.notations.slots[100].index, 100);
 }
 
 }  // namespace

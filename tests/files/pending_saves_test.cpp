@@ -19,12 +19,12 @@ struct FullDisk : Desk {
     std::error_code error;
     host.disk.MakeFolders("/disk", error);
     host.disk.SetReadOnly("/disk", true);
-    session.settings.DiskBackUp = true;
+    session.settings.files.DiskBackUp = true;
   }
 
   /// One log: recorded, refused by the disk and set aside.
   bool LogSetAside(int samples, const std::string& name) {
-    backup.InitLocalBU();
+    BeginLog(backup);
     for (int i = 0; i < samples; ++i) {
       Record(1);
       backup.LocalBackUp();
@@ -75,7 +75,7 @@ TEST(PendingSaves, AreLimitedAndThenTakeNothing) {
     ASSERT_TRUE(station.LogSetAside(3, "/disk/" + std::string(1, static_cast<char>('a' + i)) + ".tvd"));
   EXPECT_FALSE(station.LogSetAside(3, "/disk/last.tvd"));
   EXPECT_EQ(station.window.chart.Count(), 3);
-  EXPECT_TRUE(station.window.save.BackupActive);
+  EXPECT_TRUE(station.window.save.keeping.BackupActive);
 }
 
 TEST(PendingSaves, TriesGrowRareWhileTheDiskRefuses) {
@@ -93,8 +93,8 @@ TEST(PendingSaves, TriesGrowRareWhileTheDiskRefuses) {
 
 TEST(PendingSaves, AMiniServersSamplesComeFromItsBackupSetAside) {
   FullDisk station;
-  station.session.settings.MiniServer = true;
-  station.backup.InitLocalBU();
+  station.session.settings.files.MiniServer = true;
+  station.BeginLog(station.backup);
   for (int i = 0; i < 6; ++i) {
     station.Record(1);
     station.backup.LocalBackUp();
@@ -107,7 +107,7 @@ TEST(PendingSaves, AMiniServersSamplesComeFromItsBackupSetAside) {
   EXPECT_EQ(station.window.chart.Count(), 2);
   station.host.disk.Heal();
   ASSERT_TRUE(station.pending.SetAside(station.window, kFirst));
-  station.backup.InitLocalBU();
+  station.BeginLog(station.backup);
   station.host.disk.SetReadOnly("/disk", false);
   station.pending.Retry();
   const std::string bytes = station.Bytes(kFirst);

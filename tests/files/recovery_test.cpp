@@ -7,6 +7,7 @@
 #include "files/backup.h"
 #include "files/desk.h"
 #include "files/saving.h"
+#include "files/unsaved_charts.h"
 
 namespace tarvolt {
 namespace {
@@ -21,7 +22,7 @@ void Mark(Desk& desk, std::string_view key) {
 
 TEST(RecoverBackups, RescuesTheLocalBackupAndEveryClients) {
   Desk desk;
-  desk.session.settings.ShowMsgBox = true;
+  desk.session.settings.program.ShowMsgBox = true;
   Mark(desk, "LocalRun");
   desk.host.disk.Put(kBackup, "local samples");
   for (const char* digit : {"1", "2", "3", "4", "5", "6", "7", "8", "9"}) {
@@ -42,7 +43,7 @@ TEST(RecoverBackups, RescuesTheLocalBackupAndEveryClients) {
 
 TEST(RecoverBackups, WithoutAFileOrAMarkerThereIsNothingToTell) {
   Desk desk;
-  desk.session.settings.ShowMsgBox = true;
+  desk.session.settings.program.ShowMsgBox = true;
   Mark(desk, "LocalRun");
   desk.host.disk.Put("/station/Data/clientdatabackup1.tvd", "of a run that ended well");
   EXPECT_FALSE(RecoverBackups(desk.session));
@@ -66,7 +67,7 @@ TEST(RecoverBackups, NeverOverwritesAnEarlierRescue) {
 
 TEST(RecoverBackups, ABackupThatCannotBeCopiedIsMovedAndElseStays) {
   Desk desk;
-  desk.session.settings.ShowMsgBox = true;
+  desk.session.settings.program.ShowMsgBox = true;
   Mark(desk, "LocalRun");
   desk.host.disk.Put(kBackup, std::string(100, 'x'));
   desk.host.disk.SetReadOnly("/station/Data", true);
@@ -85,16 +86,16 @@ TEST(RecoverBackups, ABackupThatCannotBeCopiedIsMovedAndElseStays) {
 
 // Each LocalBackup is that of another start of the program.
 void BeginRun(Desk& desk) {
-  desk.session.settings.DiskBackUp = true;
+  desk.session.settings.files.DiskBackUp = true;
   LocalBackup backup(desk.session, desk.window);
-  backup.InitLocalBU();
+  desk.BeginLog(backup);
   desk.Record(3);
   backup.LocalBackUp();
 }
 
 void EndRun(Desk& desk) {
   desk.window.chart.ClearData();
-  CheckForSave(desk.session, desk.window, false);
+  UnsavedCharts(desk.session, desk.window).NothingToSave();
   EXPECT_EQ(desk.Marker(), "OK");
 }
 
@@ -105,36 +106,36 @@ TEST(RecoverBackups, WhatCouldNotBeRescuedIsNeverWrittenOver) {
   for (int run = 0; run < 2; ++run) {
     desk.host.disk.FailOperation(1, SimDisk::Repeat::ForEver);
     BeginRun(desk);
-    EXPECT_FALSE(desk.window.save.BackupActive) << "there is no room for two of that name";
+    EXPECT_FALSE(desk.window.save.keeping.BackupActive) << "there is no room for two of that name";
     EXPECT_EQ(desk.Bytes(kBackup), "the samples");
     desk.host.disk.Heal();
     EndRun(desk);
   }
   BeginRun(desk);
-  EXPECT_TRUE(desk.window.save.BackupActive);
+  EXPECT_TRUE(desk.window.save.keeping.BackupActive);
   EXPECT_EQ(desk.Bytes(kCopy), "the samples");
   EXPECT_NE(desk.Bytes(kBackup), "the samples");
 }
 
 TEST(RecoverBackups, AFailedLogIsNotWrittenOverByTheNextRunOfTheSameProgram) {
   Desk desk;
-  desk.session.settings.DiskBackUp = true;
+  desk.session.settings.files.DiskBackUp = true;
   LocalBackup backup(desk.session, desk.window);
-  backup.InitLocalBU();
+  desk.BeginLog(backup);
   desk.Record(3);
   backup.LocalBackUp();
   const std::string log = desk.Bytes(kBackup);
-  backup.InitLocalBU();
+  desk.BeginLog(backup);
   EXPECT_EQ(desk.Bytes(kCopy), log);
 }
 
 TEST(RecoverBackups, TheBackupIsFoundWhereItWasBegun) {
   Desk desk;
-  desk.session.settings.DataDirectory = "/station/Other";
+  desk.session.settings.files.DataDirectory = "/station/Other";
   desk.host.disk.Put("/station/Other/x", "");
   BeginRun(desk);
   const std::string log = desk.Bytes("/station/Other/localdatabackup.tvd");
-  desk.session.settings.DataDirectory = "/station/Data";
+  desk.session.settings.files.DataDirectory = "/station/Data";
   desk.host.disk.Put(kBackup, "of an older run that ended well");
   EXPECT_TRUE(RecoverBackups(desk.session));
   EXPECT_EQ(desk.Bytes(kCopy), log);
@@ -144,7 +145,7 @@ TEST(RecoverBackups, TheBackupIsFoundWhereItWasBegun) {
 TEST(RecoverBackups, ADiskThatIsNotMountedIsWaitedForAcrossLaterRuns) {
   Desk desk;
   constexpr const char* kOnDisk = "/disk/Data/localdatabackup.tvd";
-  desk.session.settings.DataDirectory = "/disk/Data/";
+  desk.session.settings.files.DataDirectory = "/disk/Data/";
   desk.host.disk.Put("/disk/Data/x", "");
   BeginRun(desk);
   const std::string log = desk.Bytes(kOnDisk);
@@ -154,18 +155,18 @@ TEST(RecoverBackups, ADiskThatIsNotMountedIsWaitedForAcrossLaterRuns) {
   EXPECT_TRUE(desk.Logged(kOnDisk));
   EXPECT_FALSE(desk.host.disk.FolderExists("/disk")) << "nothing may be made where the disk will be";
 
-  desk.session.settings.DataDirectory = "/station/Data/";
+  desk.session.settings.files.DataDirectory = "/station/Data/";
   BeginRun(desk);
   EndRun(desk);
   desk.host.disk.Put(kOnDisk, log);
-  desk.session.settings.DataDirectory = "/disk/Data/";
+  desk.session.settings.files.DataDirectory = "/disk/Data/";
   BeginRun(desk);
   EXPECT_EQ(desk.Bytes("/disk/Data/recovery/100102120000local.tvd"), log);
 }
 
 TEST(RemoveLeftParts, TakesTornDataFilesAlone) {
   Desk desk;
-  desk.session.settings.OrganizeByMonth = desk.session.settings.OrganizeByDay = true;
+  desk.session.settings.files.OrganizeByMonth = desk.session.settings.files.OrganizeByDay = true;
   const std::vector<std::string> torn = {"/station/Data/a.tvd.part", "/station/Data/recovery/b.tvd.part",
                                          "/station/Data/Home/1001/100102/c.tvd.part",
                                          "/station/Data/Home/1001/100101/d.tvd.part"};
@@ -176,10 +177,10 @@ TEST(RemoveLeftParts, TakesTornDataFilesAlone) {
   };
   for (const std::string& name : torn) desk.host.disk.Put(name, "x");
   for (const std::string& name : others) desk.host.disk.Put(name, "x");
-  desk.session.settings.DiskBackUp = false;
+  desk.session.settings.files.DiskBackUp = false;
   RecoverBackups(desk.session);
   EXPECT_EQ(standing(torn), 4) << "without a backup they are all that is left of a log";
-  desk.session.settings.DiskBackUp = true;
+  desk.session.settings.files.DiskBackUp = true;
   RecoverBackups(desk.session);
   EXPECT_EQ(standing(torn), 0);
   EXPECT_EQ(standing(others), 3);
@@ -196,7 +197,7 @@ TEST(RecoverBackups, ACrashDuringTheRescueLosesNothing) {
     desk.host.Reboot();
     Session next(desk.host.Record(), "/station");
     next.store.Load();
-    next.settings.DataDirectory = "/station/Data";
+    next.settings.files.DataDirectory = "/station/Data";
     RecoverBackups(next);
     EXPECT_EQ(desk.Bytes(kCopy), "the samples") << step;
   }

@@ -4,7 +4,7 @@
 
 #include "files/backup.h"
 #include "files/desk.h"
-#include "files/notes_block.h"
+#include "files/format/notes_block.h"
 #include "files/raw_file.h"
 
 namespace tarvolt {
@@ -55,7 +55,7 @@ TEST(SaveDataFile, WritesHeaderNotesAndEverySample) {
   EXPECT_EQ(SamplesOf(bytes), Expected(0, 4));
 
   EXPECT_FALSE(desk.window.run.DataNeedsSave);
-  EXPECT_EQ(desk.window.view.StatusText, " Saved 100102120000.tvd");
+  EXPECT_EQ(desk.window.view.Status.Text(), " Saved 100102120000.tvd");
   EXPECT_TRUE(desk.Logged(std::string(" Saved ") + kName));
   EXPECT_EQ(desk.session.recent.saved[0], kName);
   EXPECT_FALSE(desk.Exists(std::string(kName) + ".part"));
@@ -66,8 +66,9 @@ TEST(SaveDataFile, KnowsAllFourLayouts) {
     for (const bool integers : {true, false}) {
       Desk desk;
       desk.Record(4);
-      desk.session.settings.NoTimeStamps = !stamps;
-      desk.session.settings.SaveAsIntegers = integers;
+      desk.session.settings.timing.NoTimeStamps = !stamps;
+      desk.session.settings.files.SaveAsIntegers = integers;
+      desk.SettleLog();
       ASSERT_EQ(SaveDataFile(desk.session, desk.window, kName, false), SaveOutcome::Saved);
       EXPECT_EQ(SamplesOf(desk.Bytes(kName)), Expected(0, 3, stamps, integers)) << stamps << integers;
     }
@@ -85,18 +86,20 @@ TEST(SaveDataFile, ValuesTooLargeForIntegersAreSavedAsDoublesUnderTheIntegerToke
   Desk desk;
   desk.Record(4);
   desk.window.chart.SetValue(1, 2, 40000);
-  desk.session.settings.SaveAsIntegers = true;
+  desk.session.settings.files.SaveAsIntegers = true;
+  desk.SettleLog();
   ASSERT_EQ(SaveDataFile(desk.session, desk.window, kName, false), SaveOutcome::Saved);
   const std::string bytes = desk.Bytes(kName);
   EXPECT_EQ(SamplesOf(bytes).size(), 4 * 24u);
   EXPECT_TRUE(ParseNotes(bytes.substr(156, SampleOffset(bytes) - 156)).integers);
   EXPECT_EQ(desk.host.dialogs.Questions(), 0);
 
-  desk.session.settings.ShowMsgBox = true;
-  EXPECT_EQ(CheckForSave(desk.session, desk.window, false), SaveOutcome::Saved);
+  desk.session.settings.program.ShowMsgBox = true;
+  EXPECT_EQ(CheckForSave(desk.session, desk.window, SaveReason::RunEnded, false), SaveOutcome::Saved);
   EXPECT_EQ(desk.host.dialogs.Questions(), 0) << "a silent save never asks, also where boxes are on";
   desk.host.dialogs.AnswerNext(Answer::Cancel);
-  EXPECT_EQ(SaveDataFile(desk.session, desk.window, "/station/Data/other.tvd", true), SaveOutcome::NotWanted);
+  EXPECT_EQ(SaveDataFile(desk.session, desk.window, "/station/Data/other.tvd", true), SaveOutcome::Unsaved);
+  EXPECT_TRUE(desk.Logged("exceed the limits of Integer Saves")) << "a silent save says so in the log";
   EXPECT_FALSE(desk.Exists("/station/Data/other.tvd"));
 }
 
@@ -145,7 +148,7 @@ TEST(SaveDataFile, ACrashLeavesTheOldFileOrTheNewOne) {
 
 TEST(SaveDataFile, AFailureIsToldOnceHoweverOftenItIsTried) {
   Desk desk;
-  desk.session.settings.ShowMsgBox = true;
+  desk.session.settings.program.ShowMsgBox = true;
   desk.Record(5);
   desk.host.disk.SetReadOnly("/station/Data", true);
   for (int i = 0; i < 3; ++i) EXPECT_EQ(SaveDataFile(desk.session, desk.window, kName, false), SaveOutcome::Failed);
@@ -155,8 +158,8 @@ TEST(SaveDataFile, AFailureIsToldOnceHoweverOftenItIsTried) {
 // A run of `count` samples with its backup, stopped.
 struct StoppedRun : Desk {
   explicit StoppedRun(int count) : backup(session, window) {
-    session.settings.DiskBackUp = true;
-    backup.InitLocalBU();
+    session.settings.files.DiskBackUp = true;
+    BeginLog(backup);
     for (int i = 0; i < count; ++i) {
       Record(1);
       backup.LocalBackUp();
@@ -177,8 +180,8 @@ TEST(SaveFromBackup, SamplesComeFromAWholeBackup) {
 TEST(SaveFromBackup, ABackupThatLacksSamplesOrIsTornGivesWayToTheStore) {
   for (const std::size_t cut : {24u, 5u}) {
     StoppedRun run(5);
-    const std::string whole = run.Bytes(run.window.save.LocalBackupFile);
-    run.host.disk.Put(run.window.save.LocalBackupFile, whole.substr(0, whole.size() - cut));
+    const std::string whole = run.Bytes(run.window.save.keeping.LocalBackupFile);
+    run.host.disk.Put(run.window.save.keeping.LocalBackupFile, whole.substr(0, whole.size() - cut));
     ASSERT_EQ(SaveDataFile(run.session, run.window, kName, false), SaveOutcome::Saved);
     EXPECT_EQ(SamplesOf(run.Bytes(kName)), Expected(0, 4));
   }
@@ -187,31 +190,18 @@ TEST(SaveFromBackup, ABackupThatLacksSamplesOrIsTornGivesWayToTheStore) {
 TEST(SaveFromBackup, AVanishedBackupIsForgotten) {
   StoppedRun run(5);
   std::error_code error;
-  run.host.disk.Remove(run.window.save.LocalBackupFile, error);
+  run.host.disk.Remove(run.window.save.keeping.LocalBackupFile, error);
   ASSERT_EQ(SaveDataFile(run.session, run.window, kName, false), SaveOutcome::Saved);
   EXPECT_EQ(SamplesOf(run.Bytes(kName)), Expected(0, 4));
-  EXPECT_FALSE(run.window.save.BackupActive);
-}
-
-TEST(SaveFromBackup, ABackupOfIntegersIsNotUsedForValuesThatNeedDoubles) {
-  Desk desk;
-  desk.session.settings.DiskBackUp = desk.session.settings.SaveAsIntegers = true;
-  LocalBackup backup(desk.session, desk.window);
-  backup.InitLocalBU();
-  desk.Record(4);
-  desk.window.chart.SetValue(0, 1, 1e6);
-  backup.LocalBackUp();
-  desk.window.run.DataNeedsSave = true;
-  ASSERT_EQ(SaveDataFile(desk.session, desk.window, kName, false), SaveOutcome::Saved);
-  EXPECT_EQ(NumberAt<double>(SamplesOf(desk.Bytes(kName)), 24 + 8), 1e6);
+  EXPECT_FALSE(run.window.save.keeping.BackupActive);
 }
 
 TEST(SaveFromBackup, AMiniServerSavesItsWholeRun) {
   Desk desk;
-  desk.session.settings.DiskBackUp = desk.session.settings.MiniServer = true;
+  desk.session.settings.files.DiskBackUp = desk.session.settings.files.MiniServer = true;
   desk.window.run.time.firstStamp = Desk::Stamp(0);
   LocalBackup backup(desk.session, desk.window);
-  backup.InitLocalBU();
+  desk.BeginLog(backup);
   for (int i = 0; i < 7; ++i) {
     desk.Record(1);
     backup.LocalBackUp();
@@ -221,12 +211,12 @@ TEST(SaveFromBackup, AMiniServerSavesItsWholeRun) {
   }
   ASSERT_EQ(desk.window.chart.Count(), 1);
   desk.window.run.DataNeedsSave = true;
-  ASSERT_EQ(CheckForSave(desk.session, desk.window, true), SaveOutcome::Saved);
+  ASSERT_EQ(CheckForSave(desk.session, desk.window, SaveReason::RunEnded, true), SaveOutcome::Saved);
   const std::string bytes = desk.Bytes(kName);
   EXPECT_EQ(SamplesOf(bytes), Expected(0, 6));
   EXPECT_EQ(NumberAt<double>(bytes, 10), Desk::Stamp(0));
   EXPECT_EQ(NumberAt<double>(bytes, 18), Desk::Stamp(6)) << "the run's own end";
-  EXPECT_EQ(desk.window.view.StatusText, "Reload 100102120000.tvd to View ");
+  EXPECT_EQ(desk.window.view.Status.Text(), "Reload 100102120000.tvd to View ");
 }
 
 // What the settings have become since the run began must not change how its backup is read.
@@ -235,12 +225,12 @@ TEST(SaveFromBackup, TheFormOfTheRunDecidesAndNotTheSettingsOfTheMoment) {
     for (const bool integers : {true, false}) {
       Desk desk;
       Settings& settings = desk.session.settings;
-      settings.DiskBackUp = true;
-      settings.MiniServer = mini;
-      settings.SaveAsIntegers = settings.NoTimeStamps = integers;
+      settings.files.DiskBackUp = true;
+      settings.files.MiniServer = mini;
+      settings.files.SaveAsIntegers = settings.timing.NoTimeStamps = integers;
       desk.window.run.time.firstStamp = Desk::Stamp(0);
       LocalBackup backup(desk.session, desk.window);
-      backup.InitLocalBU();
+      desk.BeginLog(backup);
       desk.Record(4);
       backup.LocalBackUp();
       desk.window.chart.ClearData();  // also a window that was told in mid run to keep little
@@ -248,86 +238,68 @@ TEST(SaveFromBackup, TheFormOfTheRunDecidesAndNotTheSettingsOfTheMoment) {
       desk.Record(3);
       backup.LocalBackUp();
       desk.window.run.DataNeedsSave = true;
-      settings.MiniServer = !mini;
-      settings.SaveAsIntegers = settings.NoTimeStamps = !integers;
-      settings.DiskBackUp = false;
-      ASSERT_EQ(CheckForSave(desk.session, desk.window, true), SaveOutcome::Saved);
+      settings.files.MiniServer = !mini;
+      settings.files.SaveAsIntegers = settings.timing.NoTimeStamps = !integers;
+      settings.files.DiskBackUp = false;
+      ASSERT_EQ(CheckForSave(desk.session, desk.window, SaveReason::RunEnded, true), SaveOutcome::Saved);
       const std::string bytes = desk.Bytes(kName);
       EXPECT_EQ(SamplesOf(bytes), Expected(0, 6, !integers, integers)) << mini << integers;
-      const ParsedNotes notes = ParseNotes(bytes.substr(156, SampleOffset(bytes) - 156));
+      const NotesBlock notes = ParseNotes(bytes.substr(156, SampleOffset(bytes) - 156));
       EXPECT_EQ(notes.integers, integers);
       EXPECT_EQ(notes.noTimeStamps, integers);
     }
   }
 }
 
-TEST(CheckForSave, TheMarkerFollowsTheOutcome) {
-  StoppedRun run(5);
-  EXPECT_EQ(run.Marker(), "Running");
-  run.host.disk.SetReadOnly("/station/Data", true);
-  EXPECT_EQ(CheckForSave(run.session, run.window, true), SaveOutcome::Failed);
-  EXPECT_EQ(run.Marker(), "Running");
-  run.host.disk.SetReadOnly("/station/Data", false);
-  EXPECT_EQ(CheckForSave(run.session, run.window, true), SaveOutcome::Saved);
-  EXPECT_EQ(run.Marker(), "OK");
-}
-
 TEST(CheckForSave, RulesDecide) {
-  const auto outcome = [](int samples, const std::function<void(Desk&)>& change) {
+  const auto outcome = [](int samples, const std::function<void(Desk&)>& change,
+                          SaveReason reason = SaveReason::RunEnded) {
     Desk desk;
     desk.Record(samples);
     change(desk);
-    return CheckForSave(desk.session, desk.window, true);
+    desk.SettleLog();
+    return CheckForSave(desk.session, desk.window, reason, true);
   };
   const auto nothing = [](Desk&) {};
   EXPECT_EQ(outcome(3, nothing), SaveOutcome::Saved);
   EXPECT_EQ(outcome(1, nothing), SaveOutcome::NotWanted);
-  const auto noAutosave = [](Desk& desk) { desk.session.settings.AutoSaveStandAlone = false; };
-  EXPECT_EQ(outcome(3, noAutosave), SaveOutcome::NotWanted);
-  EXPECT_EQ(outcome(3,
-                    [&](Desk& desk) {
-                      noAutosave(desk);
-                      desk.window.save.UserAskedSave = true;
-                    }),
-            SaveOutcome::Saved);
+  const auto noAutosave = [](Desk& desk) { desk.session.settings.files.AutoSaveStandAlone = false; };
+  EXPECT_EQ(outcome(3, noAutosave), SaveOutcome::Unsaved);
+  EXPECT_EQ(outcome(3, noAutosave, SaveReason::Asked), SaveOutcome::Saved);
   EXPECT_EQ(outcome(3, [](Desk& desk) { desk.window.Mode = SessionMode::Client; }), SaveOutcome::Saved);
   const auto miniWithoutBackup = [](Desk& desk) {
-    desk.session.settings.MiniServer = true;
-    desk.session.settings.DiskBackUp = false;
+    desk.session.settings.files.MiniServer = true;
+    desk.session.settings.files.DiskBackUp = false;
   };
   EXPECT_EQ(outcome(3, miniWithoutBackup), SaveOutcome::NotWanted);
-  EXPECT_EQ(outcome(3,
-                    [&](Desk& desk) {
-                      miniWithoutBackup(desk);
-                      desk.window.save.LoadedFromFile = true;
-                    }),
-            SaveOutcome::Saved);
 }
 
 TEST(CheckForSave, EqualityWithTheThresholdSavesAtATurnoverButNotAtAStop) {
   Desk desk;
   desk.Record(3);  // 0.25 to 102.25
   Settings& settings = desk.session.settings;
-  settings.SaveIF = 1;
-  settings.SaveIFVal = 102.25;
-  EXPECT_TRUE(SaveIfAtTurnover(settings, desk.window.chart));
+  settings.files.SaveIF = 1;
+  settings.files.SaveIFVal = 102.25;
+  desk.SettleLog();
+  EXPECT_TRUE(SaveIfAtTurnover(desk.window.run.log, desk.window.chart));
   EXPECT_FALSE(SaveIfAtStop(settings, desk.window.chart));
-  EXPECT_EQ(CheckForSave(desk.session, desk.window, true), SaveOutcome::NotWanted);
-  settings.SaveIF = -1;
-  settings.SaveIFVal = 0.25;
-  EXPECT_TRUE(SaveIfAtTurnover(settings, desk.window.chart));
+  EXPECT_EQ(CheckForSave(desk.session, desk.window, SaveReason::RunEnded, true), SaveOutcome::NotWanted);
+  settings.files.SaveIF = -1;
+  settings.files.SaveIFVal = 0.25;
+  desk.SettleLog();
+  EXPECT_TRUE(SaveIfAtTurnover(desk.window.run.log, desk.window.chart));
   EXPECT_FALSE(SaveIfAtStop(settings, desk.window.chart));
-  settings.SaveIFVal = 0.5;
-  EXPECT_EQ(CheckForSave(desk.session, desk.window, true), SaveOutcome::Saved);
+  settings.files.SaveIFVal = 0.5;
+  EXPECT_EQ(CheckForSave(desk.session, desk.window, SaveReason::RunEnded, true), SaveOutcome::Saved);
 }
 
 TEST(CheckForSave, TwoSamplesAreToldOrSavedUnderTheBadName) {
   Desk desk;
   desk.Record(2);
-  EXPECT_EQ(CheckForSave(desk.session, desk.window, true), SaveOutcome::Saved);
+  EXPECT_EQ(CheckForSave(desk.session, desk.window, SaveReason::RunEnded, true), SaveOutcome::Saved);
   EXPECT_EQ(SamplesOf(desk.Bytes("/station/Data/BADFILE")), Expected(0, 1));
-  desk.session.settings.ShowMsgBox = true;
-  EXPECT_EQ(CheckForSave(desk.session, desk.window, true), SaveOutcome::NotWanted);
+  desk.session.settings.program.ShowMsgBox = true;
+  EXPECT_EQ(CheckForSave(desk.session, desk.window, SaveReason::RunEnded, true), SaveOutcome::Unsaved);
   EXPECT_TRUE(desk.host.dialogs.HasShown("There is not enough data to save."));
 }
 
@@ -335,20 +307,21 @@ TEST(CheckForSave, ThePersonChoosesTheNameOrCancels) {
   Desk desk;
   desk.Record(3);
   Settings& settings = desk.session.settings;
-  settings.PromptBeforeSaving = settings.ShowMsgBox = settings.OrganizeByMonth = settings.OrganizeByDay = true;
+  settings.files.PromptBeforeSaving = settings.program.ShowMsgBox = settings.files.OrganizeByMonth =
+      settings.files.OrganizeByDay = true;
   desk.host.dialogs.ChooseFileNext(std::nullopt);
-  EXPECT_EQ(CheckForSave(desk.session, desk.window, true), SaveOutcome::NotWanted);
+  EXPECT_EQ(CheckForSave(desk.session, desk.window, SaveReason::RunEnded, true), SaveOutcome::Unsaved);
   EXPECT_TRUE(desk.host.dialogs.HasShown("Home  Save Data File (Cancel to Abort Save)"));
   EXPECT_FALSE(desk.host.disk.FolderExists("/station/Data/Home/1001"));
   EXPECT_TRUE(desk.host.disk.FolderExists("/station/Data/Home"));
 
   desk.host.dialogs.ChooseFileNext("/station/mine.tvd");
-  EXPECT_EQ(CheckForSave(desk.session, desk.window, true), SaveOutcome::Saved);
+  EXPECT_EQ(CheckForSave(desk.session, desk.window, SaveReason::RunEnded, true), SaveOutcome::Saved);
   EXPECT_TRUE(desk.Exists("/station/mine.tvd"));
 
   const int asked = desk.host.dialogs.Questions();
-  settings.ShowMsgBox = false;
-  EXPECT_EQ(CheckForSave(desk.session, desk.window, true), SaveOutcome::Saved);
+  settings.program.ShowMsgBox = false;
+  EXPECT_EQ(CheckForSave(desk.session, desk.window, SaveReason::RunEnded, true), SaveOutcome::Saved);
   EXPECT_EQ(desk.host.dialogs.Questions(), asked) << "with boxes off nothing waits for a person";
 }
 
@@ -366,31 +339,33 @@ TEST(SaveView, SavesTheStretchInViewAndPutsTheHeaderBack) {
   EXPECT_EQ(SamplesOf(bytes), Expected(3, 6));
   EXPECT_EQ(NumberAt<double>(bytes, 10), Desk::Stamp(3));
   EXPECT_EQ(NumberAt<double>(bytes, 18), Desk::Stamp(5));
-  const ParsedNotes notes = ParseNotes(bytes.substr(156, SampleOffset(bytes) - 156));
+  const NotesBlock notes = ParseNotes(bytes.substr(156, SampleOffset(bytes) - 156));
   EXPECT_EQ(notes.notations.slots[0].index, 1);
   EXPECT_EQ(notes.metadata.Records().at(0).name, "Modified Save: 100102120000");
   EXPECT_EQ(notes.metadata.Records().at(0).value, "Local Name:Home Observer:A. Observer");
   EXPECT_EQ(desk.window.header.start, 0);
 
   desk.window.chart.XAxisMax = desk.window.chart.XAxisMin;
-  EXPECT_EQ(SaveView(desk.session, desk.window), SaveOutcome::NotWanted);
+  EXPECT_EQ(SaveView(desk.session, desk.window), SaveOutcome::Unsaved);
 }
 
 TEST(SaveView, IsNoSaveOfTheLog) {
   StoppedRun run(5);
-  run.session.settings.ShowMsgBox = true;
+  run.session.settings.program.ShowMsgBox = true;
   run.window.chart.XAxisMin = Desk::Stamp(0);
   run.window.chart.XAxisMax = Desk::Stamp(2);
   SaveOutcome log = SaveOutcome::Saved;
-  run.host.dialogs.whileAsking = [&](const SimDialogs::Box&) { log = CheckForSave(run.session, run.window, false); };
+  run.host.dialogs.whileAsking = [&](const SimDialogs::Box&) {
+    log = CheckForSave(run.session, run.window, SaveReason::RunEnded, false);
+  };
   ASSERT_EQ(SaveView(run.session, run.window), SaveOutcome::Saved);
-  EXPECT_EQ(log, SaveOutcome::Failed) << "the log waits until the view has its name";
+  EXPECT_EQ(log, SaveOutcome::Unsaved) << "the log waits until the view has its name";
   EXPECT_EQ(SamplesOf(run.Bytes(kName)), Expected(0, 2));
   EXPECT_TRUE(run.window.run.DataNeedsSave);
   EXPECT_EQ(run.Marker(), "Running");
 
   constexpr const char* kLog = "/station/Data/100102120000_2.tvd";
-  ASSERT_EQ(CheckForSave(run.session, run.window, false), SaveOutcome::Saved);
+  ASSERT_EQ(CheckForSave(run.session, run.window, SaveReason::RunEnded, false), SaveOutcome::Saved);
   EXPECT_EQ(SamplesOf(run.Bytes(kLog)), Expected(0, 4)) << "beside the view";
   EXPECT_EQ(SamplesOf(run.Bytes(kName)), Expected(0, 2));
   std::error_code error;

@@ -19,8 +19,8 @@ class Desk {
   explicit Desk(const std::function<void(Station&)>& prepare = {}) {
     station.Set("ShowLoadOptions", false);
     if (prepare) prepare(station);
-    station.Boot();
-    window = std::make_unique<MainWindow>(station.TheSession(), station.Form());
+    station.For(person).Boot();
+    window = std::make_unique<MainWindow>(station.TheSession(), station.Form(), person);
     window->resize(1000, 600);
     window->show();
     Settle();
@@ -76,6 +76,7 @@ class Desk {
     });
   }
 
+  DesktopPerson person{false};
   Station station;
   std::unique_ptr<MainWindow> window;
 };

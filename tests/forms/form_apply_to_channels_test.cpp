@@ -98,7 +98,23 @@ TEST_F(FormApplytoChannelsTest, StoresAndLoadsTheDefaults) {
   In<QAbstractButton>("cmdLoadDefaults").click();
   EXPECT_EQ(form->Equations().EquString[0], "X*5");
   EXPECT_EQ(form->Equations().ApplyToCH[0], 1);
-  EXPECT_NE(station.TheSession().settings.Equ[0], "X*5") << "OK alone puts them in force";
+  Session& session = station.TheSession();
+  SaveRegistrySettings(session.store, session.overrides, session.home.string(), session.settings);
+  EXPECT_EQ(session.store.GetSetting(Section::Settings, "Equ0"), "X*5") << "they outlast a store of all settings";
+
+  session.settings.channels.ApplyToIncoming = true;
+  Type(0, "X*7");
+  station.host.dialogs.AnswerNext(Answer::No);
+  In<QAbstractButton>("CmdSave").click();
+  EXPECT_EQ(session.settings.channels.Equ[0], "X*5") << "those of a chart do not replace those of the station unasked";
+  EXPECT_EQ(Result(), QStringLiteral("The equations of incoming data stay as they were."));
+  station.host.dialogs.AnswerNext(Answer::Yes);
+  In<QAbstractButton>("CmdSave").click();
+  EXPECT_EQ(session.settings.channels.Equ[0], "X*7");
+  Type(0, std::string(4001, '1').c_str());
+  In<QAbstractButton>("CmdSave").click();
+  EXPECT_TRUE(Result().contains(QStringLiteral("too long"))) << "no text is cut";
+  EXPECT_EQ(session.settings.channels.Equ[0], "X*7");
 }
 
 TEST_F(FormApplytoChannelsTest, SavesAndLoadsEquationFiles) {

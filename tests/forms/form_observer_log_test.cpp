@@ -121,7 +121,7 @@ TEST_F(FormObserverLogTest, MacrosEnterTheirTextWithTheirMarks) {
   SetMacro(4, "Burst*");
   ClickMacro(4);
   EXPECT_TRUE(Text().ends_with("Clouds\nBurst"));
-  EXPECT_EQ(station.View().StatusText, "Log mark 1: Burst");
+  EXPECT_EQ(station.View().Status.Text(), "Log mark 1: Burst");
   SetMacro(5, "x");
   ClickMacro(5);
   EXPECT_TRUE(Text().ends_with("Clouds\nBurst"));
@@ -140,7 +140,7 @@ TEST_F(FormObserverLogTest, ABadDateFormatIsRefusedAndAGoodOneKept) {
   Dialogs().EnterNext("YYYY-MM-DD");
   Menu("mnuDateFormat");
   EXPECT_TRUE(Dialogs().HasShown("Not a legal format. Use MM/DD/YYYY, DD/MM/YYYY, or VERBOSE."));
-  EXPECT_EQ(station.TheSession().settings.oDateFormat, "");
+  EXPECT_EQ(station.TheSession().settings.observerLog.oDateFormat, "");
   Dialogs().EnterNext("MM/DD/YYYY");
   Menu("mnuDateFormat");
   EXPECT_EQ(station.TheSession().store.GetSetting(Section::Settings, "oDateFormat"), "MM/DD/YYYY");
@@ -315,9 +315,10 @@ TEST_F(FormObserverLogTest, AutomaticEntriesAreChosenByTheirBoxes) {
 }
 
 TEST(MainWindowObserverLog, OpensOnceAndIsSettledBeforeTheProgramEnds) {
+  DesktopPerson person{false};
   Station station;
-  station.Set("LoadLogOnStartUp", true).Boot();
-  auto window = std::make_unique<MainWindow>(station.TheSession(), station.Form());
+  station.Set("LoadLogOnStartUp", true).For(person).Boot();
+  auto window = std::make_unique<MainWindow>(station.TheSession(), station.Form(), person);
   const auto logs = [] {
     std::vector<QWidget*> found;
     for (QWidget* widget : QApplication::topLevelWidgets()) {

@@ -6,7 +6,9 @@
 #include <QListWidget>
 #include <QPointer>
 #include <QPushButton>
+#include <QTimer>
 
+#include "forms/dialogs/desktop_dialogs.h"
 #include "forms/first_use/form_first_use.h"
 #include "station/station.h"
 
@@ -72,13 +74,13 @@ TEST_F(FormOptionsTest, ARefusalShowsItsWordsItsPageAndItsFieldAndTheDialogStays
     EXPECT_EQ(Find<QLabel>("LblProblem").text().toStdString(), wrong.words);
     EXPECT_TRUE(Find<QLabel>("LblProblem").isVisibleTo(dialog_));
     EXPECT_EQ(station_.host.dialogs.Boxes().back().text, wrong.words);
-    EXPECT_EQ(InForce().LocalName, "unknown");
+    EXPECT_EQ(InForce().station.LocalName, "unknown");
   }
 }
 
 TEST_F(FormOptionsTest, AnAcceptedDialogStoresWhatWasChangedAndNothingElse) {
-  station_.TheSession().settings.UserLat = -0.123456789;  // the field shows less of it
-  station_.TheSession().settings.Detection[5] = 7;        // and cannot show this at all
+  station_.TheSession().settings.place.UserLat = -0.123456789;  // the field shows less of it
+  station_.TheSession().settings.channels.Detection[5] = 7;     // and cannot show this at all
   Open();
   Type("TxtLocalName", "D\xFCren");
   Type("TxtMaxDuration", "12");
@@ -87,16 +89,16 @@ TEST_F(FormOptionsTest, AnAcceptedDialogStoresWhatWasChangedAndNothingElse) {
   Choose("CboUDSpush", 1);
   Find<QPlainTextEdit>("TxtNotes").setPlainText(QStringLiteral("two\nlines"));
   Find<QTabWidget>("TabOptions").setCurrentIndex(3);
-  station_.TheSession().settings.TZ = 2;  // by the clock, while the dialog was open
+  station_.TheSession().settings.place.TZ = 2;  // by the clock, while the dialog was open
   Click("cmdOK");
   EXPECT_FALSE(dialog_->isVisible());
   EXPECT_EQ(Stored("LocalName"), "D\xFCren");
   EXPECT_EQ(Stored("MaxDuration"), "0.5");
   EXPECT_EQ(Stored("AutoScale"), "False");
   EXPECT_EQ(Stored("SaveIF"), "-1");
-  EXPECT_EQ(InForce().UserLat, -0.123456789);
-  EXPECT_EQ(InForce().TZ, 2);
-  EXPECT_EQ(InForce().Detection[5], 1) << "what is shown is what is stored";
+  EXPECT_EQ(InForce().place.UserLat, -0.123456789);
+  EXPECT_EQ(InForce().place.TZ, 2);
+  EXPECT_EQ(InForce().channels.Detection[5], 1) << "what is shown is what is stored";
   EXPECT_EQ(station_.TheSession().notes, "two\nlines");
   EXPECT_EQ(Stored("OptionsTabII"), "3");
   Open();
@@ -108,7 +110,7 @@ TEST_F(FormOptionsTest, CancelKeepsEverything) {
   Type("TxtLocalName", "Elsewhere");
   Click("cmdCancel");
   EXPECT_FALSE(dialog_->isVisible());
-  EXPECT_EQ(InForce().LocalName, "unknown");
+  EXPECT_EQ(InForce().station.LocalName, "unknown");
 }
 
 TEST_F(FormOptionsTest, ApplyDuringARunChangesWhatIsSeenAndKeepsTheRun) {
@@ -121,7 +123,7 @@ TEST_F(FormOptionsTest, ApplyDuringARunChangesWhatIsSeenAndKeepsTheRun) {
   EXPECT_TRUE(dialog_->isVisible());
   EXPECT_EQ(Text("TxtvAvg"), QStringLiteral("1")) << "shown as it was lifted";
   EXPECT_EQ(station_.Form().Window().chart.XAxisLabel, "Time");
-  EXPECT_EQ(InForce().Dsrc[1], 0);
+  EXPECT_EQ(InForce().channels.Dsrc[1], 0);
   station_.RunForSets(40);
   station_.StopChart();
   ASSERT_EQ(station_.FilesSaved().size(), 1u);
@@ -150,23 +152,23 @@ TEST_F(FormOptionsTest, RowsCountUpToTheFirstNoneAndTheEstimatesFollow) {
 }
 
 TEST_F(FormOptionsTest, TheLongitudeFollowsItsSenseUnlessItWasTyped) {
-  station_.TheSession().settings.UserLng = 10.25;
+  station_.TheSession().settings.place.UserLng = 10.25;
   Open();
   Tick("ChkDisplayWest", false);
   EXPECT_EQ(Text("TxtUserLng"), QStringLiteral("349:45:00.0"));
   EXPECT_EQ(Find<QLabel>("LblUserLng").text(), QStringLiteral("E"));
   Type("TxtUserLng", "20");
   Click("cmdApply");
-  EXPECT_EQ(InForce().UserLng, 340);
+  EXPECT_EQ(InForce().place.UserLng, 340);
   Tick("ChkDisplayWest", true);
   EXPECT_EQ(Text("TxtUserLng"), QStringLiteral("340:00:00.0"));
   Click("cmdOK");
-  EXPECT_EQ(InForce().UserLng, 340);
+  EXPECT_EQ(InForce().place.UserLng, 340);
 }
 
 TEST_F(FormOptionsTest, TickingTheDetectionFillsTheZone) {
-  station_.TheSession().settings.DetectTZ = false;
-  station_.TheSession().settings.TZ = -7;
+  station_.TheSession().settings.place.DetectTZ = false;
+  station_.TheSession().settings.place.TZ = -7;
   Open();
   EXPECT_TRUE(Find<QLineEdit>("TxtTZ").isEnabled());
   Tick("ChkDetectTZ", true);
@@ -178,7 +180,7 @@ TEST_F(FormOptionsTest, ASoundCardThatHasComeIsFoundAndItsFormatWaitsForTheOk) {
   EXPECT_FALSE(Find<QPushButton>("cmdSoundFormat").isEnabled()) << "there is none";
   station_.host.sound.Plug("USB,0: Receiver", [](std::int64_t) { return std::pair(0, 0); });
   Open();
-  EXPECT_EQ(InForce().SoundCardName, "USB,0: Receiver");
+  EXPECT_EQ(InForce().sound.SoundCardName, "USB,0: Receiver");
   const auto choose = [&](const char* format) {
     Click("cmdSoundFormat");
     auto& chooser = Find<QDialog>("FormSoundFormat");
@@ -190,42 +192,56 @@ TEST_F(FormOptionsTest, ASoundCardThatHasComeIsFoundAndItsFormatWaitsForTheOk) {
   };
   choose("22050 Hz 16 Bit Mono");
   Click("cmdCancel");
-  EXPECT_EQ(InForce().sWavFormat, 0);
+  EXPECT_EQ(InForce().sound.sWavFormat, 0);
   Open();
   EXPECT_EQ(Find<QLabel>("LblSoundFormat").text(), QStringLiteral("Format: 44100 Hz 16 Bit Stereo"));
   choose("48000 Hz 16 Bit Stereo");
   Click("cmdOK");
-  EXPECT_EQ(InForce().sWavFormat, 2);
+  EXPECT_EQ(InForce().sound.sWavFormat, 2);
   EXPECT_EQ(Stored("sWavFormat"), "2");
+}
+
+TEST_F(FormOptionsTest, WhatStandsAgainstAnotherPageIsAWarning) {
+  station_.TheSession().settings.channels.Dsrc[0] = kSoundLeft;  // and there is no sound card
+  Open();
+  Type("TxtLocalName", "Hill");
+  Click("cmdOK");
+  EXPECT_EQ(InForce().station.LocalName, "Hill");
+  EXPECT_TRUE(station_.host.dialogs.HasShown("no sound card is available"));
+  Open();
+  Type("TxtChannel1Label", "Noise");
+  Click("cmdOK");
+  EXPECT_EQ(Page(), QStringLiteral("Data Source"));
+  EXPECT_NE(InForce().channels.ChannelLabel[1], "Noise");
 }
 
 TEST(FormFirstUseTest, TakesTheStationAndEndsWithTheProgram) {
   SimHost host(1);
   Session session(host.Record(), "/station");
   Settings settings;
-  settings.DataDirectory = "/station/Data";
+  settings.files.DataDirectory = "/station/Data";
   const auto silence = [](std::int64_t) { return std::pair(0, 0); };
   host.sound.Plug("PCH,0: Built in", silence);
   host.sound.Plug("USB,0: Receiver", silence);
-  FormFirstUse dialog(session, settings, [] { return false; });
+  FormFirstUse dialog(session, settings);
   dialog.findChild<QLineEdit*>(QStringLiteral("TxtUserLng"))->setText(QStringLiteral("400:00"));
   dialog.findChild<QLineEdit*>(QStringLiteral("TxtAuthor"))->setText(QStringLiteral("Grote"));
   auto* ok = dialog.findChild<QPushButton*>(QStringLiteral("cmdOK"));
   ok->click();
   EXPECT_TRUE(host.dialogs.HasShown("Longitude Error."));
-  EXPECT_EQ(settings.Author, "unknown");
+  EXPECT_EQ(settings.station.Author, "unknown");
   dialog.findChild<QLineEdit*>(QStringLiteral("TxtUserLng"))->setText(QStringLiteral("83:40"));
   dialog.findChild<QComboBox*>(QStringLiteral("CboSoundCardName"))->setCurrentText(QStringLiteral("USB,0: Receiver"));
   ok->click();
   EXPECT_EQ(dialog.result(), QDialog::Accepted);
-  EXPECT_EQ(settings.SoundCardName, "USB,0: Receiver");
-  EXPECT_EQ(settings.Author, "Grote");
+  EXPECT_EQ(settings.sound.SoundCardName, "USB,0: Receiver");
+  EXPECT_EQ(settings.station.Author, "Grote");
   EXPECT_TRUE(host.disk.FolderExists("/station/Data"));
   EXPECT_FALSE(host.dialogs.HasShown("is not found")) << "its own folder is made without a question";
 
-  bool asked = false;
-  EXPECT_FALSE(RunFirstUse(session, settings, [&] { return asked = true; })) << "a signal ends it like a cancel";
-  EXPECT_TRUE(asked);
+  DesktopDialogs dialogs;
+  QTimer::singleShot(0, [&] { dialogs.EndWaiting(); });
+  EXPECT_FALSE(RunFirstUse(session, settings)) << "a signal ends it like a cancel";
 }
 
 }  // namespace

@@ -72,8 +72,8 @@ TEST_F(FormTriggersTest, DoneWithoutAChangeKeepsEveryTrigger) {
   EXPECT_EQ(desk.Find<QTabWidget>("TabTriggers")->count(), kTriggerSlots);
   desk.Click("CmdDone");
   EXPECT_TRUE(InFile(kCopy) == stored);
-  EXPECT_EQ(desk.station.TheSession().settings.CHTrigger[0], "1010000000");
-  EXPECT_EQ(desk.station.TheSession().settings.ChTriggerEnabled, (std::array<bool, kChannels>{true}));
+  EXPECT_EQ(desk.station.TheSession().settings.channels.CHTrigger[0], "1010000000");
+  EXPECT_EQ(desk.station.TheSession().settings.channels.ChTriggerEnabled, (std::array<bool, kChannels>{true}));
   Open();
   Field<QComboBox>(5, "CboLPTpin").setCurrentText(QStringLiteral("PIN 2"));
   Field<QComboBox>(5, "CboLJU3command").setCurrentIndex(1);
@@ -128,9 +128,9 @@ TEST_F(FormTriggersTest, EveryFieldReachesItsTrigger) {
   stored[9] = wanted;
   EXPECT_TRUE(InFile(kCopy) == stored);
   const Settings& settings = desk.station.TheSession().settings;
-  EXPECT_EQ(settings.CHTrigger[0], "0010000000");
-  EXPECT_EQ(settings.CHTrigger[7], "0000000001");
-  EXPECT_TRUE(settings.ChTriggerEnabled[0] && settings.ChTriggerEnabled[7]);
+  EXPECT_EQ(settings.channels.CHTrigger[0], "0010000000");
+  EXPECT_EQ(settings.channels.CHTrigger[7], "0000000001");
+  EXPECT_TRUE(settings.channels.ChTriggerEnabled[0] && settings.channels.ChTriggerEnabled[7]);
 }
 
 TEST_F(FormTriggersTest, OnlyTheFieldsOfTheActionShow) {

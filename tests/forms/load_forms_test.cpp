@@ -84,10 +84,10 @@ TEST_F(LoadWindows, ThePanelAppliesToItsOwnerAndSavesForAllLoads) {
   Child<QCheckBox>(form, "chkShowOptions").click();
   form.ApplyToOwner(options);
   EXPECT_TRUE(options.LoadLocalOffsets && options.LoadFileOffsets && options.LoadSelectedChannels);
-  EXPECT_FALSE(settings.FLO_LocalOffsets) << "not stored yet";
+  EXPECT_FALSE(settings.files.FLO_LocalOffsets) << "not stored yet";
   Child<QPushButton>(form, "cmdSave").click();
   EXPECT_TRUE(form.isVisible());
-  EXPECT_TRUE(settings.FLO_LocalOffsets && settings.FLO_FileOffsets && !settings.ShowLoadOptions);
+  EXPECT_TRUE(settings.files.FLO_LocalOffsets && settings.files.FLO_FileOffsets && !settings.files.ShowLoadOptions);
   EXPECT_EQ(station.TheSession().store.GetSetting(Section::Settings, "FLO_LocalOffsets"), "True");
   EXPECT_EQ(station.TheSession().store.GetSetting(Section::Settings, "ShowLoadOptions"), "False");
   Child<QPushButton>(form, "cmdOK").click();

@@ -9,7 +9,7 @@
 #include <QRadioButton>
 #include <QSpinBox>
 
-#include "core/chart_look_store.h"
+#include "core/chart/chart_look_store.h"
 #include "forms/date_entry/form_date_entry.h"
 #include "forms/desk.h"
 #include "forms/look/color_button.h"

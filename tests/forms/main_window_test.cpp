@@ -2,6 +2,7 @@
 
 #include <QDropEvent>
 #include <QMimeData>
+#include <QTreeWidget>
 #include <QtTest>
 #include <map>
 
@@ -44,7 +45,7 @@ TEST(MainWindow, CommandsAreEnabledThroughIdleArmedRunningStoppedAndLoaded) {
        "mnuRecallXY", "mnuChartView", "mnuCH1", "mnuAvgCH1", "cmdLeft", "cmdCursor", "mnuRememberXY"},
       "when idle");
   desk.Click("cmdStart");
-  EXPECT_EQ(desk.station.Run().chartState, ChartState::Armed);
+  EXPECT_EQ(desk.station.Run().chartState(), ChartState::Armed);
   ExpectOff(StatesOf(desk),
             {"MnuLoadDataFile", "mnuSave", "mnuSaveView", "cmdSaveView", "cmdInfo", "mnuDataFileInfo", "mnuStandAlone",
              "mnuServer", "mnuClient", "mnuFullView", "cmdFullView", "mnuRecallXY", "mnuChartView", "cmdLeft",
@@ -60,7 +61,7 @@ TEST(MainWindow, CommandsAreEnabledThroughIdleArmedRunningStoppedAndLoaded) {
   const std::string file = desk.station.FilesSaved().at(0);
   desk.station.host.dialogs.ChooseFileNext(file);
   desk.Choose("MnuLoadDataFile");
-  EXPECT_TRUE(desk.station.Form().Window().save.LoadedFromFile);
+  EXPECT_TRUE(desk.station.Form().Window().save.keeping.LoadedFromFile);
   ExpectOff(StatesOf(desk), {"cmdOffset", "mnuCH1", "mnuAvgCH1", "mnuRecallXY"}, "when loaded");
 }
 
@@ -270,12 +271,12 @@ TEST(MainWindow, AFileDroppedOnItIsLoadedInStandAloneModeAlone) {
   desk.Choose("mnuServer");
   drop(file);
   EXPECT_TRUE(desk.station.host.dialogs.HasShown("Must be in Stand Alone Mode or using review window to load file."));
-  EXPECT_FALSE(desk.station.Form().Window().save.LoadedFromFile);
+  EXPECT_FALSE(desk.station.Form().Window().save.keeping.LoadedFromFile);
   desk.Choose("mnuStandAlone");
   drop("/station/notes.txt");
-  EXPECT_FALSE(desk.station.Form().Window().save.LoadedFromFile);
+  EXPECT_FALSE(desk.station.Form().Window().save.keeping.LoadedFromFile);
   drop(file);
-  EXPECT_TRUE(desk.station.Form().Window().save.LoadedFromFile);
+  EXPECT_TRUE(desk.station.Form().Window().save.keeping.LoadedFromFile);
   EXPECT_EQ(desk.Chart().Count(), 50);
   EXPECT_TRUE(desk.window->windowTitle().contains("  File: "));
 }
@@ -286,6 +287,10 @@ TEST(MainWindow, ClosingItEndsTheRunAndSaves) {
   desk.Record(40);
   desk.window->close();
   desk.Settle();
+  EXPECT_TRUE(desk.station.Running()) << "it is asked about, and recording goes on by default";
+  desk.station.host.dialogs.AnswerNext(Answer::Yes);
+  desk.window->close();
+  desk.Settle();
   EXPECT_TRUE(desk.station.Form().EndRequested());
   EXPECT_FALSE(desk.station.Running());
   EXPECT_EQ(desk.station.FilesSaved().size(), 1u);
@@ -293,19 +298,19 @@ TEST(MainWindow, ClosingItEndsTheRunAndSaves) {
 
 TEST(MainWindow, ProfilesAreSavedLoadedAndRemembered) {
   Desk desk;
-  desk.station.TheSession().settings.ChartWidth = 77;
+  desk.station.TheSession().settings.timing.ChartWidth = 77;
   desk.station.host.dialogs.ChooseFileNext("/station/night.tvp");
   desk.Choose("mnuSaveProfile");
-  desk.station.TheSession().settings.ChartWidth = 5;
+  desk.station.TheSession().settings.timing.ChartWidth = 5;
   desk.station.host.dialogs.ChooseFileNext("/station/night.tvp");
   desk.Choose("mnuLoadProfile");
-  EXPECT_EQ(desk.station.TheSession().settings.ChartWidth, 77);
+  EXPECT_EQ(desk.station.TheSession().settings.timing.ChartWidth, 77);
   EXPECT_TRUE(desk.station.Logged("Loaded Profile night.tvp"));
   EXPECT_EQ(desk.station.TheSession().recent.profiles[0], "/station/night.tvp");
   desk.station.host.dialogs.ChooseFileNext("/station/none.tvp");
   desk.Choose("mnuLoadProfile");
   EXPECT_TRUE(desk.station.host.dialogs.HasShown("Could not load the profile /station/none.tvp"));
-  EXPECT_EQ(desk.station.TheSession().settings.ChartWidth, 77);
+  EXPECT_EQ(desk.station.TheSession().settings.timing.ChartWidth, 77);
 }
 
 TEST(MainWindow, RealTimePriorityIsAskedAboutFirst) {
@@ -333,7 +338,24 @@ TEST(MainWindow, ReviewWindowsAreFiveAtMostAndShowWhatIsLoaded) {
   desk.Settle();
   EXPECT_EQ(reviews[0]->Review().Window().chart.Count(), 50);
   EXPECT_TRUE(reviews[0]->windowTitle().contains("  File : "));
-  EXPECT_FALSE(desk.station.Form().Window().save.LoadedFromFile) << "the main window keeps its own chart";
+  EXPECT_FALSE(desk.station.Form().Window().save.keeping.LoadedFromFile) << "the main window keeps its own chart";
+}
+
+TEST(MainWindow, RecoveredChartsAreListedAndDeleted) {
+  Desk desk([](Station& station) {
+    station.StartChart();
+    station.RunForSets(30);
+    station.Kill();
+  });
+  desk.Choose("mnuRecoveredCharts");
+  auto* list = desk.Find<QTreeWidget>("LstRecovered");
+  ASSERT_EQ(list->topLevelItemCount(), 1);
+  EXPECT_EQ(list->topLevelItem(0)->text(1), QStringLiteral("00:00:03"));
+  EXPECT_EQ(list->topLevelItem(0)->text(3), QStringLiteral("30"));
+  desk.station.host.dialogs.AnswerNext(Answer::Yes);
+  desk.Click("cmdDeleteRecovered");
+  EXPECT_EQ(list->topLevelItemCount(), 0);
+  EXPECT_EQ(desk.LabelText("LblRecovered"), QStringLiteral("There are no recovered charts."));
 }
 
 }  // namespace

@@ -30,7 +30,7 @@ void Prepare(Station& station) {
 
 TEST(SoundForms, TheToneOfARunIsSeenInTheSpectrumAndTheMeters) {
   Desk desk(Prepare);
-  const SpectrumFeed& feed = desk.station.Form().Spectrum();
+  const SpectrumFeed& feed = desk.station.Form().Sound().Spectrum();
   EXPECT_FALSE(feed.SpectrumActive);
   desk.Choose("mnuMeters");
   desk.Choose("mnuSpectrum");
@@ -78,7 +78,7 @@ TEST(SoundForms, TheSpectrumComesBackAsItWasLeft) {
   EXPECT_EQ(desk.Find<QWidget>("FormSpectrum")->size(), QSize(640, 420));
   EXPECT_EQ(desk.Find<QComboBox>("CboWindow")->currentText(), QStringLiteral("Blackman"));
   EXPECT_EQ(desk.Find<QSpinBox>("SpnAverage")->value(), 3);
-  EXPECT_EQ(desk.station.Form().Spectrum().SpectrumSize, 1024) << "the first of the list";
+  EXPECT_EQ(desk.station.Form().Sound().Spectrum().SpectrumSize, 1024) << "the first of the list";
 }
 
 TEST(SoundForms, TheirCommandsNeedASoundInput) {
@@ -93,9 +93,9 @@ TEST(SoundForms, TheirCommandsNeedASoundInput) {
 TEST(SoundForms, TheFormatsOfTheInputAreChosenFromAndOnesOf8BitAreNot) {
   Desk desk(Prepare);
   Session& session = desk.station.TheSession();
-  session.settings.sWavFormat = 20;
+  session.settings.sound.sWavFormat = 20;
   session.overrides.clear();
-  session.settings.ShowMsgBox = true;
+  session.settings.program.ShowMsgBox = true;
   desk.station.StartChart();
   EXPECT_FALSE(desk.station.Running());
   auto* list = desk.Find<QListWidget>("LstFormats");
@@ -129,7 +129,7 @@ TEST(SoundForms, TheMixerPanelSetsWhatTheCardHasAndClosesOnOk) {
   EXPECT_FALSE(desk.Find<QSlider>("SldMicVol")->isEnabled());
   EXPECT_TRUE(desk.Find<QRadioButton>("OptStereoMix")->isEnabled());
   EXPECT_FALSE(desk.Find<QSlider>("SldStereoMixVol")->isEnabled()) << "it has no volume";
-  EXPECT_EQ(desk.station.TheSession().settings.MixerLineVol, 50) << "looking stores nothing";
+  EXPECT_EQ(desk.station.TheSession().settings.sound.MixerLineVol, 50) << "looking stores nothing";
 
   EXPECT_EQ(desk.LabelText("LblMicVol"), QStringLiteral("-"));
   desk.Find<QSlider>("SldLineVol")->setValue(60);
@@ -137,7 +137,7 @@ TEST(SoundForms, TheMixerPanelSetsWhatTheCardHasAndClosesOnOk) {
   desk.Find<QRadioButton>("OptStereoMix")->click();
   EXPECT_EQ(desk.station.host.mixer.Inputs(kCard)[0].volume, 64);
   EXPECT_EQ(desk.station.host.mixer.Selected(kCard), 3);
-  EXPECT_EQ(desk.station.TheSession().settings.MixerSource, 3);
+  EXPECT_EQ(desk.station.TheSession().settings.card.MixerSource, 3);
   inputs[0].volume = 12;
   desk.station.host.mixer.Fit(kCard, inputs);
   auto* panel = static_cast<FormMixer*>(desk.Find<QWidget>("FormMixer"));

@@ -102,6 +102,23 @@ TEST_F(WavDevice, ABufferTellsHowLongItHasWaited) {
   EXPECT_EQ(std::vector<double>(waited.begin(), waited.begin() + 7), (std::vector<double>{0, 0, 0, 70, 40, 10, 0}));
 }
 
+TEST_F(WavDevice, WhatFallsDueWhileAHandlerYieldsIsDeliveredInsideIt) {
+  for (const WavPlay play : {WavPlay::Once, WavPlay::Loop}) {
+    firsts.clear();
+    bool busy = false;
+    whileTaken = [&] {
+      if (firsts.size() > 40 || std::exchange(busy, true)) return;
+      EXPECT_LE(device->Waited(nullptr), 6) << "nothing piles up";
+      host.loop.RunFor(45ms);
+      busy = false;
+    };
+    ASSERT_TRUE(Play(play));
+    host.loop.RunFor(900ms);
+    ASSERT_GE(firsts.size(), 29u);
+    for (std::size_t i = 0; i < firsts.size(); ++i) EXPECT_EQ(firsts[i], static_cast<int>(30 * i));
+  }
+}
+
 TEST_F(WavDevice, MayBeClosedAndDestroyedWhileABufferIsTaken) {
   for (const WavPlay play : {WavPlay::Once, WavPlay::Fast}) {
     firsts.clear();

@@ -15,12 +15,12 @@ class ObserverLogTest : public ::testing::Test {
     SimZone zone;
     zone.biasMinutes = -120;
     clock.SetZone(zone);  // local time is 00:30:05 of 1 January 2027
-    settings.TZ = 2;
+    settings.place.TZ = 2;
   }
 
   std::string Stamp(const char* format, bool ut) {
-    settings.oDateFormat = format;
-    settings.OLogUT = ut;
+    settings.observerLog.oDateFormat = format;
+    settings.observerLog.OLogUT = ut;
     return GetTimeStamp(clock, settings);
   }
 
@@ -36,9 +36,9 @@ TEST_F(ObserverLogTest, StampsTakeTheirBaseAndTheirDateFormat) {
 }
 
 TEST_F(ObserverLogTest, FilesAreNamedInTheBaseOfTheStamps) {
-  settings.OLogUT = true;
+  settings.observerLog.OLogUT = true;
   EXPECT_EQ(NameOLogFile(clock, settings), "2612312230Log.txt");
-  settings.OLogUT = false;
+  settings.observerLog.OLogUT = false;
   EXPECT_EQ(NameOLogFile(clock, settings), "2701010030Log.txt");
 }
 

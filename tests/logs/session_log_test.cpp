@@ -54,10 +54,10 @@ TEST_F(SessionLogTest, StampsFollowTheOffsetOfTheRunAndTheDateLineSaysUtRegardle
 
 TEST_F(SessionLogTest, TheFileGrowsOnlyWhenItIsAskedFor) {
   log.SetFileName(kFile);
-  settings.AutoSaveSessionLog = false;
+  settings.files.AutoSaveSessionLog = false;
   log.Add2SLog("not saved");
   EXPECT_FALSE(disk.FileExists(kFile));
-  settings.AutoSaveSessionLog = true;
+  settings.files.AutoSaveSessionLog = true;
   log.Add2SLog("saved");
   WaitSeconds(2);
   log.Add2SLog("saved too");
@@ -65,7 +65,7 @@ TEST_F(SessionLogTest, TheFileGrowsOnlyWhenItIsAskedFor) {
 }
 
 TEST_F(SessionLogTest, AFailingFileIsToldOnceAndStopsNothing) {
-  settings.AutoSaveSessionLog = true;
+  settings.files.AutoSaveSessionLog = true;
   log.SetFileName(kFile);
   disk.SetReadOnly("/data", true);
   log.Add2SLog("one");

@@ -18,11 +18,11 @@ class SessionTest : public ::testing::Test {
 
 TEST(ActiveChannels, EndAtTheFirstRowWithoutASource) {
   Settings settings;
-  settings.Dsrc = {1, 2, 20, 0, 5, 0, 0, 0};
+  settings.channels.Dsrc = {1, 2, 20, 0, 5, 0, 0, 0};
   EXPECT_EQ(ActiveChannels(settings), 3);
-  settings.Dsrc[0] = 0;
+  settings.channels.Dsrc[0] = 0;
   EXPECT_EQ(ActiveChannels(settings), 0);
-  settings.Dsrc.fill(50);
+  settings.channels.Dsrc.fill(50);
   EXPECT_EQ(ActiveChannels(settings), kChannels);
 }
 
@@ -42,20 +42,20 @@ TEST_F(SessionTest, WhatTheStoreCannotWriteIsLogged) {
 }
 
 TEST_F(SessionTest, TellsAPersonOnlyWithShowMsgBox) {
-  session.settings.ShowMsgBox = false;
+  session.settings.program.ShowMsgBox = false;
   session.Tell("Tarvolt", "nobody is there");
   EXPECT_TRUE(host.dialogs.Boxes().empty());
-  session.settings.ShowMsgBox = true;
+  session.settings.program.ShowMsgBox = true;
   session.Tell("Tarvolt", "hello");
   EXPECT_TRUE(host.dialogs.HasShown("hello"));
 }
 
 TEST_F(SessionTest, TheDataFolderHasNoTrailingSeparators) {
-  session.settings.DataDirectory = "";
+  session.settings.files.DataDirectory = "";
   EXPECT_EQ(session.DataFolder(), "/station/Data");
-  session.settings.DataDirectory = "/sky/data//\\";
+  session.settings.files.DataDirectory = "/sky/data//\\";
   EXPECT_EQ(session.DataFolder(), "/sky/data");
-  session.settings.DataDirectory = "/";
+  session.settings.files.DataDirectory = "/";
   EXPECT_EQ(session.DataFolder(), "/");
 }
 

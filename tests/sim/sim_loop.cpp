@@ -275,7 +275,6 @@ void SimLoop::CountTurn() {
 }
 
 void SimLoop::NoteEvent(const Entry& entry) {
-  ++eventsRun_;
   const std::uint64_t kind = entry.kind == Kind::Timer ? 1 : 0;
   for (const std::uint64_t part : {static_cast<std::uint64_t>(Now()), entry.sequence, kind}) {
     fingerprint_ = (fingerprint_ ^ part) * 0x100000001B3u;

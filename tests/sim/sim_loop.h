@@ -46,8 +46,6 @@ class SimLoop final : public EventLoop {
   /// Clock's Now(): milliseconds since the machine was switched on.
   std::int64_t Now() const { return clock_.Now(); }
 
-  std::uint64_t EventsRun() const { return eventsRun_; }
-
   /// Depends on the time, the kind and the order of every event that has run: equal for two equal runs.
   std::uint64_t Fingerprint() const { return fingerprint_; }
 
@@ -91,7 +89,6 @@ class SimLoop final : public EventLoop {
   std::vector<std::shared_ptr<TimerState>> timers_;
   std::vector<std::uint32_t> freeTimers_;
   std::uint64_t nextSequence_ = 1;
-  std::uint64_t eventsRun_ = 0;
   std::uint64_t fingerprint_ = 0xCBF29CE484222325u;
   std::int64_t instant_ = -1;
   int turnsInInstant_ = 0;

@@ -12,6 +12,7 @@ void SimPipe::Send(std::string_view bytes) {
   while (!closed_ && !bytes.empty()) {
     const std::size_t size = weather_.splits ? NextCut(bytes.size()) : bytes.size();
     Put(Mark::Bytes, std::string(bytes.substr(0, size)));
+    onTheWay_ += size;
     bytes.remove_prefix(size);
   }
 }
@@ -25,6 +26,7 @@ void SimPipe::End() {
 void SimPipe::Break(const std::string& why) {
   if (closed_) return;
   pieces_.clear();
+  onTheWay_ = 0;
   Put(Mark::Break, why);
   closed_ = true;
 }
@@ -55,6 +57,7 @@ void SimPipe::Arrive() {
       piece.bytes += pieces_.front().bytes;
       pieces_.pop_front();
     }
+    onTheWay_ -= piece.bytes.size();
     if (const auto receive = onBytes) receive(std::move(piece.bytes));
   } else if (piece.mark == Mark::End) {
     if (const auto end = onEnd) end();

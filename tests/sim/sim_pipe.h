@@ -18,7 +18,6 @@ struct SimWeather {
   std::chrono::milliseconds jitter{0};  ///< up to so much more, drawn anew for each piece; the order is kept
   bool splits = false;                  ///< each Send is cut at random points into arrivals of their own
   bool joins = false;                   ///< what arrives at one instant arrives as one
-  double breakChance = 0;               ///< that a Send breaks the connection instead
 };
 
 /// One direction of a simulated connection: bytes go in, and arrive later and in order as events of the loop. Held by
@@ -41,6 +40,9 @@ class SimPipe : public std::enable_shared_from_this<SimPipe> {
   /// Kept by the receiving end: bytes that have arrived but are held back from a reader who does not read.
   std::size_t waiting = 0;
 
+  /// Bytes that the receiving end has not taken: those on their way and those held back.
+  std::size_t Unread() const { return onTheWay_ + waiting; }
+
   std::function<void(std::string)> onBytes;
   std::function<void()> onEnd;
   std::function<void(const std::string&)> onBreak;
@@ -61,6 +63,7 @@ class SimPipe : public std::enable_shared_from_this<SimPipe> {
   const SimWeather& weather_;
   SimRandom& random_;
   std::deque<Piece> pieces_;
+  std::size_t onTheWay_ = 0;
   std::int64_t lastDue_ = 0;
   bool closed_ = false;  // nothing more goes in
 };

@@ -1,6 +1,7 @@
 #include "sim/uds_peer.h"
 
 #include <algorithm>
+#include <stdexcept>
 #include <utility>
 
 #include "text/number.h"
@@ -10,9 +11,6 @@ namespace tarvolt {
 namespace {
 
 constexpr char kTerminator = '\xFF';
-constexpr std::chrono::milliseconds kBetweenHalves{5};
-constexpr std::size_t kEndlessPiece = 64 * 1024;
-constexpr std::size_t kEndlessBacklog = 4 * SocketControl::kReadLimit;
 
 std::string Message(std::string_view text) {
   return std::string(text) + kTerminator;
@@ -20,13 +18,16 @@ std::string Message(std::string_view text) {
 
 }  // namespace
 
-UdsPeer::UdsPeer(SimLoop& loop, SimNetwork& network, std::uint64_t seed, std::uint16_t port, const std::string& address)
+UdsPeer::UdsPeer(SimLoop& loop, SimNetwork& network)
     : loop_(loop),
-      random_(seed),
-      listener_(network.Listen(address, port, [this](std::shared_ptr<SimPeer> peer) { Accept(std::move(peer)); })),
+      network_(network),
+      listener_(network.MakeListener()),
       pushTimer_(loop.MakeWorldTimer([this] { Tick(); })),
       values_([](std::int64_t set) { return std::vector<double>{static_cast<double>(set)}; }) {
   pushTimer_->SetInterval(100);
+  listener_->onAccept = [this](std::unique_ptr<SocketControl> peer) { Accept(std::move(peer)); };
+  std::string why;
+  if (!listener_->Listen("127.0.0.1", kDefaultPort, why)) throw std::logic_error(why);
 }
 
 UdsPeer::~UdsPeer() = default;
@@ -56,36 +57,30 @@ UdsPeer& UdsPeer::AnswersAfter(std::chrono::milliseconds wait) {
   return *this;
 }
 
-UdsPeer& UdsPeer::Misbehaves(UdsFault fault, std::int64_t fromSet) {
-  fault_ = fault;
-  faultFrom_ = fromSet;
+UdsPeer& UdsPeer::FallsSilentAt(std::int64_t set) {
+  silentFrom_ = set;
   return *this;
 }
 
 void UdsPeer::Send(std::string_view message) {
-  SendRaw(Message(message));
-}
-
-void UdsPeer::SendRaw(std::string_view bytes) {
-  if (peer_ != nullptr) peer_->Send(bytes);
+  if (peer_ != nullptr) peer_->Write(Message(message));
 }
 
 void UdsPeer::HangUp() {
   pushTimer_->SetEnabled(false);
-  if (peer_ != nullptr) peer_->Close();
+  if (peer_ != nullptr) peer_->Disconnect();
 }
 
 void UdsPeer::BreakLink() {
   pushTimer_->SetEnabled(false);
-  if (peer_ != nullptr) peer_->Break();
+  if (peer_ != nullptr) network_.Break(*peer_);
 }
 
-void UdsPeer::Accept(std::shared_ptr<SimPeer> peer) {
+void UdsPeer::Accept(std::unique_ptr<SocketControl> peer) {
   HangUp();
   peer_ = std::move(peer);
-  peer_->onData = [this](std::string_view bytes) { Take(bytes); };
+  peer_->onDataArrival = [this] { Take(peer_->ReadAvailable()); };
   peer_->onClose = [this] { pushTimer_->SetEnabled(false); };
-  ++connections_;
   pushes_ = false;
   unfinished_.clear();
 }
@@ -113,13 +108,13 @@ void UdsPeer::Answer(void (UdsPeer::*action)()) {
     (this->*action)();
     return;
   }
-  loop_.After(answersAfter_, [this, action, asker = std::weak_ptr<SimPeer>(peer_)] {
+  loop_.After(answersAfter_, [this, action, asker = std::weak_ptr<SocketControl>(peer_)] {
     if (!asker.expired()) (this->*action)();
   });
 }
 
 void UdsPeer::Tick() {
-  if (pushes_ || Faulty(UdsFault::EndlessMessage)) {
+  if (pushes_) {
     SendSet();
   } else {
     pushTimer_->SetEnabled(false);
@@ -127,57 +122,15 @@ void UdsPeer::Tick() {
 }
 
 void UdsPeer::SendStatus() {
-  if (Faulty(UdsFault::Silent)) return;
-  const int declared = Faulty(UdsFault::TooManyChannels) ? 9 : channels_;
-  const std::string status = Message("^^2013" + NumberText(std::int64_t{declared})) + Message("^^1001");
-  if (Faulty(UdsFault::HalfMessages)) {
-    SendInHalves(status);
-  } else {
-    SendRaw(status);
-  }
+  if (IsSilent()) return;
+  peer_->Write(Message("^^2013" + NumberText(std::int64_t{channels_})) + Message("^^1001"));
   if (pushes_) pushTimer_->SetEnabled(true);
 }
 
 void UdsPeer::SendSet() {
-  if (!IsConnected() || Faulty(UdsFault::Silent)) return;
-  if (Faulty(UdsFault::EndlessMessage)) {
-    if (peer_->Waiting() < kEndlessBacklog) SendRaw(std::string(kEndlessPiece, 'x'));
-    if (!pushTimer_->Enabled()) pushTimer_->SetEnabled(true);
-    return;
-  }
-  if (Faulty(UdsFault::DropMidSet)) {
-    const std::string set = SetText();
-    SendRaw(std::string_view(set).substr(0, set.find(kTerminator) + 1));
-    HangUp();
-    return;
-  }
-  if (Faulty(UdsFault::Garbage)) SendGarbage();
-  SendWholeSet();
-}
-
-void UdsPeer::SendWholeSet() {
-  const std::string set = SetText();
-  if (Faulty(UdsFault::HalfMessages)) {
-    SendInHalves(set);
-  } else {
-    SendRaw(set);
-  }
+  if (!IsConnected() || IsSilent()) return;
+  peer_->Write(SetText());
   ++sets_;
-}
-
-void UdsPeer::SendInHalves(std::string_view messages) {
-  std::size_t middle = 1 + random_.Below(messages.size() - 1);
-  if (messages[middle - 1] == kTerminator) --middle;  // a cut between two messages would harm neither
-  SendRaw(messages.substr(0, middle));
-  loop_.After(kBetweenHalves, [rest = std::string(messages.substr(middle)), receiver = std::weak_ptr<SimPeer>(peer_)] {
-    if (const auto peer = receiver.lock()) peer->Send(rest);
-  });
-}
-
-void UdsPeer::SendGarbage() {
-  std::string bytes(1 + random_.Below(200), ' ');
-  for (char& byte : bytes) byte = static_cast<char>(random_.Below(256));
-  SendRaw(bytes + kTerminator);
 }
 
 std::string UdsPeer::SetText() const {

@@ -24,45 +24,6 @@ void ReplaceFile(SimDisk& disk, std::string_view bytes, bool sync) {
   if (!error) disk.Rename("/home/station/run.new", kFile, error);
 }
 
-TEST(SimDisk, BehavesAsAFileSystem) {
-  SimDisk disk(1);
-  std::error_code error;
-  EXPECT_EQ(WriteFile(disk, kFile, "abc", OpenMode::Create), std::errc::no_such_file_or_directory) << "no folder yet";
-  disk.MakeFolders("/home/station/", error);
-  EXPECT_FALSE(WriteFile(disk, kFile, "abcdef", OpenMode::Create));
-  EXPECT_FALSE(WriteFile(disk, kFile, "gh", OpenMode::Append));
-  EXPECT_FALSE(WriteFile(disk, kFile, "AB", OpenMode::ReadWrite));
-  EXPECT_EQ(disk.Contents(kFile), "ABcdefgh");
-  EXPECT_EQ(disk.Used(), 8u);
-
-  auto file = disk.Open(kFile, OpenMode::ReadWrite, error);
-  file->Truncate(3, error);
-  file->Seek(5, error);
-  file->Write("z", error);
-  EXPECT_EQ(disk.Contents(kFile), std::string("ABc\0\0z", 6)) << "a hole reads as zeros";
-  char bytes[10];
-  file->Seek(2, error);
-  EXPECT_EQ(file->Read(bytes, sizeof bytes, error), 4u);
-  EXPECT_EQ(std::string(bytes, 1), "c");
-  EXPECT_EQ(file->Read(bytes, sizeof bytes, error), 0u);
-  EXPECT_FALSE(error);
-
-  disk.Open(kFile, OpenMode::Read, error)->Write("x", error);
-  EXPECT_TRUE(error) << "opened for reading";
-  disk.Put("/home/station/old/a.txt", "1");
-  disk.Put("/home/station/a.txt", "1");
-  disk.Rename("/home/station/old/a.txt", "/home/station/run.tvd", error);
-  EXPECT_EQ(disk.Contents(kFile), "1");
-  EXPECT_EQ(disk.Used(), 2u);
-  EXPECT_EQ(disk.ListFiles("/home/station", error), (std::vector<std::filesystem::path>{"a.txt", "run.tvd"}));
-  disk.Remove("/home/station", error);
-  EXPECT_EQ(error, std::errc::directory_not_empty);
-  disk.Remove("/home/station/none", error);
-  EXPECT_FALSE(error);
-  disk.ListFiles("/none", error);
-  EXPECT_EQ(error, std::errc::no_such_file_or_directory);
-}
-
 TEST(SimDisk, AFullDiskStoresWhatFits) {
   SimDisk disk(1);
   disk.Put(kFile, "abc");
@@ -221,14 +182,6 @@ TEST(SimDisk, LosingPowerKeepsAPrefixOfTheWritesInOrder) {
     if (bytes != all) ++shortened;
   }
   EXPECT_GT(shortened, 10);
-}
-
-TEST(SimDisk, AppendingASmallRecordToALargeFileCostsTheRecord) {
-  SimDisk disk(1);
-  disk.SetPowerLoss(true);
-  disk.Put(kFile, std::string(20'000'000, 'x'));
-  for (int record = 0; record < 200'000; ++record) WriteFile(disk, kFile, "12345678", OpenMode::Append);
-  EXPECT_EQ(disk.Contents(kFile)->size(), 21'600'000u);
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <stdexcept>
 #include <string>
 
 #include "sim/sim_host.h"
@@ -48,8 +47,8 @@ struct Outcome {
 /// A day in rough weather with a crash in the middle.
 Outcome RoughDay(std::uint64_t seed) {
   SimHost host(seed);
-  UdsPeer uds(host.loop, host.network, seed);
-  host.network.weather = {1ms, 40ms, true, true, 0};
+  UdsPeer uds(host.loop, host.network);
+  host.network.weather = {1ms, 40ms, true, true};
   auto program = std::make_unique<Program>(host.Record());
   host.disk.CrashAtOperation(500 + seed, seed);
   EXPECT_TRUE(host.RunsUntilCrash([&] { host.loop.RunFor(1h); }));
@@ -67,61 +66,6 @@ TEST(SimHost, OneSeedGivesOneRunAndAnotherSeedAnother) {
   const Outcome other = RoughDay(12);
   EXPECT_NE(first.fingerprint, other.fingerprint);
   EXPECT_NE(first.log, other.log);
-}
-
-TEST(SimHost, ADeadProgramDoesNothingMoreAndTheNextOneRuns) {
-  SimHost host(1);
-  auto program = std::make_unique<Program>(host.Record());
-  host.loop.RunFor(100ms);
-  host.Kill();
-  const std::uint64_t operations = host.disk.Operations();
-  host.loop.RunFor(1s);
-  program.reset();
-  host.Reboot();
-  EXPECT_EQ(host.disk.Operations(), operations);
-  EXPECT_EQ(host.disk.Contents("/log"), "tick\ntick\ntick\n") << "no tick and no last words after its death";
-  program = std::make_unique<Program>(host.Record());
-  host.loop.RunFor(35ms);
-  program.reset();
-  EXPECT_EQ(host.disk.Contents("/log"), "tick\ntick\ntick\ntick\nended\n");
-}
-
-TEST(SimDialogs, AnswersFromTheScriptAndThenByDefault) {
-  SimHost host(1);
-  host.dialogs.AnswerNext(Answer::No);
-  host.dialogs.ChooseFileNext(std::nullopt);
-  const Question question{"Chart", "Save it?", Buttons::YesNo, Answer::Yes};
-  EXPECT_EQ(host.dialogs.Ask(question), Answer::No);
-  EXPECT_EQ(host.dialogs.Ask(question), Answer::Yes);
-  const SaveFileRequest request{"Save", "/data", "UT100102", ".tvd", ""};
-  EXPECT_EQ(host.dialogs.AskSaveFile(request), std::nullopt);
-  EXPECT_EQ(host.dialogs.AskSaveFile(request), "/data/UT100102.tvd");
-  host.dialogs.ShowMessage("Disk", "It is full");
-  EXPECT_EQ(host.dialogs.Questions(), 4);
-  EXPECT_TRUE(host.dialogs.HasShown("is full"));
-  host.dialogs.AnswerNext(Answer::Cancel);
-  EXPECT_THROW(host.dialogs.Ask(question), std::logic_error);
-}
-
-TEST(SimProcesses, AStartedProgramComesToLifeThroughItsCallback) {
-  SimHost host(1);
-  std::unique_ptr<UdsPeer> uds;
-  host.processes.onStart = [&](const std::string&) {
-    host.loop.After(2s, [&] {
-      uds = std::make_unique<UdsPeer>(host.loop, host.network, 1);
-      host.processes.OpenWindow("My User Data Source");
-    });
-  };
-  std::string why;
-  host.processes.RefuseStarts("not found");
-  EXPECT_FALSE(host.processes.StartMinimised("uds.exe", why));
-  EXPECT_EQ(why, "not found");
-  host.processes.RefuseStarts("");
-  EXPECT_TRUE(host.processes.StartMinimised("uds.exe /q", why));
-  EXPECT_FALSE(host.processes.IsRunning("User Data Source"));
-  EXPECT_TRUE(host.loop.RunUntil([&] { return host.processes.IsRunning("User Data Source"); }, 10s));
-  EXPECT_EQ(host.loop.Now(), 2000);
-  EXPECT_EQ(host.processes.Started().back(), "uds.exe /q");
 }
 
 }  // namespace

@@ -19,7 +19,7 @@ TEST(SoundInput, MayBeOpenedAnewInsideTheHandOverToTheSpectrum) {
   host.sound.Plug(kCard, [](std::int64_t) { return std::pair(1000, -300); });
   int buffers = 0;
   input.onBuffer = [&](double) { ++buffers; };
-  window.run.chartState = ChartState::Running;
+  window.run.phase = RunPhase::Running;
 
   SpectrumFeed& feed = window.sound.spectrum;
   feed.SpectrumActive = true;

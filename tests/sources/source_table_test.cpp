@@ -12,9 +12,9 @@ namespace {
 
 Settings RowsOf(std::initializer_list<DataSourceId> sources) {
   Settings settings;
-  settings.Dsrc = {};
+  settings.channels.Dsrc = {};
   int row = 0;
-  for (const DataSourceId source : sources) settings.Dsrc[row++] = source;
+  for (const DataSourceId source : sources) settings.channels.Dsrc[row++] = source;
   return settings;
 }
 
@@ -93,44 +93,44 @@ TEST(SourceTable, TheOptionsRefuseWhatCannotWork) {
 
 TEST(SourceTable, ADifferentialPairTakesBothItsInputs) {
   Settings settings = RowsOf({20, 63, 0, 61});
-  settings.LJU12se = {1, 1, 0, 1};
+  settings.channels.LJU12se = {1, 1, 0, 1};
   EXPECT_EQ(RefuseInOptions(settings, false).row, 1);
   EXPECT_EQ(RefuseInOptions(settings, false).text,
             "You cannot use LabJack U12 channel 4 when channel 3 is set to differential mode.");
   for (const DataSourceId fine : {62, 65, 67}) {
-    settings.Dsrc[1] = fine;
+    settings.channels.Dsrc[1] = fine;
     EXPECT_EQ(RefuseInOptions(settings, false).text, "") << fine << "; the fourth pair is meant to go through";
   }
 }
 
 TEST(SourceTable, EstimatesFollowTheFileLayoutAndTheRate) {
   Settings settings = RowsOf({20, 21});
-  settings.MaxArrayCount = 1000000;
-  settings.NoTimeStamps = false;
-  settings.SaveAsIntegers = false;
+  settings.timing.MaxArrayCount = 1000000;
+  settings.timing.NoTimeStamps = false;
+  settings.files.SaveAsIntegers = false;
   EXPECT_EQ(ConvertCountSize(settings), "(approx file size in bytes = 24,000,000 )");
-  settings.SaveAsIntegers = true;
+  settings.files.SaveAsIntegers = true;
   EXPECT_EQ(ConvertCountSize(settings), "(approx file size in bytes = 12,000,000 )");
-  settings.NoTimeStamps = true;
+  settings.timing.NoTimeStamps = true;
   EXPECT_EQ(ConvertCountSize(settings), "(approx file size in bytes = 4,000,000 )");
-  settings.MaxArrayCount = std::numeric_limits<std::int32_t>::max();
-  settings.SaveAsIntegers = false;
+  settings.timing.MaxArrayCount = std::numeric_limits<std::int32_t>::max();
+  settings.files.SaveAsIntegers = false;
   EXPECT_EQ(ConvertCountSize(settings), "(approx file size in bytes = 34,359,738,352 )") << "more than 32 bits";
 
-  settings.SampleRate = 80;
-  settings.vAvg = 0;
+  settings.timing.SampleRate = 80;
+  settings.timing.vAvg = 0;
   EXPECT_EQ(ConvertCountRate(settings), "12.5  Samples per Second.") << "an average below 1 counts as 1";
-  settings.vAvg = 25;
+  settings.timing.vAvg = 25;
   EXPECT_EQ(ConvertCountRate(settings), "2  Seconds per Sample.");
-  settings.SampleRate = 0;
+  settings.timing.SampleRate = 0;
   EXPECT_EQ(ConvertCountRate(settings), "");
 }
 
 TEST(SourceTable, HintsTellOfTheFirstNoneAndOfMissingEquations) {
   Settings settings = RowsOf({41, 40, 0});
-  settings.Equ = {};
-  settings.Equ[0] = "CH2*2";
-  settings.Equ[1] = " ";
+  settings.channels.Equ = {};
+  settings.channels.Equ[0] = "CH2*2";
+  settings.channels.Equ[1] = " ";
   EXPECT_EQ(DsrcToolTip(settings, 0), "Equation: CH2*2");
   EXPECT_EQ(DsrcToolTip(settings, 1), "Equation Not Defined - be sure to define it before charting.");
   EXPECT_EQ(DsrcToolTip(settings, 2),

@@ -6,6 +6,7 @@
 #include <initializer_list>
 #include <memory>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,21 +22,23 @@ namespace tarvolt {
 /// A User Data Source at the other end of a simulated network: answers STAT and GETD with what it is told to.
 class ScriptedSource {
  public:
-  ScriptedSource(SimHost& machine, std::uint16_t port)
-      : listener_(machine.network.Listen("127.0.0.1", port,
-                                         [this](std::shared_ptr<SimPeer> accepted) { Accept(accepted); })) {}
+  ScriptedSource(SimHost& machine, std::uint16_t port) : listener_(machine.network.MakeListener()) {
+    listener_->onAccept = [this](std::unique_ptr<SocketControl> accepted) { Accept(std::move(accepted)); };
+    std::string why;
+    if (!listener_->Listen("127.0.0.1", port, why)) throw std::logic_error(why);
+  }
 
   std::string statusAnswer = "^^20132\xFF^^1001\xFF";
   std::string dataAnswer;
-  std::vector<std::string> heard;  ///< the words that came
-  std::function<void()> onStat;    ///< instead of the answer
-  std::shared_ptr<SimPeer> peer;   ///< the last one that connected
+  std::vector<std::string> heard;       ///< the words that came
+  std::function<void()> onStat;         ///< instead of the answer
+  std::unique_ptr<SocketControl> peer;  ///< the last one that connected
 
  private:
-  void Accept(const std::shared_ptr<SimPeer>& accepted) {
-    peer = accepted;
-    peer->onData = [this](std::string_view bytes) {
-      received_ += bytes;
+  void Accept(std::unique_ptr<SocketControl> accepted) {
+    peer = std::move(accepted);
+    peer->onDataArrival = [this] {
+      received_ += peer->ReadAvailable();
       for (auto end = received_.find('\xFF'); end != std::string::npos; end = received_.find('\xFF')) {
         const std::string word = received_.substr(0, end);
         received_.erase(0, end + 1);
@@ -47,11 +50,11 @@ class ScriptedSource {
   void Hear(const std::string& word) {
     heard.push_back(word);
     if (word == "STAT" && onStat) return onStat();
-    if (word == "STAT") peer->Send(statusAnswer);
-    if (word == "GETD" && !dataAnswer.empty()) peer->Send(dataAnswer);
+    if (word == "STAT") peer->Write(statusAnswer);
+    if (word == "GETD" && !dataAnswer.empty()) peer->Write(dataAnswer);
   }
 
-  std::unique_ptr<SimListener> listener_;
+  std::unique_ptr<SocketListener> listener_;
   std::string received_;
 };
 
@@ -59,23 +62,22 @@ class ScriptedSource {
 class UdsBench final : public RunControl {
  public:
   explicit UdsBench(std::initializer_list<std::int16_t> sources = {20, 21}) {
-    settings.UDSip = "127.0.0.1";
-    settings.UDSport = 1735;
-    settings.UDSpush = false;
-    settings.StartUDS = false;
-    settings.ShowMsgBox = true;
-    settings.ChartWidth = 120;
-    settings.MaxDuration = 1;
-    settings.Dsrc = {};
+    settings.uds.UDSip = "127.0.0.1";
+    settings.uds.UDSport = 1735;
+    settings.uds.UDSpush = false;
+    settings.uds.StartUDS = false;
+    settings.program.ShowMsgBox = true;
+    settings.timing.ChartWidth = 120;
+    settings.timing.MaxDuration = 1;
+    settings.channels.Dsrc = {};
     int row = 0;
-    for (const std::int16_t number : sources) settings.Dsrc[row++] = number;
+    for (const std::int16_t number : sources) settings.channels.Dsrc[row++] = number;
   }
 
   void StartChart(const std::string&) override {}
   void StopChart() override {
-    if (!run.ChartRunning) return;
-    run.ChartRunning = false;
-    run.ChartStopped = true;
+    if (!run.ChartRunning()) return;
+    run.phase = RunPhase::Idle;
     run.AbortFlag = true;
     client.Close();
     ++stops;
@@ -88,17 +90,19 @@ class UdsBench final : public RunControl {
 
   /// The source comes up, the link too, and the run begins.
   bool StartRun(bool push = false) {
-    settings.UDSpush = push;
+    settings.uds.UDSpush = push;
     if (!source) source.emplace(host, std::uint16_t{1735});
-    run.ChartRunning = client.UDSConnect();
-    return run.ChartRunning;
+    if (client.UDSConnect()) run.phase = RunPhase::Running;
+    return run.ChartRunning();
   }
 
   /// One data event with these bytes.
   void Send(std::string_view bytes) {
-    source->peer->Send(bytes);
+    source->peer->Write(bytes);
     host.loop.RunFor(std::chrono::milliseconds(5));
   }
+
+  void BreakLink() { host.network.Break(*source->peer); }
 
   void PressEscapeAfter(std::chrono::milliseconds wait) {
     host.loop.After(wait, [this] { run.AbortFlag = true; });

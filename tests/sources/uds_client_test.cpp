@@ -19,17 +19,17 @@ using Words = std::vector<std::string>;
 TEST(UdsConnect, TellsTheSourceTheModeAndTakesItsChannels) {
   for (const bool push : {false, true}) {
     UdsBench bench;
-    bench.settings.TVudsIP = "10.0.0.5";
-    bench.settings.TVudsPort = "4711";
+    bench.settings.uds.TVudsIP = "10.0.0.5";
+    bench.settings.uds.TVudsPort = "4711";
     ASSERT_TRUE(bench.StartRun(push));
     EXPECT_TRUE(bench.client.IsReady());
     EXPECT_EQ(bench.source->heard, (Words{"INIT", push ? "PUSH" : "POLL", "STAT"}));
-    EXPECT_EQ(bench.source->peer->programAddress, "10.0.0.5");
-    EXPECT_EQ(bench.source->peer->programPort, 4711);
+    EXPECT_EQ(bench.source->peer->RemoteEnd().address, "10.0.0.5");
+    EXPECT_EQ(bench.source->peer->RemoteEnd().port, 4711);
     EXPECT_EQ(bench.run.ChannelCount, 2);
     EXPECT_EQ(bench.window.header.channels, 2);
     EXPECT_EQ(bench.window.chart.ChannelCount(), 2);
-    EXPECT_EQ(bench.window.view.StatusText, "");
+    EXPECT_EQ(bench.window.view.Status.Text(), "");
     EXPECT_EQ(bench.LogLines("Connecting to UDS on :127.0.0.1:1735"), 1);
   }
 }
@@ -40,7 +40,6 @@ TEST(UdsConnect, ASecondRunStartsAtTheTop) {
   bench.StopChart();
   EXPECT_FALSE(bench.client.IsReady());
   bench.source->statusAnswer = "^^20131\xFF";
-  bench.run.ChartStopped = false;
   EXPECT_FALSE(bench.StartRun()) << "the end of the last status exchange must not count for this one";
 }
 
@@ -69,7 +68,7 @@ TEST_P(UdsConnectFails, InTimeAndInTheRightWords) {
   EXPECT_GE(taken, GetParam().least);
   EXPECT_LE(taken, GetParam().most);
   EXPECT_EQ(bench.LogLines(GetParam().words), 1) << bench.session.log.Text();
-  EXPECT_EQ(bench.window.view.StatusText, GetParam().onStatusLine ? GetParam().words : "");
+  EXPECT_EQ(bench.window.view.Status.Text(), GetParam().onStatusLine ? GetParam().words : "");
   EXPECT_FALSE(bench.run.AbortFlag);
   EXPECT_FALSE(bench.client.IsReady());
   EXPECT_EQ(bench.stops, 0);
@@ -83,62 +82,63 @@ void ListenWithStatus(UdsBench& bench, const std::string& answer) {
 
 INSTANTIATE_TEST_SUITE_P(
     Opening, UdsConnectFails,
-    testing::Values(
-        Failure{"Unreachable", [](UdsBench& bench) { bench.host.network.SetUnreachable("127.0.0.1", 1735, true); }, 30s,
-                30010ms, "Timed Out waiting for UDS connection.", true},
-        Failure{"Refused", [](UdsBench&) {}, 0ms, 1s, "UDS Connection failed. Connection refused", true},
-        Failure{"EscapeWhileConnecting",
-                [](UdsBench& bench) {
-                  bench.host.network.SetUnreachable("127.0.0.1", 1735, true);
-                  bench.PressEscapeAfter(5s);
-                },
-                5s, 5010ms, "UDS Connection attempt manually aborted.", false},
-        Failure{"Silent", [](UdsBench& bench) { ListenWithStatus(bench, ""); }, 30s, 30010ms,
-                "Timed Out waiting for UDS Initialization.", true},
-        Failure{"HalfMessage", [](UdsBench& bench) { ListenWithStatus(bench, "^^20132\xFF^^1001"); }, 30s, 30010ms,
-                "Timed Out waiting for UDS Initialization.", true},
-        Failure{"EscapeWhileInitialising",
-                [](UdsBench& bench) {
-                  ListenWithStatus(bench, "");
-                  bench.PressEscapeAfter(7s);
-                },
-                7s, 7010ms, "Manually aborted waiting for UDS Initialization.", true},
-        Failure{"Dropped",
-                [](UdsBench& bench) {
-                  ListenWithStatus(bench, "");
-                  bench.source->onStat = [&bench] { bench.source->peer->Close(); };
-                },
-                0ms, 1s, "Manually aborted waiting for UDS Initialization.", true},
-        Failure{"AnsweredAndHungUp",
-                [](UdsBench& bench) {
-                  ListenWithStatus(bench, "");
-                  bench.source->onStat = [&bench] {
-                    bench.source->peer->Send("^^1001\xFF");
-                    bench.source->peer->Close();
-                  };
-                },
-                0ms, 1s, "Manually aborted waiting for UDS Initialization.", true},
-        Failure{"Broken",
-                [](UdsBench& bench) {
-                  ListenWithStatus(bench, "");
-                  bench.source->onStat = [&bench] { bench.source->peer->Break("Connection reset by peer"); };
-                },
-                0ms, 1s, "Manually aborted waiting for UDS Initialization.", true},
-        Failure{"NineChannels", [](UdsBench& bench) { ListenWithStatus(bench, "^^20139\xFF^^1001\xFF"); }, 0ms, 1s,
-                "Fatal Stream Error! There was an error in the number of channels received!", false},
-        Failure{"NoCount", [](UdsBench& bench) { ListenWithStatus(bench, "^^2013\xFF"); }, 0ms, 1s,
-                "Fatal Stream Error! There was an error in the number of channels received!", false}),
+    testing::Values(Failure{"Unreachable",
+                            [](UdsBench& bench) { bench.host.network.SetUnreachable("127.0.0.1", 1735, true); }, 30s,
+                            30010ms, "Timed Out waiting for UDS connection.", true},
+                    Failure{"Refused", [](UdsBench&) {}, 0ms, 1s, "UDS Connection failed. Connection refused", true},
+                    Failure{"EscapeWhileConnecting",
+                            [](UdsBench& bench) {
+                              bench.host.network.SetUnreachable("127.0.0.1", 1735, true);
+                              bench.PressEscapeAfter(5s);
+                            },
+                            5s, 5010ms, "UDS Connection attempt manually aborted.", false},
+                    Failure{"Silent", [](UdsBench& bench) { ListenWithStatus(bench, ""); }, 30s, 30010ms,
+                            "Timed Out waiting for UDS Initialization.", true},
+                    Failure{"HalfMessage", [](UdsBench& bench) { ListenWithStatus(bench, "^^20132\xFF^^1001"); }, 30s,
+                            30010ms, "Timed Out waiting for UDS Initialization.", true},
+                    Failure{"EscapeWhileInitialising",
+                            [](UdsBench& bench) {
+                              ListenWithStatus(bench, "");
+                              bench.PressEscapeAfter(7s);
+                            },
+                            7s, 7010ms, "Manually aborted waiting for UDS Initialization.", true},
+                    Failure{"Dropped",
+                            [](UdsBench& bench) {
+                              ListenWithStatus(bench, "");
+                              bench.source->onStat = [&bench] { bench.source->peer->Disconnect(); };
+                            },
+                            0ms, 1s, "Manually aborted waiting for UDS Initialization.", true},
+                    Failure{"AnsweredAndHungUp",
+                            [](UdsBench& bench) {
+                              ListenWithStatus(bench, "");
+                              bench.source->onStat = [&bench] {
+                                bench.source->peer->Write("^^1001\xFF");
+                                bench.source->peer->Disconnect();
+                              };
+                            },
+                            0ms, 1s, "Manually aborted waiting for UDS Initialization.", true},
+                    Failure{"Broken",
+                            [](UdsBench& bench) {
+                              ListenWithStatus(bench, "");
+                              bench.source->onStat = [&bench] { bench.BreakLink(); };
+                            },
+                            0ms, 1s, "Manually aborted waiting for UDS Initialization.", true},
+                    Failure{"NineChannels", [](UdsBench& bench) { ListenWithStatus(bench, "^^20139\xFF^^1001\xFF"); },
+                            0ms, 1s, "Fatal Stream Error! There was an error in the number of channels received!",
+                            false},
+                    Failure{"NoCount", [](UdsBench& bench) { ListenWithStatus(bench, "^^2013\xFF"); }, 0ms, 1s,
+                            "Fatal Stream Error! There was an error in the number of channels received!", false}),
     [](const auto& failing) { return failing.param.name; });
 
 TEST(UdsStart, StartsTheProgramAndWaitsForItsWindowWithoutALimit) {
   UdsBench bench;
-  bench.settings.StartUDS = true;
-  bench.settings.UDSexe = "\"/opt/my source/receiver\" --quiet /tmp/x";
+  bench.settings.uds.StartUDS = true;
+  bench.settings.uds.UDSexe = "\"/opt/my source/receiver\" --quiet /tmp/x";
   bench.host.processes.onStart = [&](const std::string&) {
     bench.host.loop.After(20min, [&] { bench.host.processes.OpenWindow("My User Data Source 1"); });
   };
   ASSERT_TRUE(bench.StartRun());
-  EXPECT_EQ(bench.host.processes.Started(), Words{bench.settings.UDSexe});
+  EXPECT_EQ(bench.host.processes.Started(), Words{bench.settings.uds.UDSexe});
   EXPECT_EQ(bench.LogLines("Trying to Start UDS: receiver\r"), 1);
   EXPECT_GE(bench.host.clock.Now(), 20 * 60 * 1000);
 
@@ -149,10 +149,10 @@ TEST(UdsStart, StartsTheProgramAndWaitsForItsWindowWithoutALimit) {
 
 TEST(UdsStart, EscapeEndsTheWaitForTheProgramAndTheConnectionIsStillTried) {
   UdsBench bench;
-  bench.settings.StartUDS = true;
-  bench.settings.UDSexe = "C:\\uds\\receiver.exe";
+  bench.settings.uds.StartUDS = true;
+  bench.settings.uds.UDSexe = "C:\\uds\\receiver.exe";
   bench.host.loop.After(
-      1s, [&] { EXPECT_EQ(bench.window.view.StatusText, "Trying to Start: receiver.exe  - Esc to quit trying."); });
+      1s, [&] { EXPECT_EQ(bench.window.view.Status.Text(), "Trying to Start: receiver.exe  - Esc to quit trying."); });
   bench.PressEscapeAfter(3s);
   EXPECT_TRUE(bench.StartRun());
   EXPECT_LT(bench.host.clock.Now(), 4000);
@@ -160,8 +160,8 @@ TEST(UdsStart, EscapeEndsTheWaitForTheProgramAndTheConnectionIsStillTried) {
 
 TEST(UdsStart, AProgramThatCannotBeStartedIsToldAndNotWaitedFor) {
   UdsBench bench;
-  bench.settings.StartUDS = true;
-  bench.settings.UDSexe = "receiver";
+  bench.settings.uds.StartUDS = true;
+  bench.settings.uds.UDSexe = "receiver";
   bench.host.processes.RefuseStarts("No such file");
   EXPECT_TRUE(bench.StartRun());
   EXPECT_EQ(bench.LogLines("UDS cannot be started: No such file"), 1);
@@ -177,7 +177,7 @@ TEST(UdsPoll, OneRequestBringsAllChannelsHoweverLongItTakes) {
   EXPECT_TRUE(bench.sets.empty()) << "a polled set does not drive the run";
 
   bench.source->dataAnswer = "";
-  bench.host.loop.After(2h, [&] { bench.source->peer->Send("#0 1\xFF^^300040000.5\xFF"); });
+  bench.host.loop.After(2h, [&] { bench.source->peer->Write("#0 1\xFF^^300040000.5\xFF"); });
   EXPECT_EQ(bench.client.Poll(), UdsClient::PollResult::Answered);
   EXPECT_EQ(bench.run.ChannelSum[0], 2.5);
   EXPECT_EQ(bench.source->heard.back(), "GETD");
@@ -190,7 +190,7 @@ TEST(UdsPoll, EscapeEndsTheWaitAndTheNextPollWaitsAgain) {
   bench.PressEscapeAfter(90s);
   EXPECT_EQ(bench.client.Poll(), UdsClient::PollResult::GivenUp);
   const auto begin = bench.host.clock.Now();
-  bench.host.loop.After(10s, [&] { bench.source->peer->Send("^^3001\xFF"); });
+  bench.host.loop.After(10s, [&] { bench.source->peer->Write("^^3001\xFF"); });
   EXPECT_EQ(bench.client.Poll(), UdsClient::PollResult::Answered);
   EXPECT_GE(bench.host.clock.Now() - begin, 10000);
 }
@@ -198,7 +198,7 @@ TEST(UdsPoll, EscapeEndsTheWaitAndTheNextPollWaitsAgain) {
 TEST(UdsPoll, AnAnswerDuringATurnoverOfTheLogStillEndsTheWait) {
   UdsBench bench;
   ASSERT_TRUE(bench.StartRun());
-  bench.run.MaxingOut = true;
+  bench.run.phase = RunPhase::TurningOver;
   bench.source->dataAnswer = "^^3001\xFF";
   EXPECT_EQ(bench.client.Poll(), UdsClient::PollResult::Answered);
 }
@@ -208,8 +208,8 @@ TEST(UdsPoll, ALinkLostInTheMiddleOfASetStopsTheRunOnce) {
     UdsBench bench;
     ASSERT_TRUE(bench.StartRun());
     bench.host.loop.After(1s, [&] {
-      bench.source->peer->Send("#0 1\xFF");
-      broken ? bench.source->peer->Break() : bench.source->peer->Close();
+      bench.source->peer->Write("#0 1\xFF");
+      broken ? bench.BreakLink() : bench.source->peer->Disconnect();
     });
     EXPECT_EQ(bench.client.Poll(), UdsClient::PollResult::LinkLost);
     EXPECT_EQ(bench.stops, 1);
@@ -233,8 +233,8 @@ TEST(UdsPoll, AStopDuringTheWaitEndsItWithoutAWord) {
 TEST(UdsClient, GoesWithItsLinkUp) {
   SimHost host{1};
   Session session{host.Record(), "/station"};
-  session.settings.UDSip = "127.0.0.1";
-  session.settings.UDSport = 1735;
+  session.settings.uds.UDSip = "127.0.0.1";
+  session.settings.uds.UDSport = 1735;
   ScriptedSource source{host, 1735};
   UdsBench control;
   ChartWindow window;
@@ -242,11 +242,11 @@ TEST(UdsClient, GoesWithItsLinkUp) {
     SoundInput sound{session, window};
     UdsClient client{session, window, control, sound, nullptr};
     ASSERT_TRUE(client.UDSConnect());
-    source.peer->Send("^^1002/x\xFF");
+    source.peer->Write("^^1002/x\xFF");
   }
   host.loop.RunFor(1min);
   EXPECT_TRUE(control.commands.empty());
-  EXPECT_FALSE(source.peer->IsOpen());
+  EXPECT_FALSE(source.peer->IsConnected());
 }
 
 }  // namespace

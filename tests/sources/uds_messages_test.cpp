@@ -62,10 +62,9 @@ TEST(UdsMessages, APushedSetDrivesTheRunWithItsTime) {
   UdsBench bench;
   ASSERT_TRUE(bench.StartRun(true));
   bench.Send("#0 1\xFF^^3000 40000.25\xFF^^3001\xFF");
-  bench.run.MaxingOut = true;
+  bench.run.phase = RunPhase::TurningOver;
   bench.Send("^^3001\xFF");
-  bench.run.MaxingOut = false;
-  bench.run.ChartRunning = false;
+  bench.run.phase = RunPhase::Idle;
   bench.Send("^^3001\xFF");
   EXPECT_EQ(bench.sets, (std::vector<std::optional<TimeStamp>>{40000.25, std::nullopt}));
 }
@@ -96,7 +95,6 @@ TEST(UdsMessages, ASetThatStartsTheNextRunIsNotFollowedByTheOldLink) {
   bench.whileSetEnds = [&] {
     bench.whileSetEnds = nullptr;
     bench.StopChart();
-    bench.run.ChartStopped = false;
     EXPECT_TRUE(bench.StartRun(true));
   };
   bench.Send("^^3001\xFF#0 5\xFF");
@@ -112,7 +110,7 @@ TEST(UdsMessages, MessagesKeepTheirOrderWhenACommandYields) {
   std::vector<double> sums;
   bench.whileSetEnds = [&] { sums.push_back(bench.run.ChannelSum[0]); };
   bench.whileCommandRuns = [&] {
-    bench.source->peer->Send("#0 100\xFF^^3001\xFF");
+    bench.source->peer->Write("#0 100\xFF^^3001\xFF");
     bench.host.loop.RunFor(5ms);
   };
   bench.Send("#0 1\xFF^^1002/L file\xFF#0 10\xFF^^3001\xFF");
@@ -123,14 +121,14 @@ TEST(UdsMessages, MessagesKeepTheirOrderWhenACommandYields) {
 TEST(UdsMessages, AChannelCountSizesTheStoreBeforeTheRunAndNeverInIt) {
   UdsBench bench;
   ASSERT_TRUE(bench.StartRun(true));
-  bench.run.ChartRunning = false;
+  bench.run.phase = RunPhase::Idle;
   bench.Send("^^2013 5\xFF");
-  EXPECT_EQ(bench.window.view.StatusText, "Channels: 5");
+  EXPECT_EQ(bench.window.view.Status.Text(), "Channels: 5");
   EXPECT_EQ(bench.run.ChannelCount, 5);
   EXPECT_EQ(bench.window.header.channels, 5);
   EXPECT_EQ(bench.window.chart.ChannelCount(), 5);
 
-  bench.run.ChartRunning = true;
+  bench.run.phase = RunPhase::Running;
   bench.window.chart.SetValue(4, bench.window.chart.AddTime(40000), 9);
   bench.Send("^^20132\xFF");
   EXPECT_EQ(bench.run.ChannelCount, 5);
@@ -144,7 +142,7 @@ TEST(UdsMessages, AChannelCountSizesTheStoreBeforeTheRunAndNeverInIt) {
 
 TEST(UdsMessages, AnImpossibleChannelCountInAnEmptyRunLeavesOneChannel) {
   UdsBench bench;
-  bench.settings.ShowMsgBox = false;
+  bench.settings.program.ShowMsgBox = false;
   ASSERT_TRUE(bench.StartRun(true));
   bench.Send("^^20130\xFF");
   EXPECT_EQ(bench.stops, 1);
@@ -159,9 +157,9 @@ TEST(UdsMessages, TheSourceSetsTheOriginOfTimeUnlessItIsNoDate) {
   EXPECT_EQ(bench.run.time.firstStamp, 40000.5);
   EXPECT_EQ(bench.window.chart.XAxisMin, 40000.5);
   EXPECT_DOUBLE_EQ(bench.window.chart.XAxisMax, 40000.5 + 120.0 / 86400);
-  EXPECT_EQ(bench.run.ChartEndTime, 40001.5);
+  EXPECT_EQ(bench.run.log.ChartEndTime, 40001.5);
   bench.Send("^^3002\xFF");
-  EXPECT_EQ(bench.run.ChartEndTime, 40001.5) << "a log that ends at once would turn over with every sample";
+  EXPECT_EQ(bench.run.log.ChartEndTime, 40001.5) << "a log that ends at once would turn over with every sample";
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "files/data_file_reader.h"
+#include "files/format/data_file_reader.h"
 #include "text/number.h"
 
 namespace tarvolt {
@@ -21,7 +21,7 @@ bool Holds(const std::string& text, std::string_view part) {
 }  // namespace
 
 // The second channel is the first negated, so that a mix-up of channels shows.
-Station::Station(std::uint64_t seed, const WallTime& ut) : host(seed, ut), uds(host.loop, host.network, seed) {
+Station::Station(std::uint64_t seed, const WallTime& ut) : host(seed, ut), uds(host.loop, host.network) {
   uds.Channels(2).Measures([](std::int64_t set) {
     return std::vector<double>{static_cast<double>(set), -static_cast<double>(set)};
   });
@@ -52,7 +52,7 @@ Station& Station::Boot(const std::string& commandLine) {
   session_->overrides = overrides_;
   lastLog_.clear();
   session_->log.AddListener([this](const std::string& line) { lastLog_ += line + "\n"; });
-  form_ = std::make_unique<FormMain>(*session_);
+  form_ = std::make_unique<FormMain>(*session_, *person_);
   form_->Form_Load(commandLine);
   return *this;
 }

@@ -34,6 +34,12 @@ class Station {
   Station& Set(std::string_view key, bool value) { return Set(key, value ? "True" : "False"); }
   Station& Set(std::string_view key, int value);
 
+  /// Who sits in front of the program from its next start on; outlives it.
+  Station& For(Person& person) {
+    person_ = &person;
+    return *this;
+  }
+
   /// Starts the program; the first call of any of the following does so too.
   Station& Boot(const std::string& commandLine = "");
   Station& StartChart();
@@ -64,7 +70,7 @@ class Station {
   Session& TheSession() { return *session_; }
   const RunState& Run() const { return form_->Window().run; }
   const WindowState& View() const { return form_->Window().view; }
-  bool Running() const { return form_ && form_->Window().run.ChartRunning; }
+  bool Running() const { return form_ && form_->Window().run.ChartRunning(); }
 
   /// Data files outside the recovery folder, without the backup, in order of their names.
   std::vector<std::string> FilesSaved() const;
@@ -88,6 +94,8 @@ class Station {
   std::vector<std::string> DataFiles(bool rescued) const;
 
   SettingOverrides overrides_;
+  Person nobody_;
+  Person* person_ = &nobody_;
   std::unique_ptr<Session> session_;
   std::unique_ptr<FormMain> form_;
   std::string lastLog_;

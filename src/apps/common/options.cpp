@@ -4,7 +4,7 @@
 #include <iostream>
 #include <map>
 
-#include "core/command_line.h"
+#include "core/station/command_line.h"
 #include "host/disk_path.h"
 #include "text/ansi.h"
 
@@ -59,7 +59,8 @@ StationOptions ParseStationOptions(const std::string& program, const std::string
   app.add_option("--load", options.load, "Data file to open (.tvd)");
   app.add_option("--set", settings, "KEY=VALUE: a setting for this run alone; may be given often")
       ->take_all()
-      ->expected(1);
+      ->expected(1)
+      ->allow_extra_args(false);
   app.add_option("--mode", mode, "standalone, server or client")->check(CLI::IsMember(kModes, CLI::ignore_case));
   const std::string end = program == "tarvoltd" ? ", and end when it has ended" : "";
   app.add_flag("--start", options.start, "Start a chart at once" + end);

@@ -1,7 +1,6 @@
 #include "apps/tarvolt/desktop_station.h"
 
-#include "core/command_line.h"
-#include "forms/first_use/form_first_use.h"
+#include "core/station/command_line.h"
 #include "text/number.h"
 
 namespace tarvolt {
@@ -9,13 +8,12 @@ namespace {
 
 constexpr int kSuccess = 0;
 constexpr int kFailed = 1;
-constexpr int kWrongUsage = 2;
 
 }  // namespace
 
 DesktopStation::DesktopStation(const Host& host, DesktopDialogs& dialogs, const StationOptions& options,
                                const std::filesystem::path& home)
-    : options_(options), dialogs_(dialogs), session_(host, home), form_(session_) {
+    : options_(options), dialogs_(dialogs), session_(host, home), person_(!IsUnattended()), form_(session_, person_) {
   session_.overrides = options.overrides;
   endTimer_ = host.loop.MakeTimer([this] {
     dialogs_.EndWaiting();
@@ -24,16 +22,11 @@ DesktopStation::DesktopStation(const Host& host, DesktopDialogs& dialogs, const 
 }
 
 int DesktopStation::Run() {
-  if (!IsUnattended()) {
-    form_.OnFirstUse([this](Settings& settings) {
-      return RunFirstUse(session_, settings, [this] { return form_.EndRequested(); });
-    });
-  }
   if (!form_.Form_Load("")) return kFailed;
-  window_ = std::make_unique<MainWindow>(session_, form_);
+  window_ = std::make_unique<MainWindow>(session_, form_, person_);
   dialogs_.SetParent(window_.get());
   window_->show();
-  int result = Load();
+  int result = ObeyOptions(form_, session_, options_);
   if (result == kSuccess && !form_.EndRequested()) StartAsAsked();
   const bool stays = result == kSuccess || !IsUnattended();  // a person reads in the window what is wrong
   while (stays && !form_.EndRequested()) session_.host.loop.Yield();
@@ -48,16 +41,8 @@ bool DesktopStation::IsUnattended() const {
   return options_.start || StartsAlone(options_.slashCommands);
 }
 
-// A station that was given a profile or a file must not go on with something else.
-int DesktopStation::Load() {
-  if (!options_.profile.empty() && !form_.LoadProfile(options_.profile)) return kFailed;
-  if (options_.mode != SessionMode::StandAlone) form_.EnterMode(options_.mode);
-  if (!options_.load.empty() && !form_.LoadDataFile(options_.load)) return kFailed;
-  return form_.RunCommandLine(options_.slashCommands) ? kSuccess : kWrongUsage;
-}
-
 void DesktopStation::StartAsAsked() {
-  if (options_.start && !form_.Window().run.ChartRunning) form_.StartChart("");
+  if (options_.start && !form_.Window().run.ChartRunning()) form_.StartChart("");
   if (options_.seconds <= 0) return;
   endTimer_->SetInterval(RoundToInt32(options_.seconds * 1000));
   endTimer_->SetEnabled(true);

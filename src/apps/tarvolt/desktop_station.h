@@ -2,9 +2,11 @@
 
 #include <memory>
 
+#include "apps/common/obey.h"
 #include "apps/common/options.h"
 #include "core/form_main.h"
 #include "forms/dialogs/desktop_dialogs.h"
+#include "forms/form_main/desktop_person.h"
 #include "forms/form_main/main_window.h"
 #include "platform/host.h"
 
@@ -24,12 +26,12 @@ class DesktopStation {
 
  private:
   bool IsUnattended() const;
-  int Load();
   void StartAsAsked();
 
   const StationOptions& options_;
   DesktopDialogs& dialogs_;
   Session session_;
+  DesktopPerson person_;
   FormMain form_;
   std::unique_ptr<MainWindow> window_;
   std::unique_ptr<Timer> endTimer_;

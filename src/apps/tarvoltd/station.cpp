@@ -11,7 +11,6 @@ namespace {
 
 constexpr int kSuccess = 0;
 constexpr int kFailed = 1;
-constexpr int kWrongUsage = 2;
 
 /// Length of the time and the blank in front of a log line's text.
 constexpr std::size_t kLogTime = 9;
@@ -19,11 +18,11 @@ constexpr std::size_t kLogTime = 9;
 }  // namespace
 
 Station::Station(const Host& host, const StationOptions& options, const std::filesystem::path& home)
-    : options_(options), status_(options.quiet), session_(host, home), form_(session_) {
+    : options_(options), live_(options.quiet), session_(host, home), form_(session_, nobody_) {
   session_.overrides = options.overrides;
   session_.log.AddListener([this](const std::string& line) {
     lastLogged_ = line;
-    status_.PrintLog(line);
+    live_.PrintLog(line);
   });
 }
 
@@ -35,7 +34,8 @@ void Station::TakeDialogText(const std::string& line) {
 
 int Station::Run() {
   StartTimers();
-  int result = Load();
+  form_.Form_Load("");
+  int result = ObeyOptions(form_, session_, options_);
   if (result == kSuccess && !form_.EndRequested()) result = Record();
   form_.Form_Unload();
   EndTimers();
@@ -43,25 +43,15 @@ int Station::Run() {
 }
 
 void Station::StartTimers() {
-  secondTimer_ = session_.host.loop.MakeTimer([this] { status_.Show(session_, form_.Window()); });
+  secondTimer_ = session_.host.loop.MakeTimer([this] { live_.Show(session_, form_.Window()); });
   secondTimer_->SetInterval(1000);
   secondTimer_->SetEnabled(true);
   endTimer_ = session_.host.loop.MakeTimer([this] { form_.RequestEnd(); });
 }
 
-// Start-up, with the command line's own words obeyed at its end. A station that was given a profile must not record
-// with other settings.
-int Station::Load() {
-  form_.Form_Load("");
-  if (!options_.profile.empty() && !form_.LoadProfile(options_.profile)) return kFailed;
-  if (options_.mode != SessionMode::StandAlone) form_.EnterMode(options_.mode);
-  if (!options_.load.empty() && !form_.LoadDataFile(options_.load)) return kFailed;
-  return form_.RunCommandLine(options_.slashCommands) ? kSuccess : kWrongUsage;
-}
-
 int Station::Record() {
-  if (options_.start && !form_.Window().run.ChartRunning) form_.StartChart("");
-  const bool recording = form_.Window().run.ChartRunning;
+  if (options_.start && !form_.Window().run.ChartRunning()) form_.StartChart("");
+  const bool recording = form_.Window().run.ChartRunning();
   if (options_.start && !recording) return kFailed;
   if (options_.seconds > 0) {
     endTimer_->SetInterval(RoundToInt32(options_.seconds * 1000));
@@ -69,14 +59,14 @@ int Station::Record() {
   }
   while (!form_.EndRequested()) {
     session_.host.loop.Yield();
-    if (options_.start && !form_.Window().run.ChartRunning) break;
+    if (options_.start && !form_.Window().run.ChartRunning()) break;
   }
   return kSuccess;
 }
 
 void Station::EndTimers() {
   secondTimer_->SetEnabled(false);
-  status_.Clear();
+  live_.Clear();
 }
 
 }  // namespace tarvolt

@@ -2,8 +2,9 @@
 
 #include <memory>
 
+#include "apps/common/obey.h"
 #include "apps/common/options.h"
-#include "apps/tarvoltd/status_line.h"
+#include "apps/tarvoltd/live_line.h"
 #include "core/form_main.h"
 #include "platform/host.h"
 
@@ -28,14 +29,14 @@ class Station {
 
  private:
   void StartTimers();
-  int Load();
   int Record();
   void EndTimers();
 
   const StationOptions& options_;
-  StatusLine status_;
+  LiveLine live_;
   std::string lastLogged_;
   Session session_;
+  Person nobody_;
   FormMain form_;
   std::unique_ptr<Timer> secondTimer_;
   std::unique_ptr<Timer> endTimer_;

@@ -2,9 +2,9 @@
 #include <filesystem>
 
 #include "commands.h"
-#include "core/apply_function.h"
-#include "core/version.h"
-#include "files/load.h"
+#include "core/chart/apply_function.h"
+#include "core/chart/load_data.h"
+#include "core/station/version.h"
 #include "files/saving.h"
 #include "host/disk_path.h"
 #include "host/headless_dialogs.h"
@@ -50,9 +50,8 @@ bool FitsChart(const EquationSet& set, int channels) {
 }  // namespace
 
 std::string EquationArgumentFault(const std::string& argument) {
-  const ChannelEquation equation = EquationOf(argument);
-  if (equation.channel == 0) return argument + " is not N=TEXT with a channel from 1 to 8 and its equation";
-  return equation.text.size() > kLongestChannelEquation ? "the equation is too long" : "";
+  if (EquationOf(argument).channel != 0) return {};
+  return argument + " is not N=TEXT with a channel from 1 to 8 and its equation";
 }
 
 CommandResult ApplyToFile(const ApplyRequest& request, int argc, char** argv) {
@@ -75,11 +74,14 @@ CommandResult ApplyToFile(const ApplyRequest& request, int argc, char** argv) {
     Complain("You cannot add that many channels.");
     return CommandResult::WrongUsage;
   }
-  if (!AddEquationChannels(window, request.newChannels)) return CommandResult::Failed;
   const EquationSet set = SetOf(request);
-  if (!FitsChart(set, window.chart.ChannelCount())) return CommandResult::WrongUsage;
-  ChannelEquations equations(1);
-  ApplyFunction(session, window, equations, set);
+  if (!FitsChart(set, window.chart.ChannelCount() + request.newChannels)) return CommandResult::WrongUsage;
+  ChannelEquations equations(1, [](const std::string& words) { Complain(Utf8FromAnsi(words)); });
+  const Outcome applied = ApplyFunction(session, window, equations, set, request.newChannels);
+  if (!applied) {
+    Complain(Utf8FromAnsi(applied.Words()));
+    return CommandResult::Failed;
+  }
   const std::string output = NameFromDisk(request.output).value_or(request.output);
   const bool saved = SaveDataFile(session, window, output, false) == SaveOutcome::Saved;
   return saved ? CommandResult::Done : CommandResult::Failed;

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "files/data_file_reader.h"
+#include "files/format/data_file_reader.h"
 
 namespace tarvolt {
 

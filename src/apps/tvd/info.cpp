@@ -15,7 +15,7 @@ std::string Count(std::int64_t count) {
   return NumberText(count);
 }
 
-std::string TimeBaseText(const ParsedNotes& notes) {
+std::string TimeBaseText(const NotesBlock& notes) {
   std::string text = notes.lmst ? "LMST" : notes.usingUT ? "UT" : "local";
   return notes.timeRefZero ? text + ", counted from the midnight of the start" : text;
 }
@@ -53,7 +53,7 @@ void PutLayout(Output& output, const DataFileReader& reader) {
 }
 
 void PutItems(Output& output, const DataFileReader& reader) {
-  const ParsedNotes& notes = reader.Notes();
+  const NotesBlock& notes = reader.Notes();
   for (int i = 0; i < reader.Layout().channels; ++i) {
     const std::string offset = notes.offsets[i].empty() ? "" : "  offset " + notes.offsets[i];
     Line(output, "Channel " + Count(i + 1), Utf8FromAnsi(notes.labels[i] + offset));
@@ -99,7 +99,7 @@ void AddHeader(Json& json, const DataFileReader& reader) {
 }
 
 void AddLayout(Json& json, const DataFileReader& reader) {
-  const ParsedNotes& notes = reader.Notes();
+  const NotesBlock& notes = reader.Notes();
   json.Number("samples", reader.WholeCount());
   json.Bool("integers", notes.integers);
   json.Bool("timeStamps", !notes.noTimeStamps);
@@ -109,7 +109,7 @@ void AddLayout(Json& json, const DataFileReader& reader) {
 }
 
 void AddItems(Json& json, const DataFileReader& reader) {
-  const ParsedNotes& notes = reader.Notes();
+  const NotesBlock& notes = reader.Notes();
   json.BeginArray("channels");
   for (int i = 0; i < reader.Layout().channels; ++i) {
     json.BeginObject();

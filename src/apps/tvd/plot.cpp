@@ -2,12 +2,12 @@
 #include <filesystem>
 
 #include "commands.h"
-#include "core/chart_view_entry.h"
-#include "core/load_commands.h"
+#include "core/chart/chart_view_entry.h"
+#include "core/chart/load_data.h"
+#include "display/column_reduction.h"
 #include "forms/plot/chart_picture.h"
 #include "host/disk_path.h"
-#include "host/headless_dialogs.h"
-#include "host/make_host.h"
+#include "host/posix_file_system.h"
 #include "output.h"
 #include "text/ansi.h"
 #include "text/number.h"
@@ -42,22 +42,51 @@ bool ChooseChannels(std::string_view list, StripChart& chart) {
 // The y range to what is seen.
 void FitWhatIsSeen(StripChart& chart) {
   MinMax seen;
-  const std::int32_t first = FindXaxisMinIndex(chart);
-  const std::int32_t last = FindXaxisMaxIndex(chart);
+  const ColumnEdges all = FindColumnEdges(chart, chart.XAxisMin, chart.XAxisMax, 1);
   for (int channel = 0; channel < chart.ChannelCount(); ++channel) {
-    if (!chart.ChannelVisible[channel] || last < first) continue;
-    const MinMax range = chart.Range(channel, first, last);
-    if (!range.IsEmpty()) seen.Widen(range);
+    if (!chart.ChannelVisible[channel]) continue;
+    for (const PixelColumn& column : ReduceToColumns(chart, channel, all)) seen.Widen({column.lowest, column.highest});
   }
   if (!seen.IsEmpty()) SetRange(chart, {chart.XAxisMin, chart.XAxisMax, seen.lowest, seen.highest});
 }
 
-std::string ApplyTimes(const PlotOptions& options, const ChartWindow& window, ChartCommands& commands) {
+// The x range that was asked for; what is wrong with it in words.
+std::string ApplyTimes(const PlotOptions& options, ChartWindow& window) {
   if (options.from.empty() && options.to.empty()) return "";
+  StripChart& chart = window.chart;
   ChartViewEntry entry = DescribeView(window, 0);
-  entry.from = options.from.empty() ? FormatDate(window.chart.GetTime(0), "YYYY-MM-DD hh:nn:ss") : options.from;
+  entry.from = options.from.empty() ? FormatDate(chart.XAxisMin, "YYYY-MM-DD hh:nn:ss") : options.from;
   entry.to = options.to.empty() ? ChartViewEntry::kEndOfData : options.to;
-  return ApplyChartView(entry, window, commands);
+  ChartViewRequest request;
+  const std::string problem = ValuesOK(entry, chart, request);
+  if (!problem.empty()) return problem;
+  const ChartRange range = RangeOfView(request, chart);
+  if (!(range.xMin < range.xMax)) return "The chart view must end after it starts.";
+  SetRange(chart, range);
+  return "";
+}
+
+// False, and said, when it cannot be loaded as a whole.
+bool Load(const std::string& name, ChartWindow& window) {
+  PosixFileSystem files;
+  ChartLoad load(files, {});
+  const std::filesystem::path file = NameFromDisk(name).value_or(name);
+  if (const Outcome opened = load.Open(file); !opened) {
+    Complain(Trim(Utf8FromAnsi(ReplaceAll(opened.Words(), "\n", " "))));
+    return false;
+  }
+  load.ChooseChannels();  // all of them, as nobody is asked
+  BeginLoadedChart(load.Chart(), window);
+  const bool whole = load.ReadSamples(window.chart);
+  FinishLoadedChart(load.Chart(), window);
+  if (!load.Chart().HasData()) {
+    Complain(name + ": does not appear to have any data");
+  } else if (!whole) {
+    Complain(name + ": could not be loaded as a whole");
+  }
+  FitX(window.chart);
+  ShowChartLegend(window);
+  return whole && load.Chart().HasData();
 }
 
 bool Draw(const PlotOptions& options, const ChartWindow& window) {
@@ -76,20 +105,14 @@ PlotResult PlotFile(const PlotOptions& options, int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});  // what concerns screens
   QApplication application(argc, argv);
-  const auto owner = MakeHost(
-      application, std::make_unique<HeadlessDialogs>([](const std::string& line) { Complain(Utf8FromAnsi(line)); }));
-  Session session(owner->host, "");
   ChartWindow window;
-  ChartCommands commands(session, window);
-  if (!LoadAndShow(session, window, commands, NameFromDisk(options.file).value_or(options.file))) {
-    return PlotResult::Failed;
-  }
+  if (!Load(options.file, window)) return PlotResult::Failed;
   if (!ChooseChannels(options.channels, window.chart)) {
     Complain("--channels needs numbers from 1 to " + NumberText(std::int64_t{window.chart.ChannelCount()}) +
              " such as 1,3 or 2-4");
     return PlotResult::WrongUsage;
   }
-  const std::string problem = ApplyTimes(options, window, commands);
+  const std::string problem = ApplyTimes(options, window);
   if (!problem.empty()) {
     Complain(problem);
     return PlotResult::WrongUsage;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "text/ansi.h"
 #include "text/number.h"
 
 namespace tarvolt {
@@ -28,11 +29,11 @@ class CompiledProgram::SlotMaker {
  public:
   explicit SlotMaker(Slots& slots) : slots_(slots) {}
 
-  SlottedText Put(const Datum& datum) {
+  std::optional<SlottedText> Put(const Datum& datum) {
     const auto known = std::find(slots_.begin(), slots_.end(), datum);
     const auto slot = static_cast<std::size_t>(known - slots_.begin());
     if (known == slots_.end()) slots_.push_back(datum);
-    if (datum.kind == DatumKind::ZAt) otherSamples.push_back(slot);
+    numbers.push_back(slot);
     return SlottedText(1, static_cast<char16_t>(kFirstSlot + slot));
   }
 
@@ -44,7 +45,7 @@ class CompiledProgram::SlotMaker {
   void Look(const SlottedText& text) { matterOfText = matterOfText || MayBecomeAWord(text); }
 
   bool matterOfText = false;
-  std::vector<std::size_t> otherSamples;  ///< of the statement under way
+  std::vector<std::size_t> numbers;  ///< of the statement under way; to begin with, of the whole equation
 
  private:
   Slots& slots_;
@@ -58,7 +59,7 @@ std::optional<CompiledProgram> CompiledProgram::Compile(std::string_view equatio
     if (maker.matterOfText) return std::nullopt;
     std::optional<Statement> statement = CompileStatement(*rewritten);
     if (!statement) return std::nullopt;
-    statement->otherSamples = std::exchange(maker.otherSamples, {});
+    statement->numbers = std::exchange(maker.numbers, {});
     program.statements_.push_back(std::move(*statement));
   }
   program.numbers_.resize(program.slots_.size());
@@ -71,11 +72,8 @@ std::optional<CompiledProgram::Statement> CompiledProgram::CompileStatement(
   Statement statement;
   statement.form = rewritten.form;
   if (rewritten.form == StatementForm::If) {
-    const Condition<SlottedText> condition = TakeCondition(rewritten.text);
-    if (condition.first) statement.expressions.emplace_back(*condition.first);
-    if (condition.second) statement.expressions.emplace_back(*condition.second);
-    statement.comparison = ComparisonOf(BytesOf(condition.between, '0'));
-  } else {
+    CompileCondition(rewritten.text, statement);
+  } else if (!Trim(BytesOf(rewritten.text, '0')).empty()) {
     const Assignment<SlottedText> assignment = TakeAssignment(rewritten.text);
     statement.expressions.emplace_back(assignment.formula);
     // A name that begins with a number is never read; one with a number further on is another one each time.
@@ -90,11 +88,19 @@ std::optional<CompiledProgram::Statement> CompiledProgram::CompileStatement(
   return statement;
 }
 
+void CompiledProgram::CompileCondition(const SlottedText& text, Statement& statement) {
+  const Condition<SlottedText> condition = TakeCondition(text);
+  if (condition.first) statement.expressions.emplace_back(*condition.first);
+  if (condition.second) statement.expressions.emplace_back(*condition.second);
+  statement.comparison = ComparisonOf(BytesOf(condition.between, '0'));
+}
+
 bool CompiledProgram::Take(const EquationSample& sample, double x) {
   for (std::size_t i = 0; i < slots_.size(); ++i) {
-    missing_[i] = !IsInRange(slots_[i], sample);
-    if (missing_[i]) continue;
-    Place(slots_[i], ValueOf(slots_[i], sample, x), numbers_[i]);
+    const std::optional<double> value = ValueOf(slots_[i], sample, x);
+    missing_[i] = !value;
+    if (!value) continue;
+    Place(slots_[i], *value, numbers_[i]);
     if (!numbers_[i].plain) return false;
   }
   return true;
@@ -104,39 +110,38 @@ std::optional<double> CompiledProgram::Run(EquationState& state) {
   Branching branching;
   for (Statement& statement : statements_) {
     if (AsksForMissing(statement)) return std::nullopt;
-    if (statement.form == StatementForm::If) {
-      branching.Decide(Holds(state, statement));
-    } else if (branching.Runs(statement.form)) {
-      Solve(state, statement);
-    }
+    RunStatement(state, statement, branching);
   }
   return state.Solution();
 }
 
 bool CompiledProgram::AsksForMissing(const Statement& statement) const {
-  return std::any_of(statement.otherSamples.begin(), statement.otherSamples.end(),
+  return std::any_of(statement.numbers.begin(), statement.numbers.end(),
                      [this](std::size_t slot) { return missing_[slot]; });
+}
+
+// On a fault the last solution stands, and a condition does not hold.
+void CompiledProgram::RunStatement(EquationState& state, Statement& statement, Branching& branching) const {
+  const bool isCondition = statement.form == StatementForm::If;
+  if (isCondition) branching.Decide(false);
+  try {
+    if (isCondition) {
+      branching.Decide(Holds(state, statement));
+    } else if (branching.Runs(statement.form) && !statement.expressions.empty()) {
+      statement.expressions[0].Solve(state, slots_, numbers_);
+      if (!statement.name.empty()) state.Assign(statement.name);
+    }
+  } catch (const EquationError& error) {
+    state.Failed(static_cast<std::size_t>(&statement - statements_.data()) + 1, error);
+  }
 }
 
 bool CompiledProgram::Holds(EquationState& state, Statement& condition) const {
   if (condition.expressions.empty()) return false;
-  try {
-    const double first = condition.expressions[0].Solve(state, slots_, numbers_);
-    if (condition.expressions.size() == 1) return first != 0;
-    const double second = condition.expressions[1].Solve(state, slots_, numbers_);
-    return Compare(condition.comparison, first, second);
-  } catch (const EquationError&) {
-    return false;
-  }
-}
-
-void CompiledProgram::Solve(EquationState& state, Statement& statement) const {
-  try {
-    statement.expressions[0].Solve(state, slots_, numbers_);
-    if (!statement.name.empty()) state.Assign(statement.name);
-  } catch (const EquationError&) {
-    // The last solution stands.
-  }
+  const double first = condition.expressions[0].Solve(state, slots_, numbers_);
+  if (condition.expressions.size() == 1) return first != 0;
+  const double second = condition.expressions[1].Solve(state, slots_, numbers_);
+  return Compare(condition.comparison, first, second);
 }
 
 }  // namespace tarvolt

@@ -27,7 +27,7 @@ class CompiledProgram {
  private:
   struct Statement {
     StatementForm form = StatementForm::Plain;
-    std::vector<std::size_t> otherSamples;  ///< slots of the samples that it asks for
+    std::vector<std::size_t> numbers;  ///< slots of the numbers that it asks for
     std::vector<CompiledExpression> expressions;
     Comparison comparison = Comparison::None;  ///< of a condition of two expressions
     std::string name;                          ///< that the result is stored under; empty for none
@@ -36,9 +36,10 @@ class CompiledProgram {
   class SlotMaker;
 
   static std::optional<Statement> CompileStatement(const RewrittenStatement<SlottedText>& rewritten);
+  static void CompileCondition(const SlottedText& text, Statement& statement);
   bool AsksForMissing(const Statement& statement) const;
+  void RunStatement(EquationState& state, Statement& statement, Branching& branching) const;
   bool Holds(EquationState& state, Statement& condition) const;
-  void Solve(EquationState& state, Statement& statement) const;
 
   Slots slots_;
   std::vector<Statement> statements_;

@@ -18,35 +18,13 @@ std::int64_t SampleOf(const Datum& datum, const EquationSample& sample) {
   return std::int64_t{sample.index} + datum.offset;
 }
 
-}  // namespace
-
-const std::vector<NamedDatum>& TimesAndMessages() {
-  static const std::vector<NamedDatum> kAll = [] {
-    std::vector<NamedDatum> all = {
-        {"TDay", {DatumKind::TDay}}, {"TSDay", {DatumKind::TSDay}}, {"Snum", {DatumKind::Snum}}};
-    AddEight("MsgData", DatumKind::MsgData, all);
-    return all;
-  }();
-  return kAll;
-}
-
-const std::vector<NamedDatum>& DataExtremes() {
-  static const std::vector<NamedDatum> kAll = [] {
-    std::vector<NamedDatum> all;
-    AddEight("DataMin", DatumKind::DataMin, all);
-    AddEight("DataMax", DatumKind::DataMax, all);
-    return all;
-  }();
-  return kAll;
-}
-
 bool IsInRange(const Datum& datum, const EquationSample& sample) {
   if (datum.kind != DatumKind::ZAt) return true;
   const std::int64_t index = SampleOf(datum, sample);
   return index >= 0 && index >= sample.clearedAway && index <= sample.last;
 }
 
-double ValueOf(const Datum& datum, const EquationSample& sample, double x) {
+double StoredValueOf(const Datum& datum, const EquationSample& sample, double x) {
   const auto channel = static_cast<std::size_t>(datum.channel);
   switch (datum.kind) {
     case DatumKind::X:
@@ -71,9 +49,37 @@ double ValueOf(const Datum& datum, const EquationSample& sample, double x) {
   return 0;
 }
 
+}  // namespace
+
+const std::vector<NamedDatum>& TimesAndMessages() {
+  static const std::vector<NamedDatum> kAll = [] {
+    std::vector<NamedDatum> all = {
+        {"TDay", {DatumKind::TDay}}, {"TSDay", {DatumKind::TSDay}}, {"Snum", {DatumKind::Snum}}};
+    AddEight("MsgData", DatumKind::MsgData, all);
+    return all;
+  }();
+  return kAll;
+}
+
+const std::vector<NamedDatum>& DataExtremes() {
+  static const std::vector<NamedDatum> kAll = [] {
+    std::vector<NamedDatum> all;
+    AddEight("DataMin", DatumKind::DataMin, all);
+    AddEight("DataMax", DatumKind::DataMax, all);
+    return all;
+  }();
+  return kAll;
+}
+
+std::optional<double> ValueOf(const Datum& datum, const EquationSample& sample, double x) {
+  if (!IsInRange(datum, sample)) return std::nullopt;
+  const double value = StoredValueOf(datum, sample, x);
+  if (!std::isfinite(value)) return std::nullopt;
+  return value;
+}
+
 bool HasWireForm(const Datum& datum) {
-  return datum.kind == DatumKind::Snum || datum.kind == DatumKind::MsgData || datum.kind == DatumKind::DataMin ||
-         datum.kind == DatumKind::DataMax;
+  return datum.kind == DatumKind::Snum || datum.kind == DatumKind::MsgData;
 }
 
 std::string TextOf(const Datum& datum, double value) {
@@ -85,8 +91,7 @@ std::string TextOf(const Datum& datum, double value) {
 void Place(const Datum& datum, double value, PlacedNumber& known) {
   if (std::bit_cast<std::uint64_t>(value) == std::bit_cast<std::uint64_t>(known.raw)) return;
   known.raw = value;
-  known.plain = std::isfinite(value);
-  if (!known.plain) return;
+  known.plain = true;
   if (datum.kind == DatumKind::Snum) {
     known.printed = value;
   } else if (HasWireForm(datum)) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -36,16 +37,15 @@ struct NamedDatum {
 const std::vector<NamedDatum>& TimesAndMessages();
 const std::vector<NamedDatum>& DataExtremes();
 
-/// False for a ZAt whose sample is not there.
-bool IsInRange(const Datum& datum, const EquationSample& sample);
-
-/// The number it stands for. `x` is the value of the channel whose equation it is.
-double ValueOf(const Datum& datum, const EquationSample& sample, double x);
+/// The number it stands for; nothing for a ZAt whose sample is not there, and for what is no finite number. `x` is the
+/// value of the channel whose equation it is.
+std::optional<double> ValueOf(const Datum& datum, const EquationSample& sample, double x);
 
 /// The text that is put in its place.
 std::string TextOf(const Datum& datum, double value);
 
-/// True when its text leads with a blank unless with a minus.
+/// True when its text leads with a blank unless with a minus. A number of the message link has an exponent there when
+/// it is very large or small, which an equation reads as the constant e and more (meant).
 bool HasWireForm(const Datum& datum);
 
 /// A datum's number as the equation reads it.
@@ -55,7 +55,7 @@ struct PlacedNumber {
   bool plain = true;   ///< printed as digits with a point; what is not must be read as text
 };
 
-/// Prints and reads the number, in effect. `known` is what it was last time.
+/// Prints and reads a finite number, in effect. `known` is what it was last time.
 void Place(const Datum& datum, double value, PlacedNumber& known);
 
 }  // namespace tarvolt

@@ -46,21 +46,13 @@ bool Compare(Comparison comparison, double first, double second) {
   return false;
 }
 
-bool EvaluateCondition(EquationState& state, const std::string& text) {
+bool EqCompare(EquationState& state, const std::string& text) {
   const Condition<std::string> condition = TakeCondition(text);
   if (!condition.first) return false;
   const double first = state.Solve(*condition.first);
   if (!condition.second) return first != 0;
   const double second = state.Solve(*condition.second);
   return Compare(ComparisonOf(condition.between), first, second);
-}
-
-bool EqCompare(EquationState& state, const std::string& text) {
-  try {
-    return EvaluateCondition(state, text);
-  } catch (const EquationError&) {
-    return false;
-  }
 }
 
 }  // namespace tarvolt

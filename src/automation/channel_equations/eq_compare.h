@@ -49,11 +49,9 @@ Condition<Text> TakeCondition(const Text& text) {
   return condition;
 }
 
-/// Whether a condition such as EqCompare takes holds. What cannot be evaluated raises EquationError.
-bool EvaluateCondition(EquationState& state, const std::string& text);
-
-/// Whether a condition such as "[x] > [100]" or "x-100" holds; a bare expression does when it is not 0. What cannot be
-/// evaluated is false. The solution of the state becomes that of the last expression (meant).
+/// Whether a condition such as "[x] > [100]" or "x-100" holds; a bare expression does when it is not 0. The solution of
+/// the state becomes that of the last expression (meant). Raises EquationError where it cannot be evaluated: it counts
+/// as one that does not hold then.
 bool EqCompare(EquationState& state, const std::string& text);
 
 }  // namespace tarvolt

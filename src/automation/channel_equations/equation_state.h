@@ -1,11 +1,20 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
+#include <string>
 #include <string_view>
 
 #include "automation/equation/equation.h"
 #include "text/ansi.h"
 
 namespace tarvolt {
+
+/// A statement of an equation that could not be solved.
+struct StatementFault {
+  std::size_t statement = 0;  ///< counted from 1
+  std::string words;
+};
 
 /// What the equations of a window share: the evaluator with its variables, which carry from statement to statement,
 /// from channel to channel and from sample to sample, and the last solution.
@@ -45,11 +54,21 @@ class EquationState {
     return (first >= 'a' && first <= 'z') || first == '_';
   }
 
+  bool HasVar(std::string_view name) const { return equation_.HasVar(name); }
+
   double Solution() const { return solution_; }
+
+  /// Keeps why a statement could not be solved, unless one before it could not.
+  void Failed(std::size_t statement, const EquationError& error) {
+    if (!fault_) fault_ = {statement, error.Description()};
+  }
+  const std::optional<StatementFault>& Fault() const { return fault_; }
+  void ForgetFault() { fault_.reset(); }
 
  private:
   clsEquation equation_;
   double solution_ = 0;
+  std::optional<StatementFault> fault_;
 };
 
 }  // namespace tarvolt

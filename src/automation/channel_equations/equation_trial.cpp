@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "automation/channel_equations/eq_compare.h"
+#include "automation/channel_equations/equation_check.h"
 #include "automation/channel_equations/rewriting.h"
 #include "automation/channel_equations/text_program.h"
 #include "text/ansi.h"
@@ -18,16 +19,21 @@ class TrialNumbers {
  public:
   TrialNumbers(const EquationSample& sample, double x) : sample_(sample), x_(x) {}
 
-  std::string Put(const Datum& datum) {
-    const double value = ValueOf(datum, sample_, x_);
-    const std::string line = "Subitituted " + FormatNumber(value, kTrialPicture) + " for " + NameOf(datum) + "\n";
+  std::optional<std::string> Put(const Datum& datum) {
+    const std::optional<double> value = ValueOf(datum, sample_, x_);
+    if (!value) {
+      missing = NameOf(datum);
+      return std::nullopt;
+    }
+    const std::string line = "Subitituted " + FormatNumber(*value, kTrialPicture) + " for " + NameOf(datum) + "\n";
     if (datum.kind != DatumKind::X && report.find(line) == std::string::npos) report += line;
-    return TextOf(datum, value);
+    return TextOf(datum, *value);
   }
   std::optional<std::string> PutAt(int, const std::string&) { return std::nullopt; }
   void Look(const std::string&) {}
 
   std::string report;
+  std::string missing;  ///< the name of what is no finite number
 
  private:
   static std::string NameOf(const Datum& datum) {
@@ -43,25 +49,46 @@ class TrialNumbers {
   double x_;
 };
 
-// Runs the statements as a channel would, but tells of the first that cannot be solved.
-std::string Solve(const std::string& equation, TrialNumbers& numbers, std::string& formula) {
-  EquationState state(1);
-  StatementReader<std::string, TrialNumbers> reader(equation, numbers);
-  Branching branching;
-  try {
+/// Runs the statements of one equation as a channel would, and describes what they do.
+class Trial {
+ public:
+  explicit Trial(TrialNumbers& numbers) : numbers_(numbers) {}
+
+  /// Gives the solution, or the first fault.
+  std::string Solve(const std::string& equation) {
+    StatementReader<std::string, TrialNumbers> reader(equation, numbers_);
     while (const auto statement = reader.Next()) {
+      if (!statement->isWhole) return numbers_.missing + " is no finite number: the channel keeps its value";
       formula += (formula.empty() ? "" : ";") + statement->text;
-      if (statement->form == StatementForm::If) {
-        branching.Decide(EvaluateCondition(state, statement->text));
-      } else if (branching.Runs(statement->form)) {
-        RunStatement(state, statement->text);
+      try {
+        Run(*statement);
+      } catch (const EquationError& error) {
+        return "Statement " + NumberText(static_cast<std::int64_t>(statement->number)) + ": " + error.Description();
       }
     }
-  } catch (const EquationError& error) {
-    return error.Description();
+    return "Solution: " + NumberText(state_.Solution());
   }
-  return "Solution: " + NumberText(state.Solution());
-}
+
+  std::string formula;
+  std::string branches;
+
+ private:
+  void Run(const RewrittenStatement<std::string>& statement) {
+    if (statement.form == StatementForm::If) {
+      const bool holds = EqCompare(state_, statement.text);
+      branching_.Decide(holds);
+      branches += statement.text + (holds ? " is true\n" : " is false\n");
+    } else if (branching_.Runs(statement.form)) {
+      RunStatement(state_, statement.text);
+      if (statement.form == StatementForm::Then) branches += "THEN{" + statement.text + "} ran\n";
+      if (statement.form == StatementForm::Else) branches += "ELSE{" + statement.text + "} ran\n";
+    }
+  }
+
+  TrialNumbers& numbers_;
+  EquationState state_{1};
+  Branching branching_;
+};
 
 }  // namespace
 
@@ -70,6 +97,7 @@ std::string TryEquation(const std::string& equation, const EquationSample& sampl
   std::string text = Trim(equation);
   if (text.empty()) return "No Equation to Test";
   if (text.find('[') != std::string::npos) return "Sorry we cannot test offset data here.";
+  if (text.size() > kLongestChannelEquation) return EquationError(EquationFault::TooLong).Description();
   std::replace(text.begin(), text.end(), 'x', 'X');
   std::replace(text.begin(), text.end(), 'z', 'Z');
   double x = 0;
@@ -81,9 +109,9 @@ std::string TryEquation(const std::string& equation, const EquationSample& sampl
     report = "Subitituted " + FormatNumber(x, kTrialPicture) + " for X\n";
   }
   TrialNumbers numbers(sample, x);
-  std::string formula;
-  const std::string result = Solve(text, numbers, formula);
-  return report + numbers.report + "Testing Equation ...\n" + formula + " = \n" + result;
+  Trial trial(numbers);
+  const std::string result = trial.Solve(text);
+  return report + numbers.report + trial.branches + "Testing Equation ...\n" + trial.formula + " = \n" + result;
 }
 
 }  // namespace tarvolt

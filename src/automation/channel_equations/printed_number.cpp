@@ -79,7 +79,7 @@ double AsPrinted(double value, int places) {
 
 WirePrint AsWirePrinted(double value) {
   const std::string text = WireNumber(value);
-  return {Val(text), std::isfinite(value) && text.find('E') == std::string::npos};
+  return {Val(text), text.find('E') == std::string::npos};
 }
 
 }  // namespace tarvolt

@@ -14,7 +14,7 @@ inline constexpr int kDayPlaces = 12;                                          /
 /// again. `value` is finite. What has no more decimals than that is itself; only what has costs a look at its digits.
 double AsPrinted(double value, int places);
 
-/// A number of the wire form, printed and read again.
+/// A finite number of the wire form, printed and read again.
 struct WirePrint {
   double value = 0;
   bool plain = false;  ///< digits and a point alone; an exponent is no part of a number in an equation

@@ -1,9 +1,10 @@
 #pragma once
 
-#include <array>
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "automation/channel_equations/datum.h"
 
@@ -11,9 +12,10 @@ namespace tarvolt {
 
 // The rewriting of an equation's text, written once for both of its uses: with the numbers as text, and with marks that
 // keep their places (SlottedText). `Numbers` gives what is put in:
-//   Text Put(const Datum&);                              any but ZAt
-//   std::optional<Text> PutAt(int channel, const Text& offset)  nothing when that sample is not there
-//   void Look(const Text&);                                    called with the text after each step
+//   std::optional<Text> Put(const Datum&);                      any but ZAt
+//   std::optional<Text> PutAt(int channel, const Text& offset)
+//   void Look(const Text&);                                     called with the text after each step
+// Put and PutAt give nothing when there is no such number.
 
 /// What a statement of an equation does.
 enum class StatementForm { Plain, If, Then, Else };
@@ -21,8 +23,9 @@ enum class StatementForm { Plain, If, Then, Else };
 template <class Text>
 struct RewrittenStatement {
   StatementForm form = StatementForm::Plain;
-  Text text;            ///< without the word that tells its form
-  bool inRange = true;  ///< false when it asks for a sample that is not there; then its text is not whole
+  Text text;               ///< without the word of its form
+  bool isWhole = true;     ///< false when it asks for a number that is not there; its text is of no use then
+  std::size_t number = 0;  ///< of the statement, counted from 1
 };
 
 template <class Text>
@@ -58,9 +61,7 @@ class StatementReader {
   /// `numbers` outlives it.
   StatementReader(std::string_view equation, Numbers& numbers) : numbers_(numbers), rest_(TextFrom<Text>(equation)) {
     rest_ += ';';
-    for (const NamedDatum& named : TimesAndMessages()) PutNamed(named);
-    if (!Holds(rest_, "DataM")) return;
-    for (const NamedDatum& named : DataExtremes()) PutNamed(named);
+    isWhole_ = PutAll(TimesAndMessages()) && (!Holds(rest_, "DataM") || PutAll(DataExtremes()));
   }
 
   /// The next statement; nothing behind the last.
@@ -69,33 +70,36 @@ class StatementReader {
     const std::size_t end = rest_.find(';', at_);
     RewrittenStatement<Text> statement;
     statement.text = rest_.substr(at_, end - at_);
+    statement.number = ++count_;
     at_ = end + 1;
-    PutX(statement.text);
-    PutChannels(statement);
-    if (statement.inRange) TakeForm(statement);
+    statement.isWhole = isWhole_ && PutX(statement.text) && PutChannels(statement.text);
+    if (statement.isWhole) TakeForm(statement);
     return statement;
   }
 
  private:
-  void PutNamed(const NamedDatum& named) {
-    if (!Holds(rest_, named.name)) return;
-    ReplaceEvery(rest_, named.name, numbers_.Put(named.datum));
-    numbers_.Look(rest_);
+  bool PutAll(const std::vector<NamedDatum>& all) {
+    return std::all_of(all.begin(), all.end(),
+                       [this](const NamedDatum& named) { return PutEvery(rest_, named.name, named.datum); });
+  }
+
+  bool PutEvery(Text& text, std::string_view name, const Datum& datum) {
+    if (!Holds(text, name)) return true;
+    const std::optional<Text> number = numbers_.Put(datum);
+    if (!number) return false;
+    ReplaceEvery(text, name, *number);
+    numbers_.Look(text);
+    return true;
   }
 
   // Every X, be it part of a word or not: functions are written in lower case.
-  void PutX(Text& text) {
-    if (!Holds(text, "X")) return;
-    ReplaceEvery(text, "X", numbers_.Put({DatumKind::X}));
-    numbers_.Look(text);
-  }
+  bool PutX(Text& text) { return PutEvery(text, "X", {DatumKind::X}); }
 
-  void PutChannels(RewrittenStatement<Text>& statement) {
-    for (int channel = 0; channel < kChannels && statement.inRange; ++channel) {
-      if (!Holds(statement.text, "Z")) return;
-      statement.inRange = PutOtherSamples(channel, statement.text);
-      if (statement.inRange) PutThisSample(channel, statement.text);
+  bool PutChannels(Text& text) {
+    for (int channel = 0; channel < kChannels && Holds(text, "Z"); ++channel) {
+      if (!PutOtherSamples(channel, text) || !PutThisSample(channel, text)) return false;
     }
+    return true;
   }
 
   // What comes in may make a name of a "Z" that stands in front of it, so the search goes on there.
@@ -114,12 +118,15 @@ class StatementReader {
     return true;
   }
 
-  void PutThisSample(int channel, Text& text) {
+  bool PutThisSample(int channel, Text& text) {
     const Text name = TextFrom<Text>(std::string{'Z', static_cast<char>('1' + channel)});
     for (std::size_t at = text.find(name); at != Text::npos; at = text.find(name, at == 0 ? 0 : at - 1)) {
-      text.replace(at, name.size(), numbers_.Put({DatumKind::Z, channel}));
+      const std::optional<Text> number = numbers_.Put({DatumKind::Z, channel});
+      if (!number) return false;
+      text.replace(at, name.size(), *number);
       numbers_.Look(text);
     }
+    return true;
   }
 
   static void TakeForm(RewrittenStatement<Text>& statement) {
@@ -140,6 +147,8 @@ class StatementReader {
   Numbers& numbers_;
   Text rest_;
   std::size_t at_ = 0;
+  std::size_t count_ = 0;
+  bool isWhole_ = true;
 };
 
 /// Which statements run, by the conditions in front of them.

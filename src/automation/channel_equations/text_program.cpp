@@ -2,6 +2,7 @@
 
 #include "automation/channel_equations/eq_compare.h"
 #include "automation/channel_equations/rewriting.h"
+#include "text/ansi.h"
 #include "text/number.h"
 
 namespace tarvolt {
@@ -11,11 +12,13 @@ class NumbersAsText {
  public:
   NumbersAsText(const EquationSample& sample, double x) : sample_(sample), x_(x) {}
 
-  std::string Put(const Datum& datum) { return TextOf(datum, ValueOf(datum, sample_, x_)); }
+  std::optional<std::string> Put(const Datum& datum) {
+    const std::optional<double> value = ValueOf(datum, sample_, x_);
+    if (!value) return std::nullopt;
+    return TextOf(datum, *value);
+  }
   std::optional<std::string> PutAt(int channel, const std::string& offset) {
-    const Datum datum{DatumKind::ZAt, channel, ValLong(offset)};
-    if (!IsInRange(datum, sample_)) return std::nullopt;
-    return Put(datum);
+    return Put({DatumKind::ZAt, channel, ValLong(offset)});
   }
   void Look(const std::string&) {}
 
@@ -24,17 +27,25 @@ class NumbersAsText {
   double x_;
 };
 
-void TryStatement(EquationState& state, const std::string& statement) {
+// On a fault the last solution stands, and a condition does not hold.
+void TryStatement(EquationState& state, const RewrittenStatement<std::string>& statement, Branching& branching) {
+  const bool isCondition = statement.form == StatementForm::If;
+  if (isCondition) branching.Decide(false);
   try {
-    RunStatement(state, statement);
-  } catch (const EquationError&) {
-    // The last solution stands.
+    if (isCondition) {
+      branching.Decide(EqCompare(state, statement.text));
+    } else if (branching.Runs(statement.form)) {
+      RunStatement(state, statement.text);
+    }
+  } catch (const EquationError& error) {
+    state.Failed(statement.number, error);
   }
 }
 
 }  // namespace
 
 void RunStatement(EquationState& state, const std::string& statement) {
+  if (Trim(statement).empty()) return;
   const Assignment<std::string> assignment = TakeAssignment(statement);
   state.Solve(assignment.formula);
   if (assignment.name) state.Assign(*assignment.name);
@@ -46,12 +57,8 @@ std::optional<double> RunAsText(EquationState& state, std::string_view equation,
   StatementReader<std::string, NumbersAsText> reader(equation, numbers);
   Branching branching;
   while (const auto statement = reader.Next()) {
-    if (!statement->inRange) return std::nullopt;
-    if (statement->form == StatementForm::If) {
-      branching.Decide(EqCompare(state, statement->text));
-    } else if (branching.Runs(statement->form)) {
-      TryStatement(state, statement->text);
-    }
+    if (!statement->isWhole) return std::nullopt;
+    TryStatement(state, *statement, branching);
   }
   return state.Solution();
 }

@@ -50,7 +50,7 @@ double clsEquation::Evaluate(ParsedEquation& parsed) {
     parsed.linkedGeneration = variables_.Generation();
   }
   FunctionContext context{degrees_, random_};
-  return RunPlan(parsed.plan, variables_, context);
+  return ExecutePlan(parsed.plan, variables_, context);
 }
 
 void clsEquation::Solve() {

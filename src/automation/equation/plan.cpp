@@ -60,7 +60,7 @@ void LinkVariables(Plan& plan, const Variables& variables) {
   }
 }
 
-double RunPlan(Plan& plan, const Variables& variables, FunctionContext& context) {
+double ExecutePlan(Plan& plan, const Variables& variables, FunctionContext& context) {
   for (std::size_t i = 0; i < plan.defined; ++i) plan.values[plan.loads[i].place] = variables.Value(plan.loads[i].row);
   const bool allDefined = plan.defined == plan.loads.size();
   RunSteps(plan, allDefined ? plan.steps.size() : plan.loads[plan.defined].before, context);

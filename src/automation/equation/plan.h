@@ -57,6 +57,6 @@ struct Plan {
 void LinkVariables(Plan& plan, const Variables& variables);
 
 /// Runs the steps and returns the result. Costs one step an operator and allocates nothing. Raises the first fault.
-double RunPlan(Plan& plan, const Variables& variables, FunctionContext& context);
+double ExecutePlan(Plan& plan, const Variables& variables, FunctionContext& context);
 
 }  // namespace tarvolt

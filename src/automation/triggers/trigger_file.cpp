@@ -131,13 +131,12 @@ std::string FormatTriggers(const TriggerDefinitions& triggers) {
   return text;
 }
 
-std::optional<TriggerDefinitions> ReadTriggerFile(FileSystem& files, const std::filesystem::path& path,
-                                                  std::string& problem) {
+Result<TriggerDefinitions> ReadTriggerFile(FileSystem& files, const std::filesystem::path& path) {
+  std::string problem;
   const std::optional<std::string> text = ReadTextFile(files, path, problem);
-  if (!text) return std::nullopt;
-  std::optional<TriggerDefinitions> triggers = ParseTriggers(*text);
-  if (!triggers) problem = "it holds no trigger";
-  return triggers;
+  if (!text) return Failure{problem};
+  if (auto triggers = ParseTriggers(*text)) return *std::move(triggers);
+  return Failure{"it holds no trigger"};
 }
 
 }  // namespace tarvolt

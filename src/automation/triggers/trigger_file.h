@@ -7,6 +7,7 @@
 
 #include "automation/triggers/trigger_slots.h"
 #include "platform/file_system.h"
+#include "text/result.h"
 
 namespace tarvolt {
 
@@ -19,8 +20,7 @@ std::optional<TriggerDefinitions> ParseTriggers(std::string_view text);
 /// The text of such a file, with all ten triggers. A line end inside a text becomes a blank.
 std::string FormatTriggers(const TriggerDefinitions& triggers);
 
-/// Reads a trigger file; nothing, with `problem` in words, when it cannot be read or holds no trigger.
-std::optional<TriggerDefinitions> ReadTriggerFile(FileSystem& files, const std::filesystem::path& path,
-                                                  std::string& problem);
+/// Reads a trigger file. Fails when it cannot be read or holds no trigger.
+Result<TriggerDefinitions> ReadTriggerFile(FileSystem& files, const std::filesystem::path& path);
 
 }  // namespace tarvolt

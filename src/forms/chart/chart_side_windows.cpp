@@ -20,7 +20,7 @@ void ChartSideWindows::ShowChartView(bool shown) {
     chartView_ = new FormChartView(window_, apply, applyAll_, owner_);
     chartView_->OnClosed([this] { commands_.CloseChartViews(); });
   }
-  if (shown) chartView_->Fill(DescribeView(window_, session_.settings.ChartWidth));
+  if (shown) chartView_->Fill(DescribeView(window_, session_.settings.timing.ChartWidth));
   chartView_->setVisible(shown);
 }
 
@@ -31,7 +31,7 @@ void ChartSideWindows::ShowInfo(bool shown) {
     info_ = new FormFileInfo(owner_);
     info_->OnClosed([this] { commands_.UnloadMyInfoFile(); });
   }
-  if (shown) info_->Fill(window_, session_.settings.DisplayWest);
+  if (shown) info_->Fill(window_, session_.settings.place.DisplayWest);
   info_->setVisible(shown);
 }
 

@@ -24,7 +24,7 @@ QLabel* ChartStatusBar::Label(const char* name, int stretch) {
 void ChartStatusBar::Refresh(const WindowState& view) {
   setVisible(view.StatusBarShown);
   left_->setText(ToQString(view.LeftStatus));
-  status_->setText(ToQString(view.StatusText));
+  status_->setText(ToQString(view.Status.Text()));
   status_->setToolTip(status_->text());
   right_->setText(ToQString(view.RightStatus));
 }

@@ -4,7 +4,7 @@
 #include <functional>
 #include <vector>
 
-#include "core/chart_commands.h"
+#include "core/chart/chart_commands.h"
 
 class QAction;
 

@@ -2,7 +2,7 @@
 
 #include <QUrl>
 
-#include "core/command_line.h"
+#include "core/station/command_line.h"
 #include "forms/qt_text.h"
 
 namespace tarvolt {

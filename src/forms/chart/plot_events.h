@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/chart_commands.h"
+#include "core/chart/chart_commands.h"
 #include "forms/plot/strip_chart_plot.h"
 
 namespace tarvolt {

@@ -3,7 +3,7 @@
 #include <QWidget>
 #include <functional>
 
-#include "core/chart_view_entry.h"
+#include "core/chart/chart_view_entry.h"
 
 class QCheckBox;
 class QComboBox;

@@ -12,6 +12,8 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "automation/channel_equations/default_equations.h"
+#include "automation/channel_equations/equation_file.h"
 #include "automation/channel_equations/equation_trial.h"
 #include "forms/qt_text.h"
 #include "text/ansi.h"
@@ -36,6 +38,7 @@ FormApplytoChannels::FormApplytoChannels(Session& session, const ChartWindow& wi
       session_(session),
       window_(window),
       rows_(std::clamp(request.channels, 1, kChannels)),
+      isForIncoming_(request.isForIncoming),
       set_(set),
       file_(new QLabel(this)),
       result_(new QPlainTextEdit(this)) {
@@ -95,7 +98,6 @@ void FormApplytoChannels::MakeRow(QGridLayout& grid, int channel) {
   texts_[channel] = new QLineEdit(this);
   texts_[channel]->setObjectName(QStringLiteral("txtEqu%1").arg(channel));
   texts_[channel]->setAccessibleName(QStringLiteral("Equation of channel %1").arg(channel + 1));
-  texts_[channel]->setMaxLength(static_cast<int>(kLongestChannelEquation));
   texts_[channel]->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
   grid.addWidget(ticks_[channel], channel, 0);
   grid.addWidget(texts_[channel], channel, 1);
@@ -143,7 +145,8 @@ void FormApplytoChannels::cmdLoadDefaults() {
 }
 
 void FormApplytoChannels::CmdSave() {
-  SaveDefaultEquations(session_.store, Equations());
+  const Outcome saved = SaveDefaultEquations(session_, Equations(), isForIncoming_);
+  if (!saved) return result_->setPlainText(ToQString(saved.Words()));
   file_->setText(QStringLiteral("Default Equations Loaded"));
 }
 
@@ -163,10 +166,8 @@ void FormApplytoChannels::LoadFile() {
       {"Load Equations From File  (ext =equ)", Folder(), "*.equ", ".equ", kFileFilter});
   if (!file) return;
   EquationSet set = Equations();
-  std::string problem;
-  if (!LoadEquationFile(session_.host.files, *file, set, problem)) {
-    return result_->setPlainText(ToQString("Could not load " + *file + ": " + problem));
-  }
+  const Outcome loaded = LoadEquationFile(session_.host.files, *file, set);
+  if (!loaded) return result_->setPlainText(ToQString("Could not load " + *file + ": " + loaded.Words()));
   Show(set);
   RememberFolder(*file);
 }
@@ -175,10 +176,8 @@ void FormApplytoChannels::SaveFile() {
   const auto file =
       session_.host.dialogs.AskSaveFile({"Save Equations to File (ext=equ)", Folder(), "", ".equ", kFileFilter});
   if (!file) return;
-  std::string problem;
-  if (!SaveEquationFile(session_.host.files, *file, Equations(), problem)) {
-    return result_->setPlainText(ToQString("Could not save " + *file + ": " + problem));
-  }
+  const Outcome saved = SaveEquationFile(session_.host.files, *file, Equations());
+  if (!saved) return result_->setPlainText(ToQString("Could not save " + *file + ": " + saved.Words()));
   RememberFolder(*file);
 }
 

@@ -3,7 +3,7 @@
 #include <QDialog>
 #include <array>
 
-#include "core/apply_function.h"
+#include "core/person.h"
 
 class QCheckBox;
 class QGridLayout;
@@ -40,6 +40,7 @@ class FormApplytoChannels final : public QDialog {
   Session& session_;
   const ChartWindow& window_;
   int rows_;
+  bool isForIncoming_;
   EquationSet set_;
   std::array<QCheckBox*, kChannels> ticks_{};
   std::array<QLineEdit*, kChannels> texts_{};

@@ -3,23 +3,17 @@
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QVBoxLayout>
-#include <utility>
 
-#include "core/options_command.h"
-#include "core/sound_card.h"
+#include "core/sound/sound_card.h"
+#include "core/station/first_use.h"
+#include "core/station/options_command.h"
 #include "forms/options/identity_page.h"
 #include "forms/options/station_pages.h"
 #include "forms/qt_text.h"
+#include "text/number.h"
 
 namespace tarvolt {
-namespace {
-
-constexpr int kEndCheckMilliseconds = 100;
-
-}  // namespace
-
-FormFirstUse::FormFirstUse(Session& session, Settings& settings, std::function<bool()> endAsked)
-    : session_(session), settings_(settings), fields_({}) {
+FormFirstUse::FormFirstUse(Session& session, Settings& settings) : session_(session), settings_(settings), fields_({}) {
   setObjectName(QStringLiteral("FormFirstUse"));
   setWindowTitle(QStringLiteral("Tarvolt - First Use"));
   auto* page = new OptionPage(fields_, this);
@@ -28,6 +22,7 @@ FormFirstUse::FormFirstUse(Session& session, Settings& settings, std::function<b
   page->Browse("DataDirectory", QStringLiteral("Data Directory"), "cmdBrowseDataDirectory",
                [this](const QString& text) { return ChooseFolder(this, QStringLiteral("Data Directory"), text); });
   page->SoundCards(SoundCardsToChoose(session, settings));
+  AddFirstSource(*page);
   page->Close();
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
   buttons->button(QDialogButtonBox::Ok)->setObjectName(QStringLiteral("cmdOK"));
@@ -45,10 +40,13 @@ FormFirstUse::FormFirstUse(Session& session, Settings& settings, std::function<b
   fields_.Show(settings);
   if (auto* name = qobject_cast<QLineEdit*>(fields_.WidgetOf("LocalName"))) name->selectAll();
   FitToPages(*this);
-  connect(&endTimer_, &QTimer::timeout, this, [this, endAsked = std::move(endAsked)] {
-    if (endAsked()) reject();
-  });
-  endTimer_.start(kEndCheckMilliseconds);
+}
+
+void FormFirstUse::AddFirstSource(OptionPage& page) {
+  QComboBox& list = page.List("Dsrc0", QStringLiteral("Channel 1 records"), {});
+  for (const DataSourceId source : FirstSources(session_, settings_)) {
+    list.addItem(ToQString(SourceName(source)), ToQString(NumberText(std::int64_t{source})));
+  }
 }
 
 void FormFirstUse::Confirm() {
@@ -63,12 +61,10 @@ void FormFirstUse::Confirm() {
   session_.host.dialogs.Ask({problem->title, problem->text, Buttons::Ok, Answer::Ok});
 }
 
-bool RunFirstUse(Session& session, Settings& settings, std::function<bool()> endAsked) {
-  FormFirstUse dialog(session, settings, endAsked);
+bool RunFirstUse(Session& session, Settings& settings) {
+  FormFirstUse dialog(session, settings);
   if (dialog.exec() == QDialog::Accepted) return true;
-  if (!endAsked()) {
-    session.host.dialogs.Ask({"Tarvolt", "Intial Settings Not Completed", Buttons::Ok, Answer::Ok});
-  }
+  session.host.dialogs.Ask({"Tarvolt", "Intial Settings Not Completed", Buttons::Ok, Answer::Ok});
   return false;
 }
 

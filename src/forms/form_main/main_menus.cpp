@@ -1,11 +1,13 @@
 #include <QMenuBar>
 #include <QMessageBox>
 
+#include "core/station/priority.h"
 #include "forms/chart/picture_commands.h"
 #include "forms/form_main/main_window.h"
 #include "forms/load/load_menus.h"
 #include "forms/options/form_options.h"
 #include "forms/qt_text.h"
+#include "forms/recovered/form_recovered_charts.h"
 #include "forms/triggers/form_triggers.h"
 
 namespace tarvolt {
@@ -33,21 +35,23 @@ void MainWindow::MakeFileMenu() {
       [this] { return window_.view.cmdStart; });
   menu.addSeparator();
   AddLoadMenus(menu, items_, session_, form_.Loads());
+  Add(menu, "mnuRecoveredCharts", QStringLiteral("&Recovered Charts..."), {},
+      [this] { (new FormRecoveredCharts(form_.Recovered(), this))->open(); });
   Add(menu, "mnuReview", QStringLiteral("New Re&view Window"), QKeySequence::New, [this] { NewReview(); });
   menu.addSeparator();
   Add(
       menu, "mnuSave", QStringLiteral("&Save"), QKeySequence::Save, [this] { form_.mnuSave(); },
-      [this] { return window_.run.ChartRunning ? HasSamples() : window_.view.SaveCommands && HasSamples(); });
+      [this] { return window_.run.ChartRunning() ? HasSamples() : window_.view.SaveCommands && HasSamples(); });
   Add(
       menu, "mnuSaveView", QStringLiteral("Save &View..."), {}, [this] { form_.cmdSaveView(); },
       [this] { return window_.view.SaveCommands && HasSamples(); });
-  AddPictureCommands(menu, *plot_, [this](const std::string& file) { form_.NoteImageSaved(file); });
+  AddPictureCommands(menu, *plot_, [this](const std::string& file) { form_.Images().NoteSaved(file); });
   Add(
       menu, "mnuDataFileInfo", QStringLiteral("Data File &Information"), {},
       [this] { form_.Chart().mnuDataFileInfo(); }, [this] { return window_.view.InfoCommands; });
   menu.addSeparator();
-  Add(menu, "mnuLoadProfile", QStringLiteral("Load Pro&file..."), {}, [this] { form_.mnuLoadProfile(); });
-  Add(menu, "mnuSaveProfile", QStringLiteral("Save Profil&e..."), {}, [this] { form_.mnuSaveProfile(); });
+  Add(menu, "mnuLoadProfile", QStringLiteral("Load Pro&file..."), {}, [this] { form_.Profiles().mnuLoadProfile(); });
+  Add(menu, "mnuSaveProfile", QStringLiteral("Save Profil&e..."), {}, [this] { form_.Profiles().mnuSaveProfile(); });
   QMenu* profiles = menu.addMenu(QStringLiteral("Recent Profiles"));
   connect(profiles, &QMenu::aboutToShow, this, [this, profiles] { FillProfiles(*profiles); });
   menu.addSeparator();
@@ -60,7 +64,7 @@ void MainWindow::FillProfiles(QMenu& menu) {
     const std::string& name = session_.recent.profiles[place];
     if (name.empty()) continue;
     menu.addAction(ToQString(name), this,
-                   [this, place] { items_.RunLater([this, place] { form_.mnuProfile(place); }); })
+                   [this, place] { items_.RunLater([this, place] { form_.Profiles().mnuProfile(place); }); })
         ->setObjectName(QStringLiteral("mnuProfile%1").arg(place + 1));
   }
   if (menu.isEmpty()) menu.addAction(QStringLiteral("(none)"))->setEnabled(false);
@@ -140,7 +144,7 @@ void MainWindow::MakeChannelsMenu() {
   for (int channel = 0; channel < kChannels; ++channel) {
     const QString caption = QStringLiteral("CH&%1").arg(channel + 1);
     const auto exists = [this, channel] { return channel < window_.run.ChannelCount; };
-    const auto runs = [this, exists] { return exists() && window_.run.ChartRunning; };
+    const auto runs = [this, exists] { return exists() && window_.run.ChartRunning(); };
     const QByteArray number = QByteArray::number(channel + 1);
     Add(
         visible, ("mnuVisCH" + number).constData(), caption, {}, [&chart, channel] { chart.mnuVisCH(channel); }, exists,
@@ -164,8 +168,8 @@ void MainWindow::MakeOptionsMenu() {
   Add(menu, "mnuOptions", QStringLiteral("&Options..."), QKeySequence(QStringLiteral("Ctrl+,")),
       [this] { (new FormOptions(session_, form_, this))->open(); });
   Add(
-      menu, "mnuChannelEquations", QStringLiteral("Channel &Equations..."), {}, [this] { form_.mnuChannelEquations(); },
-      [this] { return form_.ChartIsAtRest(); });
+      menu, "mnuChannelEquations", QStringLiteral("Channel &Equations..."), {},
+      [this] { form_.Equations().mnuChannelEquations(); }, [this] { return window_.AtRest(); });
   Add(menu, "mnuTickGrid", QStringLiteral("&Ticks and Grid..."), {}, [this] { ShowTickGrid(); });
   Add(menu, "mnuColors", QStringLiteral("&Colors..."), {}, [this] { ShowColors(); });
   Add(menu, "mnuFonts", QStringLiteral("&Fonts..."), {}, [this] { ShowFonts(); });
@@ -185,7 +189,7 @@ void MainWindow::MakePriorityMenu(QMenu& options) {
                          Row{"mnuPriorityHigh", "&High", PriorityClass::High},
                          Row{"mnuPriorityRealTime", "&Real Time", PriorityClass::RealTime}}) {
     Add(priority, row.name, QString::fromLatin1(row.caption), {},
-        [this, row] { form_.mnuPriority(row.priorityClass); });
+        [this, row] { mnuPriority(session_, row.priorityClass); });
   }
 }
 
@@ -194,7 +198,7 @@ void MainWindow::MakeToolsMenu() {
   menu.menuAction()->setObjectName(QStringLiteral("MnuTools"));
   Add(
       menu, "mnuApplyFunction", QStringLiteral("Apply &Function to Loaded Data..."), {},
-      [this] { form_.mnuApplyFunction(); }, [this] { return form_.CanApplyFunction(); });
+      [this] { form_.Equations().mnuApplyFunction(); }, [this] { return form_.Equations().CanApplyFunction(); });
   Add(
       menu, "mnuSaveFTPImage", QStringLiteral("Save &Images Regularly"), {},
       [this] { form_.Images().mnuSaveFTPImage(); }, {}, [this] { return form_.Images().IsOn(); });

@@ -9,10 +9,7 @@
 
 #include "forms/chart/file_drop.h"
 #include "forms/chart/plot_events.h"
-#include "forms/equations/form_apply_to_channels.h"
-#include "forms/load/load_forms.h"
 #include "forms/plot/chart_colors.h"
-#include "forms/plot/chart_picture.h"
 #include "forms/qt_text.h"
 #include "text/number.h"
 
@@ -34,11 +31,12 @@ int PixelsOf(const Session& session, const char* key, int least) {
 
 }  // namespace
 
-MainWindow::MainWindow(Session& session, FormMain& form)
+MainWindow::MainWindow(Session& session, FormMain& form, DesktopPerson& person)
     : session_(session),
       form_(form),
+      person_(person),
       window_(form.Window()),
-      sound_(session, form, this),
+      sound_(session, form.Sound(), this),
       items_(this, [this] { Refresh(); }),
       side_(
           session, window_, form.Chart(), [this](const ChartViewEntry& entry) { return ApplyViewToAll(entry); }, this) {
@@ -64,32 +62,18 @@ MainWindow::MainWindow(Session& session, FormMain& form)
   log_->setParent(this, Qt::Window);
   monitor_ = new FormTriggerMonitor(this);
   MakeMenus();
-  form_.Images().SetDraw([this](const std::filesystem::path& file, bool fullView, std::string& problem) {
-    const auto all = FullRange(window_.chart, window_.run.ChannelCount);
-    return DrawChartFile(window_, fullView ? std::optional(all) : std::nullopt, ToQString(file.string()), problem);
-  });
-  form_.Loads().SetForms(LoadFormsOver(this, session_));
-  form_.OnEditEquations([this](const EquationsRequest& request, EquationSet& set) {
-    FormApplytoChannels dialog(session_, window_, request, set, this);
-    if (dialog.exec() != QDialog::Accepted) return false;
-    set = dialog.Equations();
-    return true;
-  });
   RestoreGeometry();
   connect(&refresh_, &QTimer::timeout, this, [this] { Refresh(); });
   refresh_.start(kRefreshMilliseconds);
   Refresh();
-  form_.OLog().OnOpen([this] { OpenObserverLog(); });
-  if (session_.settings.LoadLogOnStartUp) form_.OLog().Open();
+  person_.SitAt(this);
+  if (session_.settings.observerLog.LoadLogOnStartUp) form_.OLog().Open();
 }
 
 MainWindow::~MainWindow() {
   StoreGeometry();
   for (const QPointer<FormReview>& review : reviews_) delete review;
-  form_.Images().SetDraw({});
-  form_.Loads().SetForms({});
-  form_.OnEditEquations({});
-  form_.OLog().OnOpen({});
+  person_.SitAt(nullptr);
   if (!olog_) return;
   if (form_.OLog().IsOpen()) olog_->SaveUnasked();
   delete olog_;
@@ -201,9 +185,7 @@ void MainWindow::dropEvent(QDropEvent* event) {
 // Closing asks the recorder to end; the program's loop then leaves, saves and lets the window go.
 void MainWindow::closeEvent(QCloseEvent* event) {
   event->ignore();
-  items_.RunLater([this] {
-    if (ObserverLogMayEnd()) form_.RequestEnd();
-  });
+  items_.RunLater([this] { form_.mnuExit(); });
 }
 
 void MainWindow::keyPressEvent(QKeyEvent* event) {

@@ -12,6 +12,7 @@
 #include "forms/chart/chart_status_bar.h"
 #include "forms/chart/chart_tool_bar.h"
 #include "forms/chart/menu_items.h"
+#include "forms/form_main/desktop_person.h"
 #include "forms/form_main/offset_frame.h"
 #include "forms/logs/form_session_log.h"
 #include "forms/observer_log/form_observer_log.h"
@@ -28,8 +29,8 @@ namespace tarvolt {
 /// it copies what has changed; recording never waits for it.
 class MainWindow final : public QMainWindow {
  public:
-  /// Both outlive it.
-  MainWindow(Session& session, FormMain& form);
+  /// All outlive it. `person` sits at this window until it goes.
+  MainWindow(Session& session, FormMain& form, DesktopPerson& person);
 
   /// What is unsaved in the observer log is saved without a question.
   /// Keeps its place on the screen for the next start.
@@ -37,6 +38,13 @@ class MainWindow final : public QMainWindow {
 
   /// Copies the state to the widgets; draws when the chart has asked for it.
   void Refresh();
+
+  // What the person at the window is asked or shown (main_dialogs.cpp).
+  void ShowSoundFormats() { sound_.ShowFormats(); }
+  bool EditEquations(const EquationsRequest& request, EquationSet& set);
+  bool DrawChart(const std::filesystem::path& file, bool fullView, std::string& problem);
+  void OpenObserverLog();
+  bool ObserverLogMayEnd();
 
   /// The menus' and buttons' commands. They run outside of the click that asked for them, so that one which waits
   /// inside does not hold the button down.
@@ -76,8 +84,6 @@ class MainWindow final : public QMainWindow {
   void ShowTickGrid();
   void ShowColors();
   void ShowFonts();
-  void OpenObserverLog();
-  bool ObserverLogMayEnd();
   void ShowHelp();
   void RestoreGeometry();
   void StoreGeometry();
@@ -85,6 +91,7 @@ class MainWindow final : public QMainWindow {
 
   Session& session_;
   FormMain& form_;
+  DesktopPerson& person_;
   const ChartWindow& window_;
   StripChartPlot* plot_;
   ChartToolBar* tools_;

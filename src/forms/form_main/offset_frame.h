@@ -4,7 +4,7 @@
 #include <QLabel>
 #include <QLineEdit>
 
-#include "core/channel_offsets.h"
+#include "core/chart/channel_offsets.h"
 
 namespace tarvolt {
 

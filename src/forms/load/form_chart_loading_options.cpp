@@ -5,7 +5,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "core/load_commands.h"
+#include "core/chart/load_commands.h"
 
 namespace tarvolt {
 
@@ -24,7 +24,8 @@ FormChartLoadingOptions::FormChartLoadingOptions(Session& session, const LoadOpt
   line->setFrameShape(QFrame::HLine);
   line->setFrameShadow(QFrame::Sunken);
   layout->addWidget(line);
-  show_ = AddBox("chkShowOptions", QStringLiteral("Show this panel for all loads."), session_.settings.ShowLoadOptions);
+  show_ = AddBox("chkShowOptions", QStringLiteral("Show this panel for all loads."),
+                 session_.settings.files.ShowLoadOptions);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Save | QDialogButtonBox::Cancel, this);
   buttons->button(QDialogButtonBox::Ok)->setObjectName(QStringLiteral("cmdOK"));
   buttons->button(QDialogButtonBox::Save)->setObjectName(QStringLiteral("cmdSave"));

@@ -5,20 +5,17 @@
 
 namespace tarvolt {
 
-LoadForms LoadFormsOver(QWidget* parent, Session& session) {
-  LoadForms forms;
-  forms.options = [parent, &session](LoadOptions& options) {
-    FormChartLoadingOptions form(session, options, parent);
-    if (form.exec() != QDialog::Accepted) return false;
-    form.ApplyToOwner(options);
-    return true;
-  };
-  forms.channels = [parent](const ChannelQuestion& question) -> std::optional<ChannelAnswer> {
-    FormSelectiveLoad form(question, parent);
-    if (form.exec() != QDialog::Accepted) return std::nullopt;
-    return form.Answer();
-  };
-  return forms;
+bool AskLoadOptions(QWidget* parent, Session& session, LoadOptions& options) {
+  FormChartLoadingOptions form(session, options, parent);
+  if (form.exec() != QDialog::Accepted) return false;
+  form.ApplyToOwner(options);
+  return true;
+}
+
+std::optional<ChannelAnswer> AskWhichChannels(QWidget* parent, const ChannelQuestion& question) {
+  FormSelectiveLoad form(question, parent);
+  if (form.exec() != QDialog::Accepted) return std::nullopt;
+  return form.Answer();
 }
 
 }  // namespace tarvolt

@@ -1,13 +1,18 @@
 #pragma once
 
 #include <QWidget>
+#include <optional>
 
-#include "core/load_commands.h"
+#include "files/load_channels.h"
+#include "model/session.h"
 
 namespace tarvolt {
 
-/// The forms of the load commands as dialogs over a window. Both wait for the person, while the recorder's events go
+/// The loading panel over a window: false when it was cancelled. Waits for the person, while the recorder's events go
 /// on.
-LoadForms LoadFormsOver(QWidget* parent, Session& session);
+bool AskLoadOptions(QWidget* parent, Session& session, LoadOptions& options);
+
+/// Which channels of a file to load; nothing when that was cancelled. Waits in the same way.
+std::optional<ChannelAnswer> AskWhichChannels(QWidget* parent, const ChannelQuestion& question);
 
 }  // namespace tarvolt

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/load_commands.h"
+#include "core/chart/load_commands.h"
 #include "forms/chart/menu_items.h"
 
 namespace tarvolt {

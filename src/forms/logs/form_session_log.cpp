@@ -51,7 +51,7 @@ void FormSessionLog::showEvent(QShowEvent* event) {
 }
 
 void FormSessionLog::RefreshTitle() {
-  const bool saving = session_.settings.AutoSaveSessionLog && session_.log.HasFileName();
+  const bool saving = session_.settings.files.AutoSaveSessionLog && session_.log.HasFileName();
   setWindowTitle(saving ? QStringLiteral("Session Log  (autosave)") : QStringLiteral("Session Log  (not saving)"));
 }
 

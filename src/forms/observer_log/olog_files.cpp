@@ -107,8 +107,7 @@ bool FormObserverLog::SaveUnasked() {
   const bool saved = WriteTo(file, problem);
   if (!saved && !saveFailing_) {
     const std::string text = "The observer log could not be saved to " + file.string() + ": " + problem;
-    session_.Add2SLog(text);
-    session_.Tell(kTitle, text);
+    session_.LogAndTell(kTitle, text);
   }
   saveFailing_ = !saved;
   return saved;
@@ -131,22 +130,22 @@ bool FormObserverLog::WriteTo(const std::filesystem::path& file, std::string& pr
 }
 
 void FormObserverLog::AutoSave() {
-  if (session_.settings.OAutoSave && !asking_) SaveUnasked();
+  if (session_.settings.observerLog.OAutoSave && !asking_) SaveUnasked();
 }
 
 bool FormObserverLog::MayClose() {
   if (!HasUnsaved()) return true;
   const Settings& settings = session_.settings;
-  if (settings.OAutoSave || !settings.ShowMsgBox) {
+  if (settings.observerLog.OAutoSave || !settings.program.ShowMsgBox) {
     if (SaveUnasked()) return true;
-    if (!settings.ShowMsgBox) return false;
+    if (!settings.program.ShowMsgBox) return false;
   }
   return AskToSave("Observer Log Not Saved", Name() + "\nDo you want to save the observer log?");
 }
 
 bool FormObserverLog::MayReplaceText() {
   if (!HasUnsaved()) return true;
-  if (!session_.settings.ShowMsgBox) return SaveUnasked();
+  if (!session_.settings.program.ShowMsgBox) return SaveUnasked();
   return AskToSave("File Not Saved", "Do you want to save " + Name() + " ?");
 }
 

@@ -53,15 +53,15 @@ void FormObserverLog::MakeFileMenu() {
   Add(menu, "mnuSaveAs", QStringLiteral("Save Log &As..."), QKeySequence(QStringLiteral("Ctrl+Shift+S")),
       [this] { SaveAs(); });
   menu.addSeparator();
-  AddSetting(menu, "mnuAutoSave", QStringLiteral("A&utomatic Save"), "OAutoSave", settings.OAutoSave);
+  AddSetting(menu, "mnuAutoSave", QStringLiteral("A&utomatic Save"), "OAutoSave", settings.observerLog.OAutoSave);
   AddSetting(menu, "mnuLoadOnStartUp", QStringLiteral("Open Log on Start &Up"), "LoadLogOnStartUp",
-             settings.LoadLogOnStartUp);
+             settings.observerLog.LoadLogOnStartUp);
   Add(menu, "mnuDefaultLogDirectory", QStringLiteral("&Default Log Directory..."), {},
       [this] { AskDefaultLogDirectory(); });
   storeWithObservation_ = Add(menu, "mnuStoreLogWithObservation", QStringLiteral("Save with &Observation..."), {},
                               [this] { AskStoreLogWithObservation(); });
   storeWithObservation_->setCheckable(true);
-  storeWithObservation_->setChecked(settings.StoreLogWithObservation);
+  storeWithObservation_->setChecked(settings.observerLog.StoreLogWithObservation);
   menu.addSeparator();
   Add(menu, "mnuClose", QStringLiteral("&Close"), QKeySequence(QStringLiteral("Ctrl+W")), [this] { close(); });
 }
@@ -88,7 +88,7 @@ void FormObserverLog::MakeEntriesMenu() {
   menu.addSeparator();
   Add(menu, "mnuAutoEntry", QStringLiteral("&Automatic Entries..."), {},
       [this] { (new FormOLogIncludes(session_, this))->open(); });
-  AddSetting(menu, "mnuUseUT", QStringLiteral("Use &UT"), "OLogUT", session_.settings.OLogUT);
+  AddSetting(menu, "mnuUseUT", QStringLiteral("Use &UT"), "OLogUT", session_.settings.observerLog.OLogUT);
   Add(menu, "mnuDateFormat", QStringLiteral("&Date Format..."), {}, [this] { AskDateFormat(); });
 }
 
@@ -100,8 +100,9 @@ void FormObserverLog::MakeMacroMenu() {
 }
 
 void FormObserverLog::AskDateFormat() {
-  const auto entered = session_.host.dialogs.AskText(
-      {kDateFormatTitle, "Enter your Date Format: MM/DD/YYYY , DD/MM/YYYY or VERBOSE", session_.settings.oDateFormat});
+  const auto entered =
+      session_.host.dialogs.AskText({kDateFormatTitle, "Enter your Date Format: MM/DD/YYYY , DD/MM/YYYY or VERBOSE",
+                                     session_.settings.observerLog.oDateFormat});
   if (!entered) return;
   const auto format = OLogDateFormat(*entered);
   if (format) return KeepSetting(session_, Section::Settings, "oDateFormat", *format);
@@ -109,13 +110,13 @@ void FormObserverLog::AskDateFormat() {
 }
 
 void FormObserverLog::AskDefaultLogDirectory() {
-  const std::string& folder = session_.settings.DefaultLogDirectory;
+  const std::string& folder = session_.settings.observerLog.DefaultLogDirectory;
   const auto chosen = hooks_.chooseFolder(folder.empty() ? session_.DataFolder().string() : folder);
   if (chosen) KeepSetting(session_, Section::Settings, "DefaultLogDirectory", *chosen);
 }
 
 void FormObserverLog::AskStoreLogWithObservation() {
-  const bool isOn = session_.settings.StoreLogWithObservation;
+  const bool isOn = session_.settings.observerLog.StoreLogWithObservation;
   const Question question{"Observation Log Save Method",
                           "Attempt to save log to same directory as observation?\n\n"
                           "If you select YES then: \n"

@@ -2,6 +2,7 @@
 
 #include <QDialogButtonBox>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "forms/options/identity_page.h"
 #include "forms/options/run_pages.h"
@@ -45,7 +46,7 @@ void FormOptions::AddPages() {
   AddPage(MakeChartPage(fields_, this), QStringLiteral("Chart"));
   AddPage(MakeFilesPage(fields_, this), QStringLiteral("Files"));
   AddPage(MakeBackupPage(fields_, this), QStringLiteral("Backup"));
-  form_.LookForSoundCard();
+  form_.Sound().LookForCard();
   AddPage(MakeSoundPage(fields_, session_, this), QStringLiteral("Sound"));
   AddPage(MakeUdsPage(fields_, this), QStringLiteral("UDS"));
   AddPage(MakeNetworkPage(fields_, this), QStringLiteral("Network"));
@@ -87,11 +88,24 @@ void FormOptions::Refresh() {
 
 bool FormOptions::Confirm() {
   const QString notes = notes_->toPlainText();
-  const auto problem =
-      form_.ConfirmOptions(fields_.Changed(), notes == shownNotes_ ? std::nullopt : std::optional(FromQString(notes)));
+  const auto newNotes = notes == shownNotes_ ? std::nullopt : std::optional(FromQString(notes));
+  const auto problem = form_.Options().Confirm(fields_.Changed(), newNotes, KeysOfChangedPages());
   problem_->setVisible(problem.has_value());
   if (problem) ShowProblem(*problem);
   return !problem;
+}
+
+std::vector<std::string> FormOptions::KeysOfChangedPages() const {
+  const OptionTexts changed = fields_.Changed();
+  std::vector<std::string> keys;
+  for (int page = 0; page < tabs_->count(); ++page) {
+    const std::vector<std::string> here = fields_.KeysOn(*tabs_->widget(page));
+    const bool isChanged = std::any_of(changed.begin(), changed.end(), [&](const auto& text) {
+      return std::find(here.begin(), here.end(), text.first) != here.end();
+    });
+    if (isChanged) keys.insert(keys.end(), here.begin(), here.end());
+  }
+  return keys;
 }
 
 void FormOptions::ShowProblem(const OptionsProblem& problem) {
@@ -104,7 +118,8 @@ void FormOptions::ShowProblem(const OptionsProblem& problem) {
   }
   if (field != nullptr) field->setFocus();
   if (auto* line = qobject_cast<QLineEdit*>(field)) line->selectAll();
-  if (session_.settings.ShowMsgBox) session_.host.dialogs.Ask({problem.title, problem.text, Buttons::Ok, Answer::Ok});
+  if (session_.settings.program.ShowMsgBox)
+    session_.host.dialogs.Ask({problem.title, problem.text, Buttons::Ok, Answer::Ok});
 }
 
 void FormOptions::done(int result) {

@@ -28,6 +28,7 @@ class FormOptions final : public QDialog {
   void ShowSettings();
   void Refresh();
   bool Confirm();
+  std::vector<std::string> KeysOfChangedPages() const;
   void ShowProblem(const OptionsProblem& problem);
 
   Session& session_;

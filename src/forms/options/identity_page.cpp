@@ -19,7 +19,7 @@ void AddPosition(OptionPage& page, OptionFields& fields) {
   QObject::connect(&west, &QCheckBox::toggled, &west, [&fields, side](bool checked) {
     side->setText(checked ? QStringLiteral("W") : QStringLiteral("E"));
     Settings settings = fields.Shown();
-    settings.DisplayWest = checked;
+    settings.place.DisplayWest = checked;
     fields.ShowInstead("UserLng", OptionText(settings, "UserLng"));
   });
 }

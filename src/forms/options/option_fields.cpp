@@ -78,6 +78,14 @@ Settings OptionFields::Draft() const {
   return draft;
 }
 
+std::vector<std::string> OptionFields::KeysOn(const QWidget& page) const {
+  std::vector<std::string> keys;
+  for (const Field& field : fields_) {
+    if (page.isAncestorOf(field.widget)) keys.push_back(field.key);
+  }
+  return keys;
+}
+
 QWidget* OptionFields::WidgetOf(std::string_view key) const {
   const auto found = std::find_if(fields_.begin(), fields_.end(), [&](const Field& field) { return field.key == key; });
   return found == fields_.end() ? nullptr : found->widget;

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "config/settings.h"
-#include "core/options_check.h"
+#include "core/station/options_check.h"
 
 namespace tarvolt {
 
@@ -47,6 +47,9 @@ class OptionFields {
 
   /// What was shown, with what can be read of the fields as they stand.
   Settings Draft() const;
+
+  /// The keys of the fields that lie on a page.
+  std::vector<std::string> KeysOn(const QWidget& page) const;
 
   /// Null for a key without a field.
   QWidget* WidgetOf(std::string_view key) const;

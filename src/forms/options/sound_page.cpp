@@ -1,6 +1,6 @@
 #include "forms/options/sound_page.h"
 
-#include "core/sound_card.h"
+#include "core/sound/sound_card.h"
 #include "forms/qt_text.h"
 #include "forms/sound/form_sound_format.h"
 #include "sources/sound/sound_formats.h"
@@ -36,8 +36,8 @@ class FormatRow final : public QWidget {
  private:
   Settings Draft() const {
     Settings draft = session_.settings;
-    draft.SoundCardName = FromQString(cards_.currentData().toString());
-    draft.sWavFormat = static_cast<std::int32_t>(ValLong(shown_));
+    draft.sound.SoundCardName = FromQString(cards_.currentData().toString());
+    draft.sound.sWavFormat = static_cast<std::int32_t>(ValLong(shown_));
     return draft;
   }
 
@@ -55,7 +55,7 @@ class FormatRow final : public QWidget {
       ShowFormat();
       fields_.Touched();
     };
-    (new FormSoundFormat(session_, draft.SoundCardName, draft.sWavFormat, take, this))->open();
+    (new FormSoundFormat(session_, draft.sound.SoundCardName, draft.sound.sWavFormat, take, this))->open();
   }
 
   OptionFields& fields_;

@@ -76,8 +76,9 @@ double ChannelPlottable::selectTest(const QPointF&, bool, QVariant*) const {
 
 QCPRange ChannelPlottable::getKeyRange(bool& foundRange, QCP::SignDomain) const {
   const StripChart& chart = window_.chart;
-  foundRange = chart.Count() > 0;
-  return foundRange ? QCPRange(chart.GetTime(0), chart.GetTime(chart.Count() - 1)) : QCPRange();
+  const MinMax& times = chart.Samples().TimeSpan();
+  foundRange = !times.IsEmpty();
+  return foundRange ? QCPRange(times.lowest, times.highest) : QCPRange();
 }
 
 QCPRange ChannelPlottable::getValueRange(bool& foundRange, QCP::SignDomain, const QCPRange&) const {

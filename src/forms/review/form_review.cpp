@@ -12,9 +12,18 @@
 
 namespace tarvolt {
 
+bool ReviewPerson::ChooseLoadOptions(Session& session, LoadOptions& options) {
+  return AskLoadOptions(window_, session, options);
+}
+
+std::optional<ChannelAnswer> ReviewPerson::ChooseChannels(const ChannelQuestion& question) {
+  return AskWhichChannels(window_, question);
+}
+
 FormReview::FormReview(Session& session, int number, FormChartView::Apply applyAll)
     : session_(session),
-      review_(session, number),
+      person_(this),
+      review_(session, number, person_),
       items_(this, [this] { Refresh(); }),
       side_(session, review_.Window(), review_.Chart(), std::move(applyAll), this) {
   setObjectName(ToQString(review_.Window().Name));
@@ -28,7 +37,6 @@ FormReview::FormReview(Session& session, int number, FormChartView::Apply applyA
   setStatusBar(status_);
   MakeFileMenu();
   MakeViewMenu();
-  review_.Loads().SetForms(LoadFormsOver(this, session_));
   resize(800, 450);
   Refresh();
 }

@@ -2,7 +2,7 @@
 
 #include <QMainWindow>
 
-#include "core/review_window.h"
+#include "core/chart/review_window.h"
 #include "forms/chart/chart_side_windows.h"
 #include "forms/chart/chart_status_bar.h"
 #include "forms/chart/chart_tool_bar.h"
@@ -10,6 +10,17 @@
 #include "forms/plot/strip_chart_plot.h"
 
 namespace tarvolt {
+
+/// The person in front of a review window.
+class ReviewPerson final : public Person {
+ public:
+  explicit ReviewPerson(QWidget* window) : window_(window) {}
+  bool ChooseLoadOptions(Session& session, LoadOptions& options) override;
+  std::optional<ChannelAnswer> ChooseChannels(const ChannelQuestion& question) override;
+
+ private:
+  QWidget* window_;
+};
 
 /// The window of one review chart. A file dropped on it is loaded.
 class FormReview final : public QMainWindow {
@@ -31,6 +42,7 @@ class FormReview final : public QMainWindow {
   bool HasSamples() const { return review_.Window().chart.Count() > 0; }
 
   Session& session_;
+  ReviewPerson person_;
   FrmReview review_;
   StripChartPlot* plot_;
   ChartToolBar* tools_;

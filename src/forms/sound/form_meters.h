@@ -4,10 +4,10 @@
 #include <QWidget>
 #include <array>
 
-#include "core/sound_card.h"
+#include "analysis/level_meter.h"
+#include "core/sound/sound_card.h"
 #include "forms/sound/level_bar.h"
 #include "model/sound_state.h"
-#include "sources/sound/level_meter.h"
 
 namespace tarvolt {
 

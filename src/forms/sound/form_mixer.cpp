@@ -105,7 +105,7 @@ void FormMixer::Refresh() {
   SetTurned();
   const MixerView view = ReadMixer(session_);
   showing_ = true;
-  card_->setText(QStringLiteral("Sound card: ") + ToQString(session_.settings.SoundCardName));
+  card_->setText(QStringLiteral("Sound card: ") + ToQString(session_.settings.sound.SoundCardName));
   enabled_->setChecked(view.enabled);
   enabled_->setEnabled(view.hasMixer);
   for (int source = 0; source < kMixerSources; ++source) ShowRow(source, view);

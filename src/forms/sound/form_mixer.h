@@ -9,7 +9,7 @@
 #include <QTimer>
 #include <array>
 
-#include "core/mixer_control.h"
+#include "core/sound/mixer_control.h"
 
 class QGridLayout;
 

@@ -6,7 +6,7 @@
 #include <functional>
 #include <string>
 
-#include "core/sound_card.h"
+#include "core/sound/sound_card.h"
 
 namespace tarvolt {
 

@@ -10,10 +10,10 @@
 #include <optional>
 #include <vector>
 
+#include "analysis/spectrum.h"
 #include "config/settings_store.h"
-#include "core/sound_card.h"
+#include "core/sound/sound_card.h"
 #include "model/sound_state.h"
-#include "sources/sound/spectrum.h"
 
 class QCustomPlot;
 class QCPGraph;

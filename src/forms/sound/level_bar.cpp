@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <array>
 
-#include "sources/sound/level_meter.h"
+#include "analysis/level_meter.h"
 
 namespace tarvolt {
 namespace {

@@ -14,19 +14,13 @@ void BringToFront(QWidget& window) {
 
 }  // namespace
 
-SoundWindows::SoundWindows(Session& session, FormMain& form, QWidget* owner)
-    : session_(session), form_(form), owner_(owner) {
-  form_.OnChooseSoundFormat([this] { ShowFormats(); });
-}
-
-SoundWindows::~SoundWindows() {
-  form_.OnChooseSoundFormat({});
-}
+SoundWindows::SoundWindows(Session& session, SoundDesk& desk, QWidget* owner)
+    : session_(session), desk_(desk), owner_(owner) {}
 
 void SoundWindows::AddMenus(QMenu& menu, MenuItems& items) {
-  const auto hasInput = [this] { return form_.HasSoundInput(); };
+  const auto hasInput = [this] { return desk_.HasInput(); };
   QObject::connect(&menu, &QMenu::aboutToShow, owner_, [this, &items] {
-    form_.LookForSoundCard();
+    desk_.LookForCard();
     items.Refresh();
   });
   items.Add(
@@ -39,7 +33,7 @@ void SoundWindows::AddMenus(QMenu& menu, MenuItems& items) {
 
 void SoundWindows::ShowMeters() {
   if (meters_ == nullptr) {
-    meters_ = new FormMeters(form_.HighestSamples(), owner_);
+    meters_ = new FormMeters(desk_.HighestSamples(), owner_);
     new WindowPlace(*meters_, session_.store, "SoundLevelsPlace");
   }
   BringToFront(*meters_);
@@ -47,7 +41,7 @@ void SoundWindows::ShowMeters() {
 
 void SoundWindows::ShowSpectrum() {
   if (spectrum_ == nullptr) {
-    spectrum_ = new FormSpectrum(form_.Spectrum(), session_.store, owner_);
+    spectrum_ = new FormSpectrum(desk_.Spectrum(), session_.store, owner_);
     new WindowPlace(*spectrum_, session_.store, "SpectrumPlace");
   }
   BringToFront(*spectrum_);
@@ -66,8 +60,8 @@ void SoundWindows::ShowFormats() {
   delete formats_;
   const Settings& settings = session_.settings;
   formats_ = new FormSoundFormat(
-      session_, settings.SoundCardName, settings.sWavFormat, [this](int row) { ChooseSoundFormat(session_, row); },
-      owner_);
+      session_, settings.sound.SoundCardName, settings.sound.sWavFormat,
+      [this](int row) { ChooseSoundFormat(session_, row); }, owner_);
   BringToFront(*formats_);
 }
 
@@ -75,9 +69,9 @@ void SoundWindows::Refresh() {
   const bool showsMeters = meters_ != nullptr && meters_->isVisible();
   const bool showsSpectrum = spectrum_ != nullptr && spectrum_->isVisible();
   if (!showsMeters && !showsSpectrum) return;
-  const SoundLevels levels = form_.Levels();
+  const SoundLevels levels = desk_.Levels();
   if (showsMeters) meters_->Refresh(levels, session_.host.clock.MonotonicMilliseconds());
-  if (showsSpectrum) spectrum_->Refresh(form_.SoundRate(), levels);
+  if (showsSpectrum) spectrum_->Refresh(desk_.Rate(), levels);
 }
 
 }  // namespace tarvolt

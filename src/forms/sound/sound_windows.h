@@ -2,7 +2,7 @@
 
 #include <QPointer>
 
-#include "core/form_main.h"
+#include "core/sound/sound_desk.h"
 #include "forms/chart/menu_items.h"
 #include "forms/sound/form_meters.h"
 #include "forms/sound/form_mixer.h"
@@ -15,12 +15,14 @@ namespace tarvolt {
 class SoundWindows {
  public:
   /// All outlive it. The windows are `owner`'s children, made when they are first asked for.
-  SoundWindows(Session& session, FormMain& form, QWidget* owner);
-  ~SoundWindows();
+  SoundWindows(Session& session, SoundDesk& desk, QWidget* owner);
   SoundWindows(const SoundWindows&) = delete;
   SoundWindows& operator=(const SoundWindows&) = delete;
 
   void AddMenus(QMenu& menu, MenuItems& items);
+
+  /// Opens the chooser of formats, and does not wait for it.
+  void ShowFormats();
 
   /// Brings those on the screen up to date.
   void Refresh();
@@ -29,10 +31,9 @@ class SoundWindows {
   void ShowMeters();
   void ShowSpectrum();
   void ShowMixer();
-  void ShowFormats();
 
   Session& session_;
-  FormMain& form_;
+  SoundDesk& desk_;
   QWidget* owner_;
   FormMeters* meters_ = nullptr;
   FormSpectrum* spectrum_ = nullptr;

@@ -86,7 +86,7 @@ void FormTriggers::ShowTriggers(const TriggerDefinitions& triggers) {
 void FormTriggers::ShowChannels() {
   const Settings& settings = session_.settings;
   for (int channel = 0; channel < kChannels; ++channel) {
-    enabled_[channel]->setChecked(settings.ChTriggerEnabled[channel]);
+    enabled_[channel]->setChecked(settings.channels.ChTriggerEnabled[channel]);
     for (int slot = 0; slot < kTriggerSlots; ++slot) {
       pages_[slot]->ShowWatched(channel, Watches(settings, slot, channel));
     }
@@ -96,12 +96,12 @@ void FormTriggers::ShowChannels() {
 TriggerChannels FormTriggers::ReadChannels() const {
   Settings settings;
   for (int channel = 0; channel < kChannels; ++channel) {
-    settings.ChTriggerEnabled[channel] = enabled_[channel]->isChecked();
+    settings.channels.ChTriggerEnabled[channel] = enabled_[channel]->isChecked();
     for (int slot = 0; slot < kTriggerSlots; ++slot) {
       SetWatches(settings, slot, channel, pages_[slot]->Watched(channel));
     }
   }
-  return {settings.CHTrigger, settings.ChTriggerEnabled};
+  return {settings.channels.CHTrigger, settings.channels.ChTriggerEnabled};
 }
 
 bool FormTriggers::ReadPages(TriggerDefinitions& triggers) {
@@ -125,9 +125,8 @@ void FormTriggers::cmdLoadTriggers() {
   const auto file =
       session_.host.dialogs.AskOpenFile({"Load Triggers", session_.home.string(), "", ".ini", kTriggerFilter});
   if (!alive || !file) return;
-  std::string problem;
-  const auto triggers = triggers_.ReadTriggers(*file, problem);
-  if (!triggers) return ShowProblem(ToQString("Could not load the triggers of " + *file + ": " + problem));
+  const auto triggers = triggers_.ReadTriggers(*file);
+  if (!triggers) return ShowProblem(ToQString("Could not load the triggers of " + *file + ": " + triggers.Words()));
   problem_->hide();
   ShowTriggers(*triggers);
 }
@@ -138,17 +137,17 @@ void FormTriggers::cmdSaveTriggers() {
   const QPointer<FormTriggers> alive(this);
   const auto file = session_.host.dialogs.AskSaveFile(
       {"Save Triggers", session_.home.string(), "Triggers.ini", ".ini", kTriggerFilter});
-  std::string problem;
-  if (!alive || !file || triggers_.SaveoTriggers(triggers, *file, problem)) return;
-  ShowProblem(ToQString("Could not save the triggers to " + *file + ": " + problem));
+  if (!alive || !file) return;
+  const Outcome saved = triggers_.SaveoTriggers(triggers, *file);
+  if (!saved) ShowProblem(ToQString("Could not save the triggers to " + *file + ": " + saved.Words()));
 }
 
 void FormTriggers::CmdDone() {
   TriggerDefinitions triggers;
   if (!ReadPages(triggers)) return;
-  std::string problem;
-  if (triggers_.TakeOver(triggers, ReadChannels(), problem)) return accept();
-  ShowProblem(ToQString("The triggers could not be stored: " + problem));
+  const Outcome taken = triggers_.TakeOver(triggers, ReadChannels());
+  if (taken) return accept();
+  ShowProblem(ToQString("The triggers could not be stored: " + taken.Words()));
 }
 
 void FormTriggers::ShowProblem(const QString& text) {

@@ -224,7 +224,8 @@ void TriggerPage::AddNotes() {
   notation_->setObjectName(QStringLiteral("TxtNotation"));
   notation_->setToolTip(
       QStringLiteral("Tags in the note and in the parameters: [SAMPLE NUMBER], [DATE TIME], "
-                     "[DATE FORMAT yyyy/mm/dd hh:nn:ss], [INTERNET IP]"));
+                     "[DATE FORMAT yyyy/mm/dd hh:nn:ss], [INTERNET IP].\n"
+                     "[INTERNET IP] is the address in the local network: the one on the internet is not found yet."));
   form.addRow(QStringLiteral("Note"), notation_);
   annotate_ = AddCheck("ChkAnnotate", QStringLiteral("On the chart"));
   inObLog_ = AddCheck("ChkShowInObLog", QStringLiteral("In the observer log"));

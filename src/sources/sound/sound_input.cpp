@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "config/settings_table.h"
+#include "model/scoped_flag.h"
 #include "sources/sound/sound_formats.h"
 #include "sources/sound/sound_timing.h"
 #include "text/number.h"
@@ -20,18 +21,6 @@ constexpr int kOverRunLinesASecond = 10;  // a flood of lines would cost more bu
 
 constexpr const char* kBusyWords = "Sound buffer filled while last data was still being processed.";
 constexpr const char* kLateWords = "Sound was lost because it was not taken from the driver in time.";
-
-/// True while a buffer is worked on, however that ends.
-class Busy {
- public:
-  explicit Busy(bool& flag) : flag_(flag) { flag_ = true; }
-  ~Busy() { flag_ = false; }
-  Busy(const Busy&) = delete;
-  Busy& operator=(const Busy&) = delete;
-
- private:
-  bool& flag_;
-};
 
 }  // namespace
 
@@ -126,7 +115,7 @@ void SoundInput::Close() {
     session_.Add2SLog("Sound buffers lost: " + NumberText(sound_.overRuns));
   }
   sound_.overRuns = 0;
-  if (!trouble_.empty() && window_.view.StatusText == trouble_) window_.view.StatusText.clear();
+  if (!trouble_.empty() && window_.view.Status.Text() == trouble_) window_.view.Status.Clear();
   trouble_.clear();
   request_.name.clear();
 }
@@ -141,13 +130,13 @@ void SoundInput::StartLevelMeter() {
   Request request = request_;
   if (request.name.empty()) {
     lastBuffer_ = session_.host.clock.MonotonicMilliseconds();
-    request.name = settings.SoundCardName;
+    request.name = settings.sound.SoundCardName;
     const std::optional<WaveFormat> fixed = session_.host.sound.FixedFormat(request.name);
-    request.format = fixed.value_or(SoundFormat(settings.sWavFormat));
+    request.format = fixed.value_or(SoundFormat(settings.sound.sWavFormat));
     request.sources = FindSourcesInUse(settings);
   }
   SoundTimingRequest timing;
-  timing.Pbuffer = settings.Pbuffer;
+  timing.Pbuffer = settings.sound.Pbuffer;
   timing.format = request.format;
   request.buffers.bytes = PlanSoundTiming(timing).bufferBytes;
   if (wasLost) return LookAgainFor(request.buffers.bytes);
@@ -172,10 +161,10 @@ void SoundInput::TakeBuffer(WaveHandle handle) {
 void SoundInput::WorkOn(WaveHandle handle, double waited) {
   if (sound_.BufferBusy || window_.run.TickBusy) return NoteOverRuns(1, kBusyWords);
   {
-    const Busy busy(sound_.BufferBusy);
+    const ScopedFlag busy(sound_.BufferBusy);
     sound_.SoundBufCountL += 1;
     sound_.SoundBufCountR += 1;
-    if (window_.run.chartState == ChartState::Idle) return;
+    if (window_.run.chartState() == ChartState::Idle) return;
     const std::size_t count = FetchSamples(handle);
     NoteSamples(count);
     FeedLevels({samples_.data(), count}, request_.format.stereo, sound_.levels);
@@ -215,12 +204,13 @@ void SoundInput::NoteOverRuns(std::int64_t buffers, const char* words) {
 
 DetectionSetup SoundInput::Setup() const {
   const Settings& settings = session_.settings;
-  const int input = settings.MixerSource >= 0 && settings.MixerSource < kMixerInputs ? settings.MixerSource : 0;
+  const int input =
+      settings.card.MixerSource >= 0 && settings.card.MixerSource < kMixerInputs ? settings.card.MixerSource : 0;
   DetectionSetup setup;
-  setup.backgroundL = settings.LCHbkgnd[input];
-  setup.backgroundR = settings.RCHbkgnd[input];
-  setup.PwrMultiL = settings.PwrMultiL;
-  setup.PwrMultiR = settings.PwrMultiR;
+  setup.backgroundL = settings.card.LCHbkgnd[input];
+  setup.backgroundR = settings.card.RCHbkgnd[input];
+  setup.PwrMultiL = settings.card.PwrMultiL;
+  setup.PwrMultiR = settings.card.PwrMultiR;
   setup.SoundLeftInUse = request_.sources.SoundLeftInUse;
   setup.SoundRightInUse = request_.sources.SoundRightInUse;
   return setup;

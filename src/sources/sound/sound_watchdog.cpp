@@ -38,27 +38,26 @@ double SoundInput::Patience() const {
 }
 
 bool SoundInput::InRun() const {
-  return window_.run.ChartRunning || window_.run.Starting;
+  return window_.run.ChartRunning() || window_.run.Starting();
 }
 
 void SoundInput::Announce(const std::string& text) {
-  session_.Add2SLog(text);
-  session_.Tell("Tarvolt", text);
+  session_.LogAndTell("Tarvolt", text);
 }
 
 // The status line of a run tells it as long as it lasts, unless another message is there.
 void SoundInput::ShowTrouble() {
-  std::string& line = window_.view.StatusText;
-  const bool isTrouble = window_.run.ChartRunning && (lost_ || silent_);
-  const bool wasShown = !trouble_.empty() && line == trouble_;
+  StatusLine& line = window_.view.Status;
+  const bool isTrouble = window_.run.ChartRunning() && (lost_ || silent_);
+  const bool wasShown = !trouble_.empty() && line.Text() == trouble_;
   if (!isTrouble) {
-    if (wasShown) line.clear();
+    if (wasShown) line.Clear();
     trouble_.clear();
     return;
   }
   const bool isNew = trouble_.empty();
   trouble_ = (lost_ ? "Sound lost: " : "Sound gives zeros alone: ") + request_.name;
-  if (isNew || wasShown || line.empty()) line = trouble_;
+  if (isNew || wasShown || line.Text().empty()) line.Say(trouble_);
 }
 
 void SoundInput::BeginWatching() {
@@ -86,7 +85,7 @@ void SoundInput::Watch() {
   if (lost_) return TryAgain();
   if (!running_) return;
   if (now - lastBuffer_ > Patience() && !rewinds_) return Lose("it delivers nothing");
-  const bool looksAtSamples = window_.run.chartState != ChartState::Idle;
+  const bool looksAtSamples = window_.run.chartState() != ChartState::Idle;
   if (!looksAtSamples) lastSound_ = now;
   if (now - lastSound_ <= std::max(kSilence, Patience())) return;
   if (!silent_) Announce("The sound input " + request_.name + " gives zeros alone.");
@@ -140,7 +139,7 @@ void SoundInput::Lose(const std::string& why) {
   lostSince_ = lastBuffer_;
   nextTry_ = session_.host.clock.MonotonicMilliseconds();
   if (!InRun()) return;
-  const char* const outlook = window_.run.ChartRunning ? " The run goes on without it." : "";
+  const char* const outlook = window_.run.ChartRunning() ? " The run goes on without it." : "";
   Announce("The sound input " + request_.name + " was lost: " + why + "." + outlook);
   const double ago = nextTry_ - lostSince_;
   sound_.gaps.lostSince = CalcTime(session_.host.clock, window_.run.time) - ago * kMillisecond;

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+
+#include "automation/channel_equations/channel_equations.h"
+#include "model/chart_window.h"
+#include "model/session.h"
+
+namespace tarvolt {
+
+/// The most channels that can be added for equation data.
+int FreeChannels(const StripChart& chart);
+
+/// Adds channels "EQ CH" with their number to a chart at rest, then runs the equations over all samples, in their
+/// order, and writes what they give back. The chart then counts as changed and as none that was saved; its metadata
+/// name each equation. Holds loads and starts off while it works. Yields every 500 samples. Ends early when the program
+/// is to end: the samples that it reached are changed then, and the session log has how many. Fails, with nothing
+/// changed, when there is no room for the channels or an equation cannot be solved.
+Outcome ApplyFunction(Session& session, ChartWindow& window, ChannelEquations& equations, const EquationSet& set,
+                      int newChannels = 0);
+
+}  // namespace tarvolt

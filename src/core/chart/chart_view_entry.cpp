@@ -1,0 +1,92 @@
+#include "core/chart/chart_view_entry.h"
+
+#include <cmath>
+
+#include "text/ansi.h"
+#include "text/number.h"
+#include "timebase/time_stamp.h"
+#include "timebase/time_text.h"
+
+namespace tarvolt {
+namespace {
+
+constexpr const char* kDatePicture = "YYYY-MM-DD hh:nn:ss";
+
+// A time alone belongs to the day of the earliest sample, or to the next one when the data begin later in the day.
+std::optional<TimeStamp> ReadTime(const std::string& text, const StripChart& chart) {
+  const std::string trimmed(Trim(text));
+  if (const auto timeOfDay = ParseHMS(trimmed)) {
+    const auto& [first, last] = chart.Samples().TimeSpan();
+    const TimeStamp stamp = WholeDay(first) + *timeOfDay;
+    const bool nextDay = stamp < first && stamp + 1 <= last;
+    return nextDay ? stamp + 1 : stamp;
+  }
+  return ParseDate(trimmed);
+}
+
+std::string NotATime(const char* field, const std::string& text) {
+  return std::string(field) + " \"" + text +
+         "\" is no time: use YYYY-MM-DD hh:nn:ss, or hh:nn:ss for a time of the first day.";
+}
+
+std::string ReadX(const ChartViewEntry& entry, const StripChart& chart, ChartViewRequest& request) {
+  if (entry.from != ChartViewEntry::kStartOfData) {
+    request.start = ReadTime(entry.from, chart);
+    if (!request.start) return NotATime("From", entry.from);
+  }
+  if (entry.byWidth) {
+    const auto width = ParseNumber(entry.width);
+    if (!width || !(*width > 0)) return "The width must be a number of seconds above 0.";
+    const TimeStamp start = request.start ? *request.start : WholeDay(chart.Samples().TimeSpan().lowest);
+    request.end = start + *width / kSecondsPerDay;
+    return "";
+  }
+  if (entry.to != ChartViewEntry::kEndOfData) {
+    request.end = ReadTime(entry.to, chart);
+    if (!request.end) return NotATime("To", entry.to);
+  }
+  return "";
+}
+
+std::string ReadY(const ChartViewEntry& entry, ChartViewRequest& request) {
+  if (!entry.specifyY) return "";
+  request.yLow = ParseNumber(entry.yLow);
+  request.yHigh = ParseNumber(entry.yHigh);
+  if (!request.yLow || !request.yHigh) return "The bottom and the top of the y axis must be numbers.";
+  if (*request.yLow > *request.yHigh) return "The top of the chart view must be above its bottom.";
+  return "";
+}
+
+}  // namespace
+
+ChartViewEntry DescribeView(const ChartWindow& window, double widthSeconds) {
+  const StripChart& chart = window.chart;
+  ChartViewEntry entry;
+  if (chart.Count() > 0) {
+    entry.from = FormatDate(chart.XAxisMin, kDatePicture);
+    entry.to = FormatDate(chart.XAxisMax, kDatePicture);
+  }
+  entry.width = NumberText(widthSeconds);
+  entry.autoY = chart.AutoScale;
+  entry.yLow = NumberText(chart.YAxisMin);
+  entry.yHigh = NumberText(chart.YAxisMax);
+  return entry;
+}
+
+std::string ValuesOK(const ChartViewEntry& entry, const StripChart& chart, ChartViewRequest& request) {
+  request = {};
+  if (chart.Count() < 5) return "Not enough data loaded for Manual Chart View entry.";
+  const std::string problem = ReadX(entry, chart, request);
+  return problem.empty() ? ReadY(entry, request) : problem;
+}
+
+std::string ApplyChartView(const ChartViewEntry& entry, const ChartWindow& window, ChartCommands& commands) {
+  ChartViewRequest request;
+  const std::string problem = ValuesOK(entry, window.chart, request);
+  if (!problem.empty()) return problem;
+  if (!commands.SetChartView(request)) return window.view.Status.Text();
+  if (entry.autoY && !entry.specifyY) commands.AutoScaleOn();
+  return "";
+}
+
+}  // namespace tarvolt

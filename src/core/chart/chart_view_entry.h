@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+
+#include "core/chart/chart_commands.h"
+
+namespace tarvolt {
+
+/// What stands in the fields of the chart view by numbers.
+struct ChartViewEntry {
+  static constexpr const char* kStartOfData = "Start of Data";
+  static constexpr const char* kEndOfData = "End of Data";
+
+  bool byWidth = false;  ///< OptWidth: the view ends `width` seconds after `from`; else OptTimes: it ends at `to`
+  std::string from = kStartOfData;  ///< those words, a date with a time, or a time of the first sample's day
+  std::string to = kEndOfData;
+  std::string width;
+  bool autoY = false;     ///< ChkAutoY: the y range follows the data
+  bool specifyY = false;  ///< ChkSpecifyY: it goes from yLow to yHigh
+  std::string yLow;
+  std::string yHigh;
+};
+
+/// The fields as they describe the view on display.
+ChartViewEntry DescribeView(const ChartWindow& window, double widthSeconds);
+
+/// Reads the fields. What is wrong with them in words; empty when they are fine, and `request` is filled.
+std::string ValuesOK(const ChartViewEntry& entry, const StripChart& chart, ChartViewRequest& request);
+
+/// Shows the view. What is wrong in words; empty when it is shown.
+std::string ApplyChartView(const ChartViewEntry& entry, const ChartWindow& window, ChartCommands& commands);
+
+}  // namespace tarvolt

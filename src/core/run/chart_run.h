@@ -1,0 +1,118 @@
+#pragma once
+
+#include <string>
+
+#include "core/run/recorder.h"
+#include "sources/sound/sound_timing.h"
+
+namespace tarvolt {
+
+/// One stretch of recording, from StartChart to StopChart, and the turning over of its logs in between.
+class ChartRun {
+ public:
+  /// Works on the parts of `recorder`, which outlives it.
+  explicit ChartRun(Recorder& recorder);
+
+  /// Checks, readies the sources and arms the run. `profile` may be empty. A refusal is told and leaves the program
+  /// idle. Does nothing while a run goes on or is being started, or a file is being loaded. Yields while the data
+  /// source connects.
+  void StartChart(const std::string& profile);
+
+  /// Ends the run, closes its source and saves. Does nothing without a run. Yields only in a question to a person.
+  void StopChart();
+
+  /// Turns the log over: saves it when that is wanted and starts a new one, or ends the run. Yields only in a question.
+  void MaxedOut(MaxedOutMode mode);
+
+  /// Logs how many samples a clock that stood or went back has cost since this was told last.
+  void TellDropped();
+
+  /// Takes the base of log time from the settings and the clock, as at the start of a log that began so many
+  /// milliseconds ago.
+  void TakeTimeBase(double ago = 0);
+
+  /// Takes only what turns the clock into log time, and leaves the chart on display its own base.
+  void TakeClockOffset();
+
+  /// The log begins at this moment and not at that of the start: its first stamp, its axis and its end.
+  void BeginLogNow();
+
+ private:
+  // The start, step by step (chart_start.cpp).
+  bool RunTheStart(const std::string& profile);
+  void LoadRunProfile(const std::string& profile);
+  void ResetRunState();
+  bool ReadyDataFolders();
+  void CreateDataFolder();
+  bool CheckSources();
+  bool MakeRoom();
+  void ShowModeStatus();
+  void ClearForNewRun();
+  void BuildMetadata();
+  void CopyOffsets();
+  void DisableCommands();
+  void ZeroCounters();
+  bool CheckTiming();
+  void PrepareChart();
+  void AddInputMetadata();
+  void EnableStopControls();
+  void LogChartStarted();
+  void TakeNotesAndHeader();
+  bool ConnectSources();
+  bool ConnectUds();
+  void FollowChannelCount();
+  void ShowStarted();
+  bool Refuse(const std::string& text);
+  bool CanRead(DataSourceId source) const;
+
+  // What is settled for each log (log_begin.cpp).
+  enum class LogStart { First, FirstBuffer, Further };
+  void SettleLog(LogStart start);
+  void DetectZone();
+  void SetTimeOrigin(LogStart start);
+  void PlanNextRestart();
+
+  // Its sound input (chart_sound.cpp).
+  bool NeedsSound() const;
+  double SoundWaiting() const;
+  bool PushReplacesSound() const;
+  bool SetUpSound();
+  bool CheckSoundFormat();
+  void PlanSound();
+  void SizeRing();
+  void AddSoundMetadata();
+  bool OpenSound();
+  bool WaitForSound();
+
+  void Abort();
+
+  // The turnover (chart_turnover.cpp).
+  bool HoldTimer();
+  bool TurnoverSaves(MaxedOutMode mode) const;
+  bool GoesOn(MaxedOutMode mode) const;
+  void StopLogging();
+  void StartNextLog(bool timerWasOn);
+  void RestartChart();
+
+  // The stop (chart_stop.cpp).
+  void StopTimers();
+  bool HasData() const;
+  void CloseSources();
+  void TestDcount();
+  void MarkDataForSaving();
+  void LogRate();
+  void ShowEnded();
+  void EnableCommands();
+  void AskToKeepOffsets();
+  void SaveAtStop();
+
+  Recorder& recorder_;
+  Session& session_;
+  ChartWindow& window_;
+  RunState& run_;
+  WindowState& view_;
+  WaveFormat soundFormat_;
+  SoundTiming soundTiming_;
+};
+
+}  // namespace tarvolt

@@ -1,0 +1,323 @@
+#include "config/profile.h"
+#include "core/run/chart_run.h"
+#include "core/run/run_metadata.h"
+#include "core/sound/sound_card.h"
+#include "core/station/observer_notes.h"
+#include "files/auto_title.h"
+#include "files/header_info.h"
+#include "text/number.h"
+#include "timebase/time_stamp.h"
+
+namespace tarvolt {
+
+namespace {
+
+std::string SeparatorEnded(const std::filesystem::path& folder) {
+  return folder.string() + static_cast<char>(std::filesystem::path::preferred_separator);
+}
+
+}  // namespace
+
+ChartRun::ChartRun(Recorder& recorder)
+    : recorder_(recorder),
+      session_(recorder.session),
+      window_(recorder.window),
+      run_(recorder.window.run),
+      view_(recorder.window.view) {}
+
+void ChartRun::StartChart(const std::string& profile) {
+  if (run_.phase != RunPhase::Idle || window_.save.Loading) return;
+  run_.phase = RunPhase::Starting;
+  if (!RunTheStart(profile)) Abort();
+}
+
+// The thirty steps of a start. False when one of them refused; it has told why.
+bool ChartRun::RunTheStart(const std::string& profile) {
+  LoadRunProfile(profile);
+  ResetRunState();
+  if (!ReadyDataFolders()) return false;
+  if (!CheckSources()) return false;
+  recorder_.triggers.OpenDevices();
+  if (!CheckTiming()) return false;
+  if (!MakeRoom()) return false;
+  ShowModeStatus();
+  DisableCommands();
+  if (!SetUpSound()) return false;  // before the old chart goes: a start that is refused leaves it on display
+  ClearForNewRun();
+  BuildMetadata();
+  CopyOffsets();
+  ZeroCounters();
+  PrepareChart();
+  recorder_.triggers.ResetForRun();
+  AddInputMetadata();
+  EnableStopControls();
+  LogChartStarted();
+  SettleLog(LogStart::First);
+  recorder_.TimerKeepAlive->SetInterval(kKeepAliveRunning);
+  recorder_.TimerKeepAlive->SetEnabled(true);
+  if (!ConnectSources()) return false;
+  TakeNotesAndHeader();
+  recorder_.events.LogBegan();
+  window_.sound.ClearAccumulators();  // buffers counted while the run was not yet armed have given no reading
+  run_.phase = RunPhase::Armed;
+  ShowStarted();
+  recorder_.commands.ShowArrows();
+  recorder_.images.RunStarted();
+  return true;
+}
+
+void ChartRun::LoadRunProfile(const std::string& profile) {
+  if (profile.empty()) return;
+  session_.Add2SLog("Load Profile: " + std::filesystem::path(profile).filename().string());
+  const Outcome loaded =
+      LoadProfileFile(session_.host.files, profile, session_.overrides, session_.home.string(), session_.settings);
+  if (!loaded) session_.Add2SLog("Could not load the profile " + profile + ": " + loaded.Words());
+  recorder_.triggers.FollowSetting();
+  ReadNotes(session_);
+}
+
+void ChartRun::ResetRunState() {
+  run_.plan = PlanOfRun(session_.settings);
+  run_.LastStamp = 0;
+  run_.CurrentStamp = 0;
+  run_.StepBack = 0;
+  run_.DroppedSamples = 0;
+  run_.TickBusy = false;
+  run_.AbortFlag = false;
+  run_.LastMessage.clear();
+  run_.AvgCount = 0;
+  run_.EffectiveAvg = 1;
+  run_.ChannelSum.fill(0);
+  run_.ChannelValue.fill(0);
+  run_.ChannelMin.fill(kNoMinimum);
+  run_.ChannelMax.fill(kNoMaximum);
+  run_.ShownChannel = 0;
+  view_.ValueLabel.clear();
+  view_.LeftStatus.clear();
+  view_.Status.Release();
+  window_.sound.ClearAccumulators();
+  window_.sound.gaps = SoundGaps{};
+  recorder_.sources = SourcesInUse{};
+}
+
+bool ChartRun::ReadyDataFolders() {
+  FileSystem& files = session_.host.files;
+  if (!files.FolderExists(session_.DataFolder())) CreateDataFolder();
+  std::error_code error;
+  files.MakeFolders(session_.DataFolder() / "recovery", error);
+  if (!error) return true;
+  return Refuse("The Data Directory " + session_.DataFolder().string() + " cannot be used: " + error.message());
+}
+
+void ChartRun::CreateDataFolder() {
+  const std::filesystem::path folder = session_.home / "Data";
+  const std::string text = "Your specified Data Directory:\n" + session_.settings.files.DataDirectory +
+                           "\nis not found.\nA new Data directory is being created in: \n" + SeparatorEnded(folder);
+  session_.Add2SLog("Data Directory " + session_.DataFolder().string() + " is not found; using " + folder.string());
+  session_.Tell("Tarvolt", text);
+  std::error_code error;
+  session_.host.files.MakeFolders(folder, error);
+  session_.settings.files.DataDirectory = SeparatorEnded(folder);
+  if (session_.IsOverridden("DataDirectory")) return;  // a folder of this run alone
+  session_.store.SaveSetting(Section::Settings, "DataDirectory", session_.settings.files.DataDirectory);
+}
+
+bool ChartRun::CheckSources() {
+  const Settings& settings = session_.settings;
+  recorder_.sources = FindSourcesInUse(settings);
+  // A card that is away for a moment is not replaced: opening it refuses the start by its name.
+  if (NeedsSound() && !HasSoundCard(session_.settings)) MatchSoundCard(session_);
+  const std::string refusal = RefuseAtStart(settings, HasSoundCard(settings));
+  if (!refusal.empty()) return Refuse(refusal);
+  for (int channel = 0; channel < run_.plan.ActiveChannels(); ++channel) {
+    if (!CanRead(run_.plan.Dsrc[channel])) {
+      return Refuse("Channel " + NumberText(std::int64_t{channel + 1}) + " is set to \"" +
+                    SourceName(run_.plan.Dsrc[channel]) +
+                    "\", which this version cannot read. Change to another data source under Options / Data Source.");
+    }
+  }
+  return true;
+}
+
+bool ChartRun::CanRead(DataSourceId source) const {
+  return IsUds(source) || ReadsSound(source) || IsEquation(source);
+}
+
+bool ChartRun::MakeRoom() {
+  const Result<bool> room = recorder_.unsaved.MakeRoom();
+  if (!room) return Refuse(room.Words());
+  return *room;
+}
+
+void ChartRun::ShowModeStatus() {
+  switch (window_.Mode) {
+    case SessionMode::StandAlone:
+      view_.Status.Say("Stand Alone Mode");
+      break;
+    case SessionMode::Server:
+      view_.Status.Say("Server Mode");
+      break;
+    case SessionMode::Client:
+      view_.Status.Say("Client Mode");
+      break;
+  }
+}
+
+void ChartRun::ClearForNewRun() {
+  recorder_.commands.UnloadMyInfoFile();
+  window_.notations = Notations{};
+  window_.header.source = DataFileHeader().source;
+  window_.notes.clear();
+  window_.chart.XAxisLabel = session_.settings.chart.XALabel;
+  window_.chart.YAxisLabel = session_.settings.chart.YALabel;
+  run_.DataNeedsSave = false;
+  window_.save.keeping = LogKeeping{};
+  window_.save.SavedAs.clear();
+  view_.SaveCommands = false;
+}
+
+void ChartRun::BuildMetadata() {
+  BuildRunMetadata(session_, window_);
+}
+
+void ChartRun::CopyOffsets() {
+  run_.ChannelOffset.fill(0);
+  if (!session_.settings.channels.UseOffsets) return;
+  for (int channel = 0; channel < kChannels; ++channel) {
+    const double offset = session_.settings.channels.DefaultChannelOffset[channel];
+    if (IsUsableOffset(offset)) {
+      run_.ChannelOffset[channel] = offset;
+    } else {
+      session_.Add2SLog("The offset of channel " + NumberText(std::int64_t{channel + 1}) + ", " + NumberText(offset) +
+                        ", is no number that can be an offset: 0 is used.");
+    }
+  }
+}
+
+void ChartRun::DisableCommands() {
+  recorder_.commands.CloseChartViews();
+  view_.LoadCommands = false;
+  view_.InfoCommands = false;
+  view_.ToolCommands = false;
+  view_.ScheduleCommand = false;
+}
+
+void ChartRun::ZeroCounters() {
+  run_.Dcount = 0;
+  run_.LastDcount = 0;
+  run_.TotalSamples = 0;
+  run_.StoreStart = 0;
+  window_.header.start = 0;
+  window_.header.end = 0;
+}
+
+bool ChartRun::CheckTiming() {
+  if (run_.plan.vAvg < 1) return Refuse("Must have greater than zero samples to average.");
+  if (!(run_.plan.SampleRate >= 10)) return Refuse("Sample Rate must be 10 milliseconds or greater.");
+  if (run_.plan.TimerType == kSoundTimer && !PushReplacesSound() && !HasSoundCard(session_.settings))
+    return Refuse("The sound card is set as the timing method but no sound card is available.");
+  if (!(session_.settings.timing.ChartWidth >= 1)) return Refuse("Chart Width must be 1 or more seconds.");
+  recorder_.LoTime1->SetInterval(RoundToInt32(run_.plan.SampleRate));
+  return true;
+}
+
+void ChartRun::PrepareChart() {
+  StripChart& chart = window_.chart;
+  run_.ChannelCount = run_.plan.ActiveChannels();
+  if (run_.ChannelCount == 1) chart.ChannelVisible[0] = true;
+  chart.ClearData();
+  chart.SetChannelCount(run_.ChannelCount);
+  chart.ChannelPen = StripChart::kOwnPens;
+  for (int channel = 0; channel < kChannels; ++channel) {
+    chart.ChannelName[channel] = session_.settings.channels.ChannelLabel[channel];
+    window_.channelLabels[channel] = session_.settings.channels.ChannelLabel[channel];
+  }
+  recorder_.commands.TakeLook();
+  recorder_.commands.ShowChartLegend();
+  chart.TimeMarker.reset();
+  chart.CursorChannel = -1;
+  chart.AutoScale = session_.settings.chart.AutoScale;
+  SetRange(chart, {chart.XAxisMin, chart.XAxisMax, 0, chart.AutoScale ? 1 : session_.settings.chart.ChartYaxisMax});
+}
+
+void ChartRun::AddInputMetadata() {
+  if (NeedsSound() && !PushReplacesSound()) AddSoundMetadata();
+  TimingFacts facts;
+  facts.udsInUse = recorder_.sources.UDSInUse;
+  facts.soundPaces = run_.plan.TimerType == kSoundTimer && !PushReplacesSound();
+  const bool uneven = facts.soundPaces && run_.plan.SampleRate > 1000 && !soundTiming_.divided;
+  if (uneven) facts.actualPeriod = (run_.EffectiveAvg - run_.plan.vAvg + 1) * soundTiming_.bufMs;
+  tarvolt::AddTimingMetadata(facts, window_);
+}
+
+void ChartRun::EnableStopControls() {
+  run_.OffsetsChanged = false;
+  window_.chart.Mode = ChartMode::Tracking;
+  view_.ModeMenus = false;
+}
+
+void ChartRun::LogChartStarted() {
+  session_.Add2SLog("Chart Started  " + FormatDate(recorder_.CalcTime(), "YYMMDDHHnnSS"));
+  view_.StartMenuCaption = "Stop Chart";
+  window_.chart.AutoScroll = true;
+  recorder_.commands.CheckScrollEnabled();
+  run_.UpdateCount = 0;
+}
+
+void ChartRun::TakeNotesAndHeader() {
+  window_.save.PendingNotes = session_.notes;
+  getStaticHeaderInfo(session_, window_, GetModifiedNotes(session_, window_, window_.notes).size());
+}
+
+bool ChartRun::ConnectSources() {
+  if (recorder_.sources.UDSInUse && !ConnectUds()) return false;
+  recorder_.LoTime1->SetEnabled(run_.plan.TimerType != kSoundTimer && !PushReplacesSound());
+  return true;
+}
+
+bool ChartRun::ConnectUds() {
+  session_.Add2SLog("Using UDS: " + run_.plan.uds.UDSexe);
+  session_.Add2SLog(std::string("UDS Data: ") + (run_.plan.uds.UDSpush ? "Pushed" : "Polled"));
+  if (!recorder_.uds.UDSConnect()) return Refuse("UDS Connection Canceled - Chart Canceled");
+  FollowChannelCount();
+  return true;
+}
+
+// The data source may have declared another number of channels than the table holds.
+void ChartRun::FollowChannelCount() {
+  if (run_.ChannelCount != run_.plan.ActiveChannels()) recorder_.commands.ShowChartLegend();
+}
+
+void ChartRun::ShowStarted() {
+  view_.StartCaption = "&Stop Chart";
+  view_.cmdStart = true;
+  view_.OffsetCommand = true;
+  view_.Status.Say("Started " + recorder_.LocalTimeText() + (run_.ChartIsLMST ? " LMST" : run_.ChartIsUT ? " UT" : ""));
+  run_.StartStamp = recorder_.CalcTime();
+  view_.Title = " New Chart Started: " + FormatDate(run_.StartStamp, "YYYY/MM/DD hh:nn:ss");
+  DoAutoTitle(session_, window_);
+}
+
+bool ChartRun::Refuse(const std::string& text) {
+  session_.LogAndTell("Tarvolt", text);
+  return false;
+}
+
+void ChartRun::Abort() {
+  recorder_.uds.Close();
+  recorder_.sound.Close();
+  recorder_.triggers.RunEnded();
+  recorder_.LoTime1->SetEnabled(false);
+  recorder_.TimerKeepAlive->SetInterval(kKeepAliveIdle);
+  run_.phase = RunPhase::Idle;
+  window_.chart.Mode = ChartMode::Browsing;
+  view_.cmdStart = true;
+  view_.StartCaption = "&Start Chart";
+  view_.StartMenuCaption = "Start New Chart";
+  view_.ModeMenus = true;
+  view_.LoadCommands = true;
+  view_.ScheduleCommand = true;
+  if (run_.ScheduleRunning) run_.CancelSchedule = true;
+}
+
+}  // namespace tarvolt

@@ -1,0 +1,101 @@
+#include "core/run/chart_run.h"
+#include "files/naming.h"
+#include "files/saving.h"
+#include "sources/sound/sound_gaps.h"
+
+namespace tarvolt {
+
+void ChartRun::MaxedOut(MaxedOutMode mode) {
+  run_.phase = RunPhase::TurningOver;
+  recorder_.offsets.NoteHeld();
+  if (window_.chart.AutoScale) window_.chart.ScaleYToData();
+  const bool timerWasOn = HoldTimer();
+  if (window_.chart.Count() > 0) run_.EndStamp = window_.chart.GetTime(window_.LastSampleIndex());
+  recorder_.events.LogEnded(LogEnd::TurnedOver);
+  std::filesystem::path name = NameDataFile(session_, window_, NameKind::Data, true);
+  if (name == kBadFile) {
+    session_.Add2SLog(" Could Not Save File..No Data. ");
+    StopLogging();
+    return;
+  }
+  name = NameOfOwn(session_, window_, name);
+  SaveOutcome outcome = SaveOutcome::NotWanted;
+  if (TurnoverSaves(mode) && (run_.ForceSave || SaveIfAtTurnover(run_.log, window_.chart))) {
+    outcome = SaveDataFile(session_, window_, name, false);
+  }
+  if (!GoesOn(mode)) {
+    StopLogging();
+    return;
+  }
+  if (outcome == SaveOutcome::Failed && !recorder_.unsaved.SetAside(name)) {
+    session_.Add2SLog("Too many logs wait for room on the disk.");
+    StopLogging();
+    return;
+  }
+  StartNextLog(timerWasOn);
+}
+
+bool ChartRun::HoldTimer() {
+  const bool wasOn = recorder_.LoTime1->Enabled();
+  if (run_.plan.TimerType != kSoundTimer) recorder_.LoTime1->SetEnabled(false);
+  return wasOn;
+}
+
+// A log of which memory keeps the last stretch alone, and no backup the rest, is no log to save but by hand.
+bool ChartRun::TurnoverSaves(MaxedOutMode mode) const {
+  if (run_.ForceSave) return true;
+  const bool restartDue = mode == MaxedOutMode::PlannedRestart && run_.log.UseRestartTime;
+  return window_.save.keeping.IsKept() && run_.log.AutoSave && (restartDue || run_.log.Continuous);
+}
+
+bool ChartRun::GoesOn(MaxedOutMode mode) const {
+  if (run_.ForceSave) return true;
+  if (mode == MaxedOutMode::LimitReached) return run_.log.Continuous;
+  return run_.log.UseRestartTime && !run_.log.TimeRefZero;
+}
+
+void ChartRun::StopLogging() {
+  StopChart();
+  view_.Title += "  Logging Stopped.";
+}
+
+void ChartRun::StartNextLog(bool timerWasOn) {
+  view_.Title = " New Data Log Started at " + recorder_.LocalTimeText();
+  window_.chart.ClearData();
+  window_.notations = Notations{};  // they stand in the file of the log that has ended
+  window_.header.start = 0;
+  window_.header.end = 0;
+  run_.Dcount = 0;
+  run_.TotalSamples = 0;
+  run_.StoreStart = 0;
+  RestartChart();
+  if (run_.plan.TimerType != kSoundTimer) {
+    recorder_.LoTime1->SetEnabled(PushReplacesSound() ? timerWasOn : true);
+  }
+  run_.phase = RunPhase::Running;
+}
+
+// The beginning of a further log of the same run.
+void ChartRun::RestartChart() {
+  recorder_.commands.UnloadMyInfoFile();
+  run_.DataNeedsSave = false;
+  window_.save.SavedAs.clear();
+  recorder_.commands.CloseChartViews();
+  window_.chart.Mode = ChartMode::Tracking;
+  window_.chart.TimeMarker.reset();
+  window_.chart.CursorChannel = -1;
+  run_.LastDcount = 0;
+  // A log's stamps rise by themselves: a sidereal day, or the midnight of TimeRefZero, may begin again with it.
+  run_.LastStamp = 0;
+  run_.StepBack = 0;
+  LogChartStarted();
+  SettleLog(LogStart::Further);
+  if (run_.log.MetaDataActive) {
+    BuildMetadata();
+    AddInputMetadata();
+    AddSoundGaps(window_);
+  }
+  recorder_.events.LogBegan();
+}
+
+}  // namespace tarvolt

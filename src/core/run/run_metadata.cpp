@@ -1,0 +1,99 @@
+#include "core/run/run_metadata.h"
+
+#include <algorithm>
+
+#include "core/sound/mixer_control.h"
+#include "sources/source_table.h"
+#include "text/ansi.h"
+#include "text/number.h"
+
+namespace tarvolt {
+
+namespace {
+
+std::string ChannelNumber(int channel) {
+  return NumberText(std::int64_t{channel + 1});
+}
+
+// Each row names its channel, for a second row of the same name would replace the first.
+void AddDataSources(const RunPlan& plan, Metadata& metadata) {
+  for (int channel = 0; channel < plan.ActiveChannels(); ++channel) {
+    metadata.AddToMetaData("Data Source :CH " + ChannelNumber(channel), SourceName(plan.Dsrc[channel]));
+  }
+}
+
+void AddEquations(const RunPlan& plan, Metadata& metadata) {
+  if (!plan.ApplyToIncoming) return;
+  for (int channel = 0; channel < plan.ActiveChannels(); ++channel) {
+    if (!plan.Equations.Applies(channel)) continue;
+    metadata.AddToMetaData("Equation Applied When Collected CH " + ChannelNumber(channel),
+                           EquationText(plan.Equations, channel));
+  }
+}
+
+// The factor is that of the channel's own side.
+void AddDetection(const RunPlan& plan, Metadata& metadata) {
+  constexpr const char* kDetectors[] = {"", "Peak", "Average", "Power"};
+  constexpr int kPowerDetector = 3;
+  for (int channel = 0; channel < plan.ActiveChannels(); ++channel) {
+    const DataSourceId source = plan.Dsrc[channel];
+    if (source != kSoundLeft && source != kSoundRight) continue;
+    const int detector = plan.Detection[channel];
+    const bool known = detector >= 1 && detector <= kPowerDetector;
+    metadata.AddToMetaData("Detection Method: CH " + ChannelNumber(channel),
+                           known ? kDetectors[detector] : NumberText(std::int64_t{detector}));
+    if (detector != kPowerDetector) continue;
+    metadata.AddToMetaData("Power Detection Factor: CH " + ChannelNumber(channel),
+                           NumberText(source == kSoundLeft ? plan.card.PwrMultiL : plan.card.PwrMultiR));
+  }
+}
+
+void AddSoundCard(const Session& session, const RunPlan& plan, Metadata& metadata) {
+  const auto end = plan.Dsrc.begin() + plan.ActiveChannels();
+  if (std::none_of(plan.Dsrc.begin(), end, ReadsSound)) return;
+  metadata.AddToMetaData("Sound Card Device", plan.sound.SoundCardName);
+  metadata.AddToMetaData("Last Sound Card Calibration",
+                         session.store.GetSetting(Section::Settings, "LastSoundCardCalibration"));
+}
+
+}  // namespace
+
+std::string EquationText(const EquationSet& set, int channel) {
+  return "CH: " + ChannelNumber(channel) + "  Equation: " + Trim(set.EquString[static_cast<std::size_t>(channel)]);
+}
+
+void BuildRunMetadata(const Session& session, ChartWindow& window) {
+  const RunPlan& plan = window.run.plan;
+  window.metadata.DeleteMetaData();
+  AddDataSources(plan, window.metadata);
+  AddEquations(plan, window.metadata);
+  window.metadata.AddToMetaData("Email", session.settings.station.ServerEmail);
+  AddDetection(plan, window.metadata);
+  AddSoundCard(session, plan, window.metadata);
+}
+
+void AddSoundMetadata(const Session& session, const std::string& formatText, std::int32_t bufferBytes,
+                      ChartWindow& window) {
+  const int source = window.run.plan.card.MixerSource;
+  window.metadata.AddToMetaData("Sound: ", formatText + " Buffer:" + NumberText(std::int64_t{bufferBytes}));
+  window.metadata.AddToMetaData("Mixer: ", std::string("Source:") + MixerSourceName(source) +
+                                               " Vol:" + NumberText(std::int64_t{MixerVolumeNow(session)}));
+}
+
+void AddTimingMetadata(const TimingFacts& facts, ChartWindow& window) {
+  const RunState& run = window.run;
+  window.metadata.AddToMetaData("Timing Method: ", facts.soundPaces ? "Sound Card" : "Timer");
+  if (facts.soundPaces) {
+    window.metadata.AddToMetaData("Sound Card Device", run.plan.sound.SoundCardName);
+    window.metadata.AddToMetaData("Sound Card Timing Correction", NumberText(run.plan.card.SCTadjust));
+  }
+  window.metadata.AddToMetaData("Requested Sample Period: ", NumberText(run.plan.SampleRate));
+  if (facts.actualPeriod) {
+    window.metadata.AddToMetaData("Actual Sample Period: ", NumberText(*facts.actualPeriod));
+  }
+  if (!facts.udsInUse) return;
+  window.metadata.AddToMetaData("Using UDS: ", run.plan.uds.UDSexe);
+  window.metadata.AddToMetaData("UDS Data: ", run.plan.uds.UDSpush ? "Pushed" : "Polled");
+}
+
+}  // namespace tarvolt

@@ -1,0 +1,60 @@
+#include "model/run_plan.h"
+
+#include <algorithm>
+
+namespace tarvolt {
+
+int RunPlan::ActiveChannels() const {
+  const auto end = std::find_if(Dsrc.begin(), Dsrc.end(), [](std::int16_t source) { return source <= 0; });
+  return static_cast<int>(end - Dsrc.begin());
+}
+
+RunPlan PlanOfRun(const Settings& settings) {
+  RunPlan plan;
+  plan.Dsrc = settings.channels.Dsrc;
+  plan.Detection = settings.channels.Detection;
+  plan.SampleRate = settings.timing.SampleRate;
+  plan.vAvg = settings.timing.vAvg;
+  plan.TimerType = settings.timing.TimerType;
+  plan.StartOnSecondBoundary = settings.timing.StartOnSecondBoundary;
+  plan.TimeRefZero = settings.timing.TimeRefZero;
+  plan.ApplyToIncoming = settings.channels.ApplyToIncoming;
+  plan.Equations = EquationsOf(settings);
+  plan.uds = settings.uds;
+  plan.sound = settings.sound;
+  plan.card = settings.card;
+  return plan;
+}
+
+LogPlan PlanOfLog(const Settings& settings, const RunPlan& run, bool isClient) {
+  LogPlan plan;
+  plan.MaxArrayCount = settings.timing.MaxArrayCount;
+  plan.MaxDuration = settings.timing.MaxDuration;
+  plan.ChartWidth = settings.timing.ChartWidth;
+  plan.Continuous = settings.timing.Continuous;
+  plan.UseRestartTime = settings.timing.UseRestartTime;
+  plan.RestartTime = settings.timing.RestartTime;
+  plan.LogLMST = settings.place.LogLMST;
+  plan.LogUsingUT = settings.place.LogUsingUT;
+  plan.TimeRefZero = run.TimeRefZero && !plan.LogLMST;
+  plan.DetectTZ = settings.place.DetectTZ;
+  plan.UserLng = settings.place.UserLng;
+  plan.MiniServer = isClient ? settings.files.MiniClient : settings.files.MiniServer;
+  plan.DiskBackUp = isClient ? settings.files.ClientDiskBackUp : settings.files.DiskBackUp;
+  plan.NoTimeStamps = settings.timing.NoTimeStamps;
+  plan.SaveAsIntegers = settings.files.SaveAsIntegers;
+  plan.AutoSave = isClient ? settings.files.AutoSaveClient : settings.files.AutoSaveStandAlone;
+  plan.SaveIF = settings.files.SaveIF;
+  plan.SaveIFVal = settings.files.SaveIFVal;
+  plan.MetaDataActive = settings.files.MetaDataActive != 0;
+  return plan;
+}
+
+void SettleKeeping(const LogPlan& log, int channels, LogKeeping& keeping) {
+  keeping.LoadedFromFile = false;
+  keeping.Mini = log.MiniServer;
+  keeping.BackupActive = false;
+  keeping.Form = {channels, !log.NoTimeStamps, log.SaveAsIntegers};
+}
+
+}  // namespace tarvolt

@@ -1,0 +1,117 @@
+// What changes the settings in a run changes the next log or the next run, and never the samples under way.
+#include <gtest/gtest.h>
+
+#include "station/station.h"
+
+namespace tarvolt {
+namespace {
+
+using namespace std::chrono_literals;
+
+// Even stamps a tenth of a second apart, from the first on.
+void ExpectEvenStamps(const std::vector<Sample>& samples, std::size_t count) {
+  ASSERT_EQ(samples.size(), count);
+  for (std::size_t i = 1; i < count; ++i) {
+    ASSERT_NEAR((samples[i].stamp - samples[i - 1].stamp) * 86400, 0.1, 0.01) << i;
+  }
+}
+
+TEST(RunPlan, NothingMovesTheTimeBaseOfALog) {
+  const auto zone = [](Station& station) {
+    SimZone three;
+    three.biasMinutes = -180;
+    station.host.clock.SetZone(three);
+    station.Set("DetectTZ", false).Set("TZ", 0);
+  };
+  for (const char* key : {"DetectTZ", "LogLMST", "LogUsingUT", "TimeRefZero", "NoTimeStamps", "SaveAsIntegers"}) {
+    Station station;
+    zone(station);
+    station.StartChart();
+    station.RunForSets(30);
+    const bool now = station.TheSession().settings.place.LogUsingUT;
+    station.Set(key, key == std::string("LogUsingUT") ? !now : true).Set("TZ", 5);
+    station.RunForSets(60);
+    station.StopChart();
+    ExpectEvenStamps(station.SamplesIn(station.FilesSaved().at(0)), 60);
+  }
+}
+
+TEST(RunPlan, ASiderealLogAfterOneFromMidnightHasSiderealStamps) {
+  Station station(1, {2010, 1, 2, 13, 20, 0, 0});
+  station.Set("TimeRefZero", true).Set("MaxArrayCount", 50).StartChart();
+  station.RunForSets(20);
+  station.Set("LogLMST", true);
+  station.RunForSets(90);
+  EXPECT_TRUE(station.Run().ChartIsLMST);
+  EXPECT_FALSE(station.Run().log.TimeRefZero);
+  EXPECT_GE(station.Form().Window().chart.GetTime(0), station.Run().time.startLMST);
+  EXPECT_EQ(station.FirstChannelInFilesAndStore(), Ramp(90));
+}
+
+TEST(RunPlan, ABackupSwitchedOffInARunStillHoldsTheLog) {
+  Station station;
+  station.Set("MaxArrayCount", 50).StartChart();
+  station.RunForSets(20);
+  station.Set("DiskBackUp", false);
+  station.RunForSets(40);
+  const auto& keeping = station.Form().Window().save.keeping;
+  EXPECT_EQ(station.FirstChannelIn(keeping.LocalBackupFile.string()), Ramp(40));
+  station.RunForSets(70);
+  EXPECT_FALSE(keeping.BackupActive) << "the next log takes the change up";
+}
+
+TEST(RunPlan, ARestartComesAtItsTimeAlsoFromMidnightStamps) {
+  Station station(1, {2010, 1, 2, 13, 20, 0, 0});
+  station.Set("TimeRefZero", true).Set("UseRestartTime", true).Set("RestartTime", "13:21:00").StartChart();
+  station.RunFor(2min);
+  EXPECT_FALSE(station.Running()) << "it ends the run, as stamps from midnight cannot go on";
+  ASSERT_EQ(station.FilesSaved().size(), 1u);
+  EXPECT_NEAR(static_cast<double>(station.FirstChannelIn(station.FilesSaved()[0]).size()), 600, 2);
+}
+
+TEST(RunPlan, AChangedRestartTimeCountsFromTheNextLogOn) {
+  Station station(1, {2010, 1, 2, 12, 0, 0, 0});
+  station.Set("UseRestartTime", true).Set("RestartTime", "12:01:00").Set("LogLMST", false).StartChart();
+  station.RunFor(10s);
+  station.Set("RestartTime", "12:02:00");
+  station.RunFor(170s);
+  station.StopChart();
+  ASSERT_EQ(station.FilesSaved().size(), 3u);
+  EXPECT_NEAR(static_cast<double>(station.FirstChannelIn(station.FilesSaved()[1]).size()), 600, 2);
+}
+
+TEST(RunPlan, LaterLogsNameTheSourcesAndEquationsOfTheRun) {
+  Station station;
+  station.Set("MetaDataActive", 1).Set("MaxArrayCount", 20).StartChart();
+  station.RunForSets(10);
+  station.Set("Dsrc0", 22).Set("ApplyToIncoming", true).Set("Equ0", "X*2").Set("ApplyToCH0", 1);
+  station.RunForSets(50);
+  station.StopChart();
+  const std::string bytes = *station.host.disk.Contents(station.FilesSaved().at(1));
+  EXPECT_NE(bytes.find("UDS CH1"), std::string::npos);
+  EXPECT_EQ(bytes.find("UDS CH3"), std::string::npos);
+  EXPECT_EQ(bytes.find("Equation Applied"), std::string::npos);
+}
+
+class Failing final : public RunListener {
+ public:
+  void SampleFinished(const FinishedSample&) override { throw std::runtime_error("out of order"); }
+};
+
+TEST(RunEvents, AListenerThatFailsIsNamedOncePerLogAndCostsNoSample) {
+  Station station;
+  Failing failing;
+  station.Boot();
+  station.Form().Events().Add(failing, "broken listener");
+  station.StartChart();
+  station.RunForSets(30);
+  station.StopChart();
+  EXPECT_EQ(station.FirstChannelInFilesAndStore(), Ramp(30));
+  const std::string log = station.Log();
+  const std::size_t named = log.find("The broken listener failed: out of order");
+  ASSERT_NE(named, std::string::npos);
+  EXPECT_EQ(log.find("The broken listener failed", named + 1), std::string::npos);
+}
+
+}  // namespace
+}  // namespace tarvolt

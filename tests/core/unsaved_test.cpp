@@ -1,0 +1,123 @@
+// No chart is thrown away by one key, and what waits for a disk is not given up.
+#include <gtest/gtest.h>
+
+#include "station/station.h"
+
+namespace tarvolt {
+namespace {
+
+using namespace std::chrono_literals;
+
+std::string Marker(Station& station) {
+  return station.TheSession().store.GetSetting(Section::Settings, "LocalRun");
+}
+
+// A run of 40 samples that ended without a save, since nobody asked for one.
+void RecordUnsaved(Station& station) {
+  station.Set("AutoSaveStandAlone", false).StartChart();
+  station.RunForSets(40);
+  station.StopChart();
+  ASSERT_TRUE(station.FilesSaved().empty());
+}
+
+TEST(Unsaved, AnAnswerDecidesAboutTheLastChartAndEscapeEndsTheStart) {
+  struct Case {
+    Answer answer;
+    bool starts;
+    std::size_t saved;
+    std::size_t rescued;
+  };
+  for (const Case& expected :
+       {Case{Answer::Cancel, false, 0, 0}, Case{Answer::No, true, 0, 1}, Case{Answer::Yes, true, 1, 0}}) {
+    Station station;
+    RecordUnsaved(station);
+    station.host.dialogs.AnswerNext(expected.answer);
+    station.StartChart();
+    EXPECT_EQ(station.Running(), expected.starts);
+    ASSERT_EQ(station.FilesSaved().size(), expected.saved);
+    ASSERT_EQ(station.FilesRescued().size(), expected.rescued);
+    for (const std::string& file : station.FilesSaved()) EXPECT_EQ(station.FirstChannelIn(file), Ramp(40));
+    for (const std::string& file : station.FilesRescued()) EXPECT_EQ(station.FirstChannelIn(file), Ramp(40));
+    EXPECT_EQ(station.Logged("Kept in: "), expected.rescued > 0);
+    EXPECT_EQ(station.Form().Window().chart.Count(), expected.starts ? 0 : 40);
+  }
+}
+
+TEST(Unsaved, WithNobodyToAskItGoesToTheRecoveryFolder) {
+  for (const bool ends : {false, true}) {
+    Station station;
+    station.Set("ShowMsgBox", false).Set("DiskBackUp", ends);
+    RecordUnsaved(station);
+    ends ? station.ShutDown() : (void)station.StartChart();
+    ASSERT_EQ(station.FilesRescued().size(), 1u);
+    EXPECT_EQ(station.FirstChannelIn(station.FilesRescued()[0]), Ramp(40));
+  }
+}
+
+TEST(Unsaved, ACrashAfterTheStopFindsTheBackup) {
+  Station station;
+  RecordUnsaved(station);
+  EXPECT_EQ(Marker(station), "Running");
+  station.Kill();
+  station.Boot();
+  ASSERT_EQ(station.FilesRescued().size(), 1u);
+  EXPECT_EQ(station.FirstChannelIn(station.FilesRescued()[0]), Ramp(40));
+}
+
+TEST(Unsaved, ACalledOffSaveGivesNothingUpThatTheDiskRefused) {
+  Station station;
+  station.StartChart();
+  station.RunForSets(40);
+  station.host.disk.SetCapacity(station.host.disk.Used() + 100);
+  station.StopChart();
+  station.Set("AutoSaveStandAlone", false).Set("PromptBeforeSaving", true);
+  station.host.dialogs.ChooseFileNext(std::nullopt);
+  station.Form().mnuSave();
+  EXPECT_EQ(Marker(station), "Running");
+  EXPECT_TRUE(station.Form().HasUnsavedSamples());
+  station.host.disk.SetCapacity(SimDisk::kUnlimited);
+  station.RunFor(60s);
+  ASSERT_EQ(station.FilesSaved().size(), 1u);
+  EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]), Ramp(40));
+  EXPECT_EQ(Marker(station), "OK");
+}
+
+TEST(Unsaved, AMiniRunOfIntegersKeepsValuesThatAreTooLargeForThem) {
+  Station station;
+  station.uds.Measures([](std::int64_t set) {
+    const double value = set == 50 ? 40000.5 : static_cast<double>(set);
+    return std::vector<double>{value, -value};
+  });
+  station.Set("MiniServer", true).Set("SaveAsIntegers", true).Set("ChartWidth", 3).StartChart();
+  station.RunForSets(120);
+  station.StopChart();
+  ASSERT_EQ(station.FilesSaved().size(), 1u);
+  const std::vector<double> values = station.FirstChannelIn(station.FilesSaved()[0]);
+  ASSERT_EQ(values.size(), 120u);
+  EXPECT_EQ(values[50], 40000.5);
+  EXPECT_EQ(values[119], 119);
+  EXPECT_TRUE(station.Logged("exceed the limits of integers"));
+}
+
+TEST(Unsaved, ARunThatIsNotKeptWritesNoFragments) {
+  Station station;
+  station.Set("MiniServer", true).Set("DiskBackUp", false).Set("MaxArrayCount", 20).StartChart();
+  station.RunFor(3s);
+  EXPECT_NE(station.View().LeftStatus.find("NOT SAVING "), std::string::npos);
+  station.RunForSets(70);
+  station.StopChart();
+  EXPECT_TRUE(station.FilesSaved().empty());
+}
+
+TEST(Unsaved, AStartThatSoundRefusesLeavesTheOldChart) {
+  Station station;
+  station.StartChart();
+  station.RunForSets(40);
+  station.StopChart();
+  station.Set("Dsrc0", 1).Set("Dsrc1", 0).Set("SoundCardName", "loop:/nowhere.wav").StartChart();
+  EXPECT_FALSE(station.Running());
+  EXPECT_EQ(station.Form().Window().chart.Count(), 40);
+}
+
+}  // namespace
+}  // namespace tarvolt
