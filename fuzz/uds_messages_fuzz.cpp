@@ -170,6 +170,7 @@ void RunLink(bool push, std::string_view input) {
   session.settings.channels.Dsrc = {20, 21, 22, 23, 24, 25, 26, 27};
   session.settings.uds.UDSpush = push;
   ChartWindow window;
+  window.run.plan = PlanOfRun(session.settings);
   StoppingControl control;
   SoundInput sound(session, window);
   UdsClient client(session, window, control, sound, [&](std::optional<TimeStamp> time) {

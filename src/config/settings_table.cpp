@@ -79,8 +79,12 @@ void LoadRegistrySettings(const SettingsStore& store, const SettingOverrides& ov
   LoadCardSettings(store, overrides, home, settings);
 }
 
+bool HasSoundCard(const SoundSettings& sound) {
+  return !sound.SoundCardName.empty() && sound.SoundCardName != kNoSoundCard;
+}
+
 bool HasSoundCard(const Settings& settings) {
-  return !settings.sound.SoundCardName.empty() && settings.sound.SoundCardName != kNoSoundCard;
+  return HasSoundCard(settings.sound);
 }
 
 void LoadCardSettings(const SettingsStore& store, const SettingOverrides& overrides, const std::string& home,

@@ -26,6 +26,7 @@ void LoadCardSettings(const SettingsStore& store, const SettingOverrides& overri
 
 /// True when SoundCardName names a card.
 bool HasSoundCard(const Settings& settings);
+bool HasSoundCard(const SoundSettings& sound);
 
 /// Lays the overrides over `settings`. Unknown keys are passed over: they are refused where they are given.
 void ApplyOverrides(const SettingOverrides& overrides, const std::string& home, Settings& settings);

@@ -3,10 +3,25 @@
 #include <algorithm>
 
 namespace tarvolt {
+namespace {
+
+/// TimerType of a run whose clock is the sound input; any other stands for the sampling timer.
+constexpr std::int32_t kSoundTimer = 1;
+
+Pacer PacerOf(const RunPlan& plan, std::int32_t timerType) {
+  if (plan.uds.UDSpush && plan.HasRow(IsUds)) return Pacer::Push;
+  return timerType == kSoundTimer ? Pacer::Sound : Pacer::Timer;
+}
+
+}  // namespace
 
 int RunPlan::ActiveChannels() const {
-  const auto end = std::find_if(Dsrc.begin(), Dsrc.end(), [](std::int16_t source) { return source <= 0; });
+  const auto end = std::find_if(Dsrc.begin(), Dsrc.end(), [](DataSourceId source) { return source <= 0; });
   return static_cast<int>(end - Dsrc.begin());
+}
+
+bool RunPlan::HasRow(bool (*isSuch)(DataSourceId)) const {
+  return std::any_of(Dsrc.begin(), Dsrc.begin() + ActiveChannels(), isSuch);
 }
 
 RunPlan PlanOfRun(const Settings& settings) {
@@ -15,7 +30,6 @@ RunPlan PlanOfRun(const Settings& settings) {
   plan.Detection = settings.channels.Detection;
   plan.SampleRate = settings.timing.SampleRate;
   plan.vAvg = settings.timing.vAvg;
-  plan.TimerType = settings.timing.TimerType;
   plan.StartOnSecondBoundary = settings.timing.StartOnSecondBoundary;
   plan.TimeRefZero = settings.timing.TimeRefZero;
   plan.ApplyToIncoming = settings.channels.ApplyToIncoming;
@@ -23,6 +37,7 @@ RunPlan PlanOfRun(const Settings& settings) {
   plan.uds = settings.uds;
   plan.sound = settings.sound;
   plan.card = settings.card;
+  plan.pacer = PacerOf(plan, settings.timing.TimerType);
   return plan;
 }
 

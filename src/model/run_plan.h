@@ -7,21 +7,26 @@
 #include "config/settings.h"
 #include "model/equation_set.h"
 #include "model/log_keeping.h"
+#include "model/source_id.h"
 #include "timebase/time_stamp.h"
 
 namespace tarvolt {
 
-/// TimerType of a run whose clock is the sound card; with any other it is the sampling timer.
-inline constexpr std::int32_t kSoundTimer = 1;
+/// What the reads of a run follow. Decided once, at its start.
+enum class Pacer {
+  Timer,  ///< the sampling timer
+  Sound,  ///< the buffers of the sound input
+  Push    ///< the sets of a User Data Source that pushes, whatever TimerType is
+};
 
 /// The settings that a run goes by, copied once at its start. A profile, the options or a script that changes them
 /// meanwhile changes the next run.
 struct RunPlan {
-  std::array<std::int16_t, kChannels> Dsrc{};
+  Pacer pacer = Pacer::Timer;
+  std::array<DataSourceId, kChannels> Dsrc{};
   std::array<std::int16_t, kChannels> Detection{};
   double SampleRate = 100;  ///< milliseconds
   std::int32_t vAvg = 1;
-  std::int32_t TimerType = 0;
   bool StartOnSecondBoundary = false;
   bool TimeRefZero = false;
   bool ApplyToIncoming = false;
@@ -32,6 +37,9 @@ struct RunPlan {
 
   /// Leading rows with a source: the first row without one ends the list.
   int ActiveChannels() const;
+
+  /// True when one of them has such a source.
+  bool HasRow(bool (*isSuch)(DataSourceId)) const;
 };
 
 /// A plan with the settings as they are now.

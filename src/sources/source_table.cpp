@@ -45,18 +45,6 @@ std::string ChannelNumber(int row) {
 
 }  // namespace
 
-bool IsEquation(DataSourceId source) {
-  return IsOf(source, 40);
-}
-
-bool ReadsSound(DataSourceId source) {
-  return IsSound(source) || source == kCrossCorrelation;
-}
-
-bool IsUds(DataSourceId source) {
-  return IsOf(source, 20);
-}
-
 std::string SourceName(DataSourceId source) {
   switch (source) {
     case 0:
@@ -107,31 +95,17 @@ int SrcToADCCH(DataSourceId source) {
   return source % 10;
 }
 
-SourcesInUse FindSourcesInUse(const Settings& settings) {
+SourcesInUse FindSourcesInUse(const std::array<DataSourceId, kChannels>& rows) {
   SourcesInUse result;
-  for (int row = 0; row < ActiveChannels(settings); ++row) {
-    const DataSourceId source = settings.channels.Dsrc[row];
+  for (const DataSourceId source : rows) {
+    if (source <= 0) break;
     result.SoundLeftInUse |= source == kSoundLeft;
     result.SoundRightInUse |= source == kSoundRight;
     result.MAX187InUse |= source == kMax187;
     result.MAX186InUse |= IsOf(source, 10);
     result.UDSInUse |= IsUds(source);
-    result.CorrelationInUse |= source == kCrossCorrelation;
   }
   return result;
-}
-
-std::string RefuseAtStart(const Settings& settings, bool soundAvailable) {
-  const int rows = ActiveChannels(settings);
-  for (int row = 0; row < rows; ++row) {
-    if (ReadsSound(settings.channels.Dsrc[row]) && !soundAvailable) {
-      return "You have a sound card channel selected as a data source but no sound card is available. Change to "
-             "another "
-             "data source under Options / Data Source.";
-    }
-  }
-  if (rows > 0) return {};
-  return "You must select a data source for channel one.\n\nGo to Options / Data Source and select a source.";
 }
 
 std::string LJU12Conflict(const Settings& settings, int row) {
@@ -164,7 +138,7 @@ RowRefusal RefuseInOptions(const Settings& settings, bool soundAvailable) {
     if (!conflict.empty()) return {row, conflict};
     if (source == kMax187 || IsOf(source, 10)) lastMax = row;
   }
-  const SourcesInUse inUse = FindSourcesInUse(settings);
+  const SourcesInUse inUse = FindSourcesInUse(settings.channels.Dsrc);
   if (!inUse.MAX186InUse || !inUse.MAX187InUse) return {};
   return {lastMax,
           "You have both MAX186 and MAX187 ADCs selected for use.\n\nThis will not work.  Please edit your data source "
@@ -189,7 +163,7 @@ std::string ConvertCountRate(const Settings& settings) {
 std::string DsrcToolTip(const Settings& settings, int row) {
   if (row < 0 || row >= kChannels) return {};
   const DataSourceId source = settings.channels.Dsrc[row];
-  if (IsOf(source, 40)) {
+  if (IsEquation(source)) {
     const std::string& equation = settings.channels.Equ[row];
     if (Trim(equation).empty()) return "Equation Not Defined - be sure to define it before charting.";
     return "Equation: " + equation;

@@ -1,33 +1,16 @@
 #pragma once
 
-#include <cstdint>
+#include <array>
 #include <string>
 #include <vector>
 
 #include "config/settings.h"
+#include "model/source_id.h"
 
 namespace tarvolt {
 
-/// Number of the source of a channel, as stored: 0 none, 1 and 2 sound left and right, 3 MAX187, 10 to 17 MAX186,
-/// 20 to 27 UDS, 40 to 47 equation, 50 to 57 LabJack U3, 60 to 67 LabJack U12, 71 cross correlation.
-using DataSourceId = std::int16_t;
-
 /// Numbers that SourceName may have a name for.
 inline constexpr int kSourceNames = 72;
-
-/// Sources that read the sound input.
-inline constexpr DataSourceId kSoundLeft = 1;
-inline constexpr DataSourceId kSoundRight = 2;
-inline constexpr DataSourceId kCrossCorrelation = 71;
-
-/// True for a source that reads the sound input.
-bool ReadsSound(DataSourceId source);
-
-/// True for the values of a User Data Source.
-bool IsUds(DataSourceId source);
-
-/// True for a channel that is made by its equation alone.
-bool IsEquation(DataSourceId source);
 
 /// Name of a source; empty for numbers that are not used.
 std::string SourceName(DataSourceId source);
@@ -54,18 +37,10 @@ struct SourcesInUse {
   bool MAX187InUse = false;
   bool MAX186InUse = false;
   bool UDSInUse = false;
-  bool CorrelationInUse = false;
-
-  /// True when a row reads the sound input.
-  bool SoundInUse() const { return SoundLeftInUse || SoundRightInUse || CorrelationInUse; }
 };
 
 /// The families of the rows before the first 0.
-SourcesInUse FindSourcesInUse(const Settings& settings);
-
-/// Words that refuse a start for its channel table, empty when it is fine. `soundAvailable` tells of a sound card. Only
-/// the rows before the first 0 are looked at.
-std::string RefuseAtStart(const Settings& settings, bool soundAvailable);
+SourcesInUse FindSourcesInUse(const std::array<DataSourceId, kChannels>& rows);
 
 /// What stands against a row, 0 to 7, of the channel table; no text when nothing does.
 struct RowRefusal {

@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <utility>
 
-#include "sources/uds_dispatch.h"
 #include "sources/uds_messages.h"
 #include "text/number.h"
 
@@ -111,14 +110,14 @@ void UdsClient::State::StartSource() {
   constexpr std::string_view kWindowTitle = "User Data Source";
   Processes& processes = session.host.processes;
   window.run.AbortFlag = false;
-  if (!session.settings.uds.StartUDS) return;
+  if (!window.run.plan.uds.StartUDS) return;
 
-  const std::string name = ProgramName(session.settings.uds.UDSexe);
+  const std::string name = ProgramName(window.run.plan.uds.UDSexe);
   Show("Looking for UDS: " + name);
   if (processes.IsRunning(kWindowTitle)) return;
   session.Add2SLog("Trying to Start UDS: " + name);
   std::string why;
-  if (!processes.StartMinimised(session.settings.uds.UDSexe, why)) {
+  if (!processes.StartMinimised(window.run.plan.uds.UDSexe, why)) {
     session.Add2SLog("UDS cannot be started: " + why);
     return;  // there is nothing to wait for; one that was started by hand may still answer
   }
@@ -133,11 +132,10 @@ void UdsClient::State::StartSource() {
 }
 
 std::shared_ptr<Link> UdsClient::State::OpenLink() {
-  const Settings& settings = session.settings;
+  const UdsSettings& uds = window.run.plan.uds;
   window.run.AbortFlag = false;
   Show("Attempting to Connect to UDS.... Escape Cancels");
-  session.Add2SLog("Connecting to UDS on :" + settings.uds.UDSip + ":" +
-                   NumberText(std::int64_t{settings.uds.UDSport}));
+  session.Add2SLog("Connecting to UDS on :" + uds.UDSip + ":" + NumberText(std::int64_t{uds.UDSport}));
 
   link = std::make_shared<Link>();
   link->socket = session.host.sockets.MakeSocket();
@@ -152,8 +150,8 @@ std::shared_ptr<Link> UdsClient::State::OpenLink() {
   link->socket->onError = [weak](const std::string& words) {
     if (const auto strong = weak.lock()) strong->errorWords = words;
   };
-  link->socket->Bind(settings.uds.TVudsIP, PortOf(ValLong(settings.uds.TVudsPort)));
-  link->socket->Connect(settings.uds.UDSip, PortOf(settings.uds.UDSport));
+  link->socket->Bind(uds.TVudsIP, PortOf(ValLong(uds.TVudsPort)));
+  link->socket->Connect(uds.UDSip, PortOf(uds.UDSport));
   return link;
 }
 
@@ -176,7 +174,7 @@ bool UdsClient::State::OpeningExchange(const std::shared_ptr<Link>& opening) {
   Show("Initializing UDS");
   opening->socket->Write(UdsWord("INIT"));
   Show("Sending Poll/Push option to UDS");
-  opening->socket->Write(UdsWord(session.settings.uds.UDSpush ? "PUSH" : "POLL"));
+  opening->socket->Write(UdsWord(window.run.plan.uds.UDSpush ? "PUSH" : "POLL"));
   Show("Querying UDS for Channels");
   Show("Waiting for UDS Status");
   opening->socket->Write(UdsWord("STAT"));
@@ -233,6 +231,10 @@ UdsClient::PollResult UdsClient::Poll() {
   if (!state.dispatch.UDSDataDone) return PollResult::GivenUp;
   link->answerDue = false;
   return PollResult::Answered;
+}
+
+UdsSet UdsClient::TakeSet() {
+  return state_->dispatch.TakeSet();
 }
 
 void UdsClient::Close() {

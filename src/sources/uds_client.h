@@ -10,10 +10,11 @@
 #include "model/run_control.h"
 #include "model/session.h"
 #include "sources/sound/sound_input.h"
+#include "sources/uds_dispatch.h"
 
 namespace tarvolt {
 
-/// The recorder's end of the link to a User Data Source. Values go to the sums of the window's channels; a pushed set
+/// The recorder's end of the link to a User Data Source. Its values wait until TakeSet; a pushed set
 /// that has ended goes to `onSet` with its time, when it has one, while the chart runs and no log is being turned over.
 class UdsClient {
  public:
@@ -28,13 +29,16 @@ class UdsClient {
   bool UDSConnect();
 
   enum class PollResult {
-    Answered,  ///< the set has ended; the values are in the sums
+    Answered,  ///< the set has ended
     GivenUp,   ///< Escape was pressed; the answer is still to come and will be that of the next poll
     LinkLost   ///< there is no link, or it was lost or the run stopped during the wait
   };
 
   /// Asks for one data set and waits for it without a time limit. Yields.
   PollResult Poll();
+
+  /// The values of the set that has ended, by input; empty when it has been taken before.
+  UdsSet TakeSet();
 
   /// Ends the link. No close event follows.
   void Close();

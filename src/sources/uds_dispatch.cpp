@@ -12,8 +12,6 @@
 namespace tarvolt {
 namespace {
 
-constexpr int kFirstUds = 20;
-
 // A time from here on, the day after the last of the year 9999, is a fault of the source, and so is one that is not
 // above 0.
 constexpr TimeStamp kTooLate = 2958466;
@@ -34,8 +32,7 @@ void UdsDispatch::BeginLink() {
   UDSDataDone = false;
   fatalStreamError = false;
   badTimeLogged_ = false;
-  dsrc_ = session_.settings.channels.Dsrc;
-  pushed_ = session_.settings.uds.UDSpush;
+  set_ = {};
 }
 
 struct UdsDispatch::Code {
@@ -63,17 +60,13 @@ const UdsDispatch::Code* UdsDispatch::FindCode(int code) {
 
 void UdsDispatch::Act(std::string_view message) {
   const UdsMessage read = ReadUdsMessage(message);
-  if (const auto* const data = std::get_if<UdsDataItem>(&read)) return AddToSums(*data);
+  if (const auto* const data = std::get_if<UdsDataItem>(&read)) {
+    set_[static_cast<std::size_t>(data->input)] += data->value;
+    return;
+  }
   const auto* const control = std::get_if<UdsControlItem>(&read);
   if (!control) return;
   if (const Code* const known = FindCode(control->code)) (this->*known->act)(control->text);
-}
-
-// The extremes of the read are not touched (meant).
-void UdsDispatch::AddToSums(const UdsDataItem& item) {
-  for (int channel = 0; channel < kChannels && dsrc_[channel] > 0; ++channel) {
-    if (dsrc_[channel] == kFirstUds + item.input) window_.run.ChannelSum[channel] += item.value;
-  }
 }
 
 void UdsDispatch::EndStatusExchange(std::string_view) {
@@ -102,9 +95,10 @@ void UdsDispatch::TakeChannelCount(std::string_view text) {
 
 // The source counts its own values. A table with rows of other sources keeps them all.
 std::int32_t UdsDispatch::WithOtherRows(std::int32_t declared) const {
-  const auto end = std::find_if(dsrc_.begin(), dsrc_.end(), [](DataSourceId source) { return source <= 0; });
-  if (std::all_of(dsrc_.begin(), end, IsUds)) return declared;
-  return std::max(declared, static_cast<std::int32_t>(end - dsrc_.begin()));
+  const RunPlan& plan = window_.run.plan;
+  const int rows = plan.ActiveChannels();
+  const bool isMixed = !std::all_of(plan.Dsrc.begin(), plan.Dsrc.begin() + rows, IsUds);
+  return isMixed ? std::max(declared, std::int32_t{rows}) : declared;
 }
 
 void UdsDispatch::FailStream() {
@@ -126,14 +120,14 @@ void UdsDispatch::EndSet(std::string_view) {
 }
 
 void UdsDispatch::FinishSet(std::optional<TimeStamp> time) {
-  if (!pushed_) {
+  if (!window_.run.plan.uds.UDSpush) {
     UDSDataDone = true;  // also while a log is turned over: whoever waits for the answer has it
     return;
   }
   if (window_.run.ChartRunning() && !window_.run.MaxingOut()) {
     onSet_(time);
   } else {
-    window_.run.ChannelSum.fill(0);  // a set that nobody takes must not add to the next one
+    set_ = {};  // a set that nobody takes must not add to the next one
   }
 }
 
@@ -160,7 +154,7 @@ void UdsDispatch::StopLevelMeter(std::string_view) {
 // The data source may do so, but nobody should have to guess why the samples come otherwise.
 void UdsDispatch::TellOfClock(const char* whatWasDone) {
   const RunState& run = window_.run;
-  if (!run.ChartRunning() || run.plan.TimerType != kSoundTimer || run.plan.uds.UDSpush) return;
+  if (!run.ChartRunning() || run.plan.pacer != Pacer::Sound) return;
   session_.Add2SLog(std::string("The data source has ") + whatWasDone +
                     " the sound input, which is the clock of this run.");
 }

@@ -5,6 +5,7 @@
 #include <functional>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include "model/chart_window.h"
 #include "model/run_control.h"
@@ -13,6 +14,9 @@
 #include "sources/uds_messages.h"
 
 namespace tarvolt {
+
+/// The values of one set by input, 0 to 9. Several items of an input add up.
+using UdsSet = std::array<double, 10>;
 
 /// Acts on the messages of a User Data Source. Any of them may stop the run or run a command, and may so yield and
 /// end the link that it came over.
@@ -32,6 +36,9 @@ class UdsDispatch {
   /// Acts on one message, given without its end; ignores what it does not know.
   void Act(std::string_view message);
 
+  /// What the data items have added up since it was taken last, by input.
+  UdsSet TakeSet() { return std::exchange(set_, UdsSet{}); }
+
   bool UDSStatusReceived = false;  ///< the reply that ends the status exchange has come
   bool UDSDataDone = false;        ///< the end of a polled set has come
   bool fatalStreamError = false;   ///< an impossible count of channels has come
@@ -40,7 +47,6 @@ class UdsDispatch {
   struct Code;
   static const Code* FindCode(int code);
 
-  void AddToSums(const UdsDataItem& item);
   void EndStatusExchange(std::string_view text);
   void RunCommand(std::string_view text);
   void TakeChannelCount(std::string_view text);
@@ -64,11 +70,8 @@ class UdsDispatch {
   SoundInput& sound_;
   Reply reply_;
   SetEnded onSet_;
+  UdsSet set_{};
   bool badTimeLogged_ = false;
-
-  // As they were when the link was opened: a profile loaded meanwhile does not change the run.
-  std::array<std::int16_t, kChannels> dsrc_{};
-  bool pushed_ = false;
 };
 
 }  // namespace tarvolt

@@ -93,6 +93,36 @@ TEST(RunPlan, LaterLogsNameTheSourcesAndEquationsOfTheRun) {
   EXPECT_EQ(bytes.find("Equation Applied"), std::string::npos);
 }
 
+TEST(RunPlan, AFactorOfTheCardChangesWithTheNextRun) {
+  Station station;
+  station.host.sound.Plug("USB,0: Receiver, Line", [](std::int64_t) { return std::pair(1000, 1000); });
+  station.Set("Dsrc0", 1).Set("Dsrc1", 0).Set("Detection0", 3).Set("sWavFormat", 8).Set("Pbuffer", 800);
+  station.Set("MaxArrayCount", 50).Set("PwrMultiL", 2000).Set("LCHbkgnd0", 0).StartChart();
+  station.RunFor(2s);
+  station.Set("PwrMultiL", 1000).Set("LCHbkgnd0", 900);
+  station.RunFor(6s);
+  station.StopChart();
+  const std::vector<double> values = station.FirstChannelInFilesAndStore();
+  ASSERT_GT(values.size(), 60u);
+  for (const double value : values) ASSERT_EQ(value, 500);
+}
+
+TEST(RunPlan, ASourceThatDeclaresMoreChannelsThanTheTableHasRowsIsRecordedWhole) {
+  Station station;
+  station.Set("Dsrc0", 21).Set("Dsrc1", 20);
+  station.uds.Channels(4).Measures([](std::int64_t set) {
+    const auto n = static_cast<double>(set);
+    return std::vector<double>{n, -n, 100 + n, 200 + n};
+  });
+  station.StartChart();
+  station.RunForSets(20);
+  station.StopChart();
+  const std::string file = station.FilesSaved().at(0);
+  EXPECT_EQ(station.SamplesIn(file).at(7).values, (std::vector<double>{-7, 7, 107, 207}));
+  EXPECT_TRUE(station.Logged("Recorded as well: UDS CH3, UDS CH4."));
+  EXPECT_NE(station.host.disk.Contents(file)->find("UDS CH4"), std::string::npos) << "in the metadata too";
+}
+
 class Failing final : public RunListener {
  public:
   void SampleFinished(const FinishedSample&) override { throw std::runtime_error("out of order"); }

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/sound/mixer_control.h"
+#include "sources/sound/mixer_control.h"
 #include "station/station.h"
 
 namespace tarvolt {

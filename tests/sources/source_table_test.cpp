@@ -56,25 +56,15 @@ TEST(SourceTable, TheTwoListsLeadBackToEverySource) {
 }
 
 TEST(SourceTable, OnlyRowsBeforeTheFirstNoneAreInUse) {
-  const SourcesInUse cut = FindSourcesInUse(RowsOf({1, 0, 20, 3}));
+  const SourcesInUse cut = FindSourcesInUse(RowsOf({1, 0, 20, 3}).channels.Dsrc);
   EXPECT_TRUE(cut.SoundLeftInUse);
   EXPECT_FALSE(cut.UDSInUse);
   EXPECT_FALSE(cut.MAX187InUse);
-  const SourcesInUse all = FindSourcesInUse(RowsOf({2, 3, 17, 27}));
+  const SourcesInUse all = FindSourcesInUse(RowsOf({2, 3, 17, 27}).channels.Dsrc);
   EXPECT_FALSE(all.SoundLeftInUse);
   EXPECT_TRUE(all.SoundRightInUse && all.MAX187InUse && all.MAX186InUse && all.UDSInUse);
-  const SourcesInUse neighbours = FindSourcesInUse(RowsOf({18, 28, 19, 9}));
+  const SourcesInUse neighbours = FindSourcesInUse(RowsOf({18, 28, 19, 9}).channels.Dsrc);
   EXPECT_FALSE(neighbours.MAX186InUse || neighbours.UDSInUse);
-}
-
-TEST(SourceTable, AStartIsRefusedWithoutASourceOrWithoutTheSoundCardItNeeds) {
-  EXPECT_EQ(RefuseAtStart(RowsOf({0, 20}), true),
-            "You must select a data source for channel one.\n\nGo to Options / Data Source and select a source.");
-  EXPECT_EQ(RefuseAtStart(RowsOf({20, 1}), false),
-            "You have a sound card channel selected as a data source but no sound card is available. Change to another "
-            "data source under Options / Data Source.");
-  EXPECT_EQ(RefuseAtStart(RowsOf({20, 1}), true), "");
-  EXPECT_EQ(RefuseAtStart(RowsOf({20, 0, 1}), false), "") << "the sound row is not read";
 }
 
 TEST(SourceTable, TheOptionsRefuseWhatCannotWork) {

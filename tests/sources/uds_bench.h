@@ -92,6 +92,7 @@ class UdsBench final : public RunControl {
   bool StartRun(bool push = false) {
     settings.uds.UDSpush = push;
     if (!source) source.emplace(host, std::uint16_t{1735});
+    run.plan = PlanOfRun(settings);
     if (client.UDSConnect()) run.phase = RunPhase::Running;
     return run.ChartRunning();
   }

@@ -63,6 +63,7 @@ TEST_P(UdsConnectFails, InTimeAndInTheRightWords) {
   UdsBench bench;
   GetParam().arrange(bench);
   const auto begin = bench.host.clock.Now();
+  bench.run.plan = PlanOfRun(bench.settings);
   EXPECT_FALSE(bench.client.UDSConnect());
   const std::chrono::milliseconds taken(bench.host.clock.Now() - begin);
   EXPECT_GE(taken, GetParam().least);
@@ -172,14 +173,13 @@ TEST(UdsPoll, OneRequestBringsAllChannelsHoweverLongItTakes) {
   ASSERT_TRUE(bench.StartRun());
   bench.source->dataAnswer = "#0 1.5\xFF#1-2\xFF^^3001\xFF";
   EXPECT_EQ(bench.client.Poll(), UdsClient::PollResult::Answered);
-  EXPECT_EQ(bench.run.ChannelSum[0], 1.5);
-  EXPECT_EQ(bench.run.ChannelSum[1], -2);
+  EXPECT_EQ(bench.client.TakeSet(), (UdsSet{1.5, -2}));
   EXPECT_TRUE(bench.sets.empty()) << "a polled set does not drive the run";
 
   bench.source->dataAnswer = "";
   bench.host.loop.After(2h, [&] { bench.source->peer->Write("#0 1\xFF^^300040000.5\xFF"); });
   EXPECT_EQ(bench.client.Poll(), UdsClient::PollResult::Answered);
-  EXPECT_EQ(bench.run.ChannelSum[0], 2.5);
+  EXPECT_EQ(bench.client.TakeSet()[0], 1);
   EXPECT_EQ(bench.source->heard.back(), "GETD");
   EXPECT_GE(bench.host.clock.Now(), 2 * 60 * 60 * 1000);
 }
@@ -238,6 +238,7 @@ TEST(UdsClient, GoesWithItsLinkUp) {
   ScriptedSource source{host, 1735};
   UdsBench control;
   ChartWindow window;
+  window.run.plan = PlanOfRun(session.settings);
   {
     SoundInput sound{session, window};
     UdsClient client{session, window, control, sound, nullptr};

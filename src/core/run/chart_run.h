@@ -3,7 +3,6 @@
 #include <string>
 
 #include "core/run/recorder.h"
-#include "sources/sound/sound_timing.h"
 
 namespace tarvolt {
 
@@ -45,6 +44,7 @@ class ChartRun {
   bool ReadyDataFolders();
   void CreateDataFolder();
   bool CheckSources();
+  void FindSoundCard();
   bool MakeRoom();
   void ShowModeStatus();
   void ClearForNewRun();
@@ -59,11 +59,9 @@ class ChartRun {
   void LogChartStarted();
   void TakeNotesAndHeader();
   bool ConnectSources();
-  bool ConnectUds();
-  void FollowChannelCount();
+  void FollowChangedRows();
   void ShowStarted();
   bool Refuse(const std::string& text);
-  bool CanRead(DataSourceId source) const;
 
   // What is settled for each log (log_begin.cpp).
   enum class LogStart { First, FirstBuffer, Further };
@@ -71,33 +69,20 @@ class ChartRun {
   void DetectZone();
   void SetTimeOrigin(LogStart start);
   void PlanNextRestart();
-
-  // Its sound input (chart_sound.cpp).
-  bool NeedsSound() const;
   double SoundWaiting() const;
-  bool PushReplacesSound() const;
-  bool SetUpSound();
-  bool CheckSoundFormat();
-  void PlanSound();
-  void SizeRing();
-  void AddSoundMetadata();
-  bool OpenSound();
-  bool WaitForSound();
 
   void Abort();
 
   // The turnover (chart_turnover.cpp).
-  bool HoldTimer();
   bool TurnoverSaves(MaxedOutMode mode) const;
   bool GoesOn(MaxedOutMode mode) const;
   void StopLogging();
-  void StartNextLog(bool timerWasOn);
+  void StartNextLog();
   void RestartChart();
 
   // The stop (chart_stop.cpp).
   void StopTimers();
   bool HasData() const;
-  void CloseSources();
   void TestDcount();
   void MarkDataForSaving();
   void LogRate();
@@ -111,8 +96,6 @@ class ChartRun {
   ChartWindow& window_;
   RunState& run_;
   WindowState& view_;
-  WaveFormat soundFormat_;
-  SoundTiming soundTiming_;
 };
 
 }  // namespace tarvolt

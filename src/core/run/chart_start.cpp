@@ -42,7 +42,7 @@ bool ChartRun::RunTheStart(const std::string& profile) {
   if (!MakeRoom()) return false;
   ShowModeStatus();
   DisableCommands();
-  if (!SetUpSound()) return false;  // before the old chart goes: a start that is refused leaves it on display
+  if (!recorder_.sources.Prepare()) return false;  // a refused start leaves the old chart on display
   ClearForNewRun();
   BuildMetadata();
   CopyOffsets();
@@ -97,7 +97,6 @@ void ChartRun::ResetRunState() {
   view_.Status.Release();
   window_.sound.ClearAccumulators();
   window_.sound.gaps = SoundGaps{};
-  recorder_.sources = SourcesInUse{};
 }
 
 bool ChartRun::ReadyDataFolders() {
@@ -123,24 +122,20 @@ void ChartRun::CreateDataFolder() {
 }
 
 bool ChartRun::CheckSources() {
-  const Settings& settings = session_.settings;
-  recorder_.sources = FindSourcesInUse(settings);
-  // A card that is away for a moment is not replaced: opening it refuses the start by its name.
-  if (NeedsSound() && !HasSoundCard(session_.settings)) MatchSoundCard(session_);
-  const std::string refusal = RefuseAtStart(settings, HasSoundCard(settings));
-  if (!refusal.empty()) return Refuse(refusal);
-  for (int channel = 0; channel < run_.plan.ActiveChannels(); ++channel) {
-    if (!CanRead(run_.plan.Dsrc[channel])) {
-      return Refuse("Channel " + NumberText(std::int64_t{channel + 1}) + " is set to \"" +
-                    SourceName(run_.plan.Dsrc[channel]) +
-                    "\", which this version cannot read. Change to another data source under Options / Data Source.");
-    }
+  FindSoundCard();
+  if (run_.plan.ActiveChannels() == 0) {
+    return Refuse("You must select a data source for channel one.\n\nGo to Options / Data Source and select a source.");
   }
-  return true;
+  const std::string refusal = recorder_.sources.Choose();
+  return refusal.empty() || Refuse(refusal);
 }
 
-bool ChartRun::CanRead(DataSourceId source) const {
-  return IsUds(source) || ReadsSound(source) || IsEquation(source);
+// A card that is away for a moment is not replaced: opening it refuses the start by its name.
+void ChartRun::FindSoundCard() {
+  if (!recorder_.soundSource.IsNeeded(run_.plan) || HasSoundCard(session_.settings)) return;
+  MatchSoundCard(session_);
+  run_.plan.sound = session_.settings.sound;
+  run_.plan.card = session_.settings.card;
 }
 
 bool ChartRun::MakeRoom() {
@@ -214,8 +209,6 @@ void ChartRun::ZeroCounters() {
 bool ChartRun::CheckTiming() {
   if (run_.plan.vAvg < 1) return Refuse("Must have greater than zero samples to average.");
   if (!(run_.plan.SampleRate >= 10)) return Refuse("Sample Rate must be 10 milliseconds or greater.");
-  if (run_.plan.TimerType == kSoundTimer && !PushReplacesSound() && !HasSoundCard(session_.settings))
-    return Refuse("The sound card is set as the timing method but no sound card is available.");
   if (!(session_.settings.timing.ChartWidth >= 1)) return Refuse("Chart Width must be 1 or more seconds.");
   recorder_.LoTime1->SetInterval(RoundToInt32(run_.plan.SampleRate));
   return true;
@@ -241,13 +234,9 @@ void ChartRun::PrepareChart() {
 }
 
 void ChartRun::AddInputMetadata() {
-  if (NeedsSound() && !PushReplacesSound()) AddSoundMetadata();
-  TimingFacts facts;
-  facts.udsInUse = recorder_.sources.UDSInUse;
-  facts.soundPaces = run_.plan.TimerType == kSoundTimer && !PushReplacesSound();
-  const bool uneven = facts.soundPaces && run_.plan.SampleRate > 1000 && !soundTiming_.divided;
-  if (uneven) facts.actualPeriod = (run_.EffectiveAvg - run_.plan.vAvg + 1) * soundTiming_.bufMs;
-  tarvolt::AddTimingMetadata(facts, window_);
+  recorder_.sources.DescribeInputs(window_.metadata);
+  AddTimingMetadata(run_.plan, recorder_.soundSource.ActualPeriod(), window_.metadata);
+  recorder_.sources.DescribeLinks(window_.metadata);
 }
 
 void ChartRun::EnableStopControls() {
@@ -270,22 +259,18 @@ void ChartRun::TakeNotesAndHeader() {
 }
 
 bool ChartRun::ConnectSources() {
-  if (recorder_.sources.UDSInUse && !ConnectUds()) return false;
-  recorder_.LoTime1->SetEnabled(run_.plan.TimerType != kSoundTimer && !PushReplacesSound());
+  const auto rows = run_.plan.Dsrc;
+  if (!recorder_.sources.Connect()) return false;
+  if (run_.plan.Dsrc != rows) FollowChangedRows();
+  recorder_.LoTime1->SetEnabled(run_.plan.pacer == Pacer::Timer);
   return true;
 }
 
-bool ChartRun::ConnectUds() {
-  session_.Add2SLog("Using UDS: " + run_.plan.uds.UDSexe);
-  session_.Add2SLog(std::string("UDS Data: ") + (run_.plan.uds.UDSpush ? "Pushed" : "Polled"));
-  if (!recorder_.uds.UDSConnect()) return Refuse("UDS Connection Canceled - Chart Canceled");
-  FollowChannelCount();
-  return true;
-}
-
-// The data source may have declared another number of channels than the table holds.
-void ChartRun::FollowChannelCount() {
-  if (run_.ChannelCount != run_.plan.ActiveChannels()) recorder_.commands.ShowChartLegend();
+// The data source has declared another number of channels than the table holds.
+void ChartRun::FollowChangedRows() {
+  recorder_.commands.ShowChartLegend();
+  BuildMetadata();
+  AddInputMetadata();
 }
 
 void ChartRun::ShowStarted() {
@@ -304,8 +289,7 @@ bool ChartRun::Refuse(const std::string& text) {
 }
 
 void ChartRun::Abort() {
-  recorder_.uds.Close();
-  recorder_.sound.Close();
+  recorder_.sources.Close();
   recorder_.triggers.RunEnded();
   recorder_.LoTime1->SetEnabled(false);
   recorder_.TimerKeepAlive->SetInterval(kKeepAliveIdle);

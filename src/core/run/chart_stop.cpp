@@ -15,7 +15,7 @@ void ChartRun::StopChart() {
   const bool logHasEnded = run_.MaxingOut();
   run_.phase = RunPhase::Stopping;
   StopTimers();
-  CloseSources();
+  recorder_.sources.Close();
   if (!logHasEnded) recorder_.events.LogEnded(LogEnd::Stopped);
   TestDcount();
   MarkDataForSaving();
@@ -52,11 +52,6 @@ void ChartRun::StopTimers() {
   ++window_.chart.RepaintRequests;
   run_.AbortFlag = true;
   view_.cmdStart = false;
-}
-
-void ChartRun::CloseSources() {
-  if (recorder_.sources.UDSInUse) recorder_.uds.Close();
-  recorder_.sound.Close();
 }
 
 // Dcount may run ahead of what the store accepted. Ends with the index of the newest sample that has a time.

@@ -9,7 +9,7 @@ void ChartRun::MaxedOut(MaxedOutMode mode) {
   run_.phase = RunPhase::TurningOver;
   recorder_.offsets.NoteHeld();
   if (window_.chart.AutoScale) window_.chart.ScaleYToData();
-  const bool timerWasOn = HoldTimer();
+  recorder_.LoTime1->SetEnabled(false);
   if (window_.chart.Count() > 0) run_.EndStamp = window_.chart.GetTime(window_.LastSampleIndex());
   recorder_.events.LogEnded(LogEnd::TurnedOver);
   std::filesystem::path name = NameDataFile(session_, window_, NameKind::Data, true);
@@ -32,13 +32,7 @@ void ChartRun::MaxedOut(MaxedOutMode mode) {
     StopLogging();
     return;
   }
-  StartNextLog(timerWasOn);
-}
-
-bool ChartRun::HoldTimer() {
-  const bool wasOn = recorder_.LoTime1->Enabled();
-  if (run_.plan.TimerType != kSoundTimer) recorder_.LoTime1->SetEnabled(false);
-  return wasOn;
+  StartNextLog();
 }
 
 // A log of which memory keeps the last stretch alone, and no backup the rest, is no log to save but by hand.
@@ -59,7 +53,7 @@ void ChartRun::StopLogging() {
   view_.Title += "  Logging Stopped.";
 }
 
-void ChartRun::StartNextLog(bool timerWasOn) {
+void ChartRun::StartNextLog() {
   view_.Title = " New Data Log Started at " + recorder_.LocalTimeText();
   window_.chart.ClearData();
   window_.notations = Notations{};  // they stand in the file of the log that has ended
@@ -69,9 +63,7 @@ void ChartRun::StartNextLog(bool timerWasOn) {
   run_.TotalSamples = 0;
   run_.StoreStart = 0;
   RestartChart();
-  if (run_.plan.TimerType != kSoundTimer) {
-    recorder_.LoTime1->SetEnabled(PushReplacesSound() ? timerWasOn : true);
-  }
+  recorder_.LoTime1->SetEnabled(run_.plan.pacer == Pacer::Timer);
   run_.phase = RunPhase::Running;
 }
 

@@ -22,6 +22,12 @@ void ChartRun::SettleLog(LogStart start) {
   PlanNextRestart();
 }
 
+// Milliseconds of sound that was heard while the last log was saved and is still to be read.
+double ChartRun::SoundWaiting() const {
+  if (run_.plan.pacer != Pacer::Sound || recorder_.sound.IsLost()) return 0;
+  return session_.host.clock.MonotonicMilliseconds() - run_.HeardAt;
+}
+
 void ChartRun::DetectZone() {
   if (session_.settings.place.DetectTZ) session_.settings.place.TZ = DetectTimeZoneHours(session_.host.clock);
 }

@@ -11,7 +11,9 @@ Recorder::Recorder(Session& sharedSession, RunControl& runControl, Person& itsPe
       backup(sharedSession, window),
       unsaved(sharedSession, window),
       sound(sharedSession, window),
+      soundSource(sharedSession, window, sound, [&itsPerson] { itsPerson.ChooseSoundFormat(); }),
       uds(sharedSession, window, runControl, sound, std::move(onSet)),
+      sources(window.run),
       commands(sharedSession, window),
       offsets(sharedSession, window),
       average(sharedSession, window),
@@ -23,7 +25,15 @@ Recorder::Recorder(Session& sharedSession, RunControl& runControl, Person& itsPe
       limits(window, runControl),
       entries(*this),
       events(sharedSession.log) {
+  RegisterSources();
   RegisterListeners();
+}
+
+// Sound is readied while the old chart is still on display; a data source may send as soon as it is connected.
+void Recorder::RegisterSources() {
+  sources.Add(soundSource);
+  sources.Add(uds);
+  sources.Add(equationRows);
 }
 
 // All who listen to a run, in the order in which a sample reaches them. What stands behind the limits may see the

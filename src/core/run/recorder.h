@@ -19,9 +19,10 @@
 #include "model/run_control.h"
 #include "model/session.h"
 #include "platform/event_loop.h"
-#include "sources/sound/sound_input.h"
-#include "sources/source_table.h"
-#include "sources/uds_client.h"
+#include "sources/channel_sources.h"
+#include "sources/equation_source.h"
+#include "sources/sound/sound_source.h"
+#include "sources/uds_source.h"
 
 namespace tarvolt {
 
@@ -34,11 +35,13 @@ struct Recorder {
   RunControl& control;
   Person& person;
   ChartWindow window;
-  SourcesInUse sources;
   LocalBackup backup;
   UnsavedCharts unsaved;
   SoundInput sound;
-  UdsClient uds;
+  SoundSource soundSource;
+  UdsSource uds;
+  EquationSource equationRows;
+  ChannelSources sources;  ///< all of these
   ChartCommands commands;
   ChannelOffsets offsets;
   ChannelAverage average;
@@ -49,7 +52,7 @@ struct Recorder {
   LogLimits limits;
   RunEntries entries;
   RunEvents events;                       ///< of the run, for all who listen to it
-  std::unique_ptr<Timer> LoTime1;         ///< paces the samples with TimerType 0
+  std::unique_ptr<Timer> LoTime1;         ///< paces the samples with Pacer::Timer
   std::unique_ptr<Timer> TimerKeepAlive;  ///< rate display and watchdogs
 
   /// Log time now. With DetectTZ the zone is followed through a change of summer time, so that UT and sidereal stamps
@@ -60,6 +63,7 @@ struct Recorder {
   std::string LocalTimeText() { return FormatDate(NowPrecise(session.host.clock), "hh:nn:ss"); }
 
  private:
+  void RegisterSources();
   void RegisterListeners();
   void FollowZone(double zone);
 };

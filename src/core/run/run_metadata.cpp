@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "core/sound/mixer_control.h"
 #include "sources/source_table.h"
 #include "text/ansi.h"
 #include "text/number.h"
@@ -72,28 +71,15 @@ void BuildRunMetadata(const Session& session, ChartWindow& window) {
   AddSoundCard(session, plan, window.metadata);
 }
 
-void AddSoundMetadata(const Session& session, const std::string& formatText, std::int32_t bufferBytes,
-                      ChartWindow& window) {
-  const int source = window.run.plan.card.MixerSource;
-  window.metadata.AddToMetaData("Sound: ", formatText + " Buffer:" + NumberText(std::int64_t{bufferBytes}));
-  window.metadata.AddToMetaData("Mixer: ", std::string("Source:") + MixerSourceName(source) +
-                                               " Vol:" + NumberText(std::int64_t{MixerVolumeNow(session)}));
-}
-
-void AddTimingMetadata(const TimingFacts& facts, ChartWindow& window) {
-  const RunState& run = window.run;
-  window.metadata.AddToMetaData("Timing Method: ", facts.soundPaces ? "Sound Card" : "Timer");
-  if (facts.soundPaces) {
-    window.metadata.AddToMetaData("Sound Card Device", run.plan.sound.SoundCardName);
-    window.metadata.AddToMetaData("Sound Card Timing Correction", NumberText(run.plan.card.SCTadjust));
+void AddTimingMetadata(const RunPlan& plan, std::optional<double> actualPeriod, Metadata& metadata) {
+  const bool soundPaces = plan.pacer == Pacer::Sound;
+  metadata.AddToMetaData("Timing Method: ", soundPaces ? "Sound Card" : "Timer");
+  if (soundPaces) {
+    metadata.AddToMetaData("Sound Card Device", plan.sound.SoundCardName);
+    metadata.AddToMetaData("Sound Card Timing Correction", NumberText(plan.card.SCTadjust));
   }
-  window.metadata.AddToMetaData("Requested Sample Period: ", NumberText(run.plan.SampleRate));
-  if (facts.actualPeriod) {
-    window.metadata.AddToMetaData("Actual Sample Period: ", NumberText(*facts.actualPeriod));
-  }
-  if (!facts.udsInUse) return;
-  window.metadata.AddToMetaData("Using UDS: ", run.plan.uds.UDSexe);
-  window.metadata.AddToMetaData("UDS Data: ", run.plan.uds.UDSpush ? "Pushed" : "Polled");
+  metadata.AddToMetaData("Requested Sample Period: ", NumberText(plan.SampleRate));
+  if (actualPeriod) metadata.AddToMetaData("Actual Sample Period: ", NumberText(*actualPeriod));
 }
 
 }  // namespace tarvolt

@@ -36,64 +36,18 @@ void SamplePipeline::GetAllData(std::optional<TimeStamp> sourceTime, double wait
   run_.TickBusy = false;
 }
 
-// Reads each channel once. False when the run ended meanwhile, or the poll was given up: then the tick is not whole,
+// Reads each channel once. False when the run ended meanwhile, or a source was given up on: then the tick is not whole,
 // and nothing of it is in the sums.
 bool SamplePipeline::ReadChannels() {
   if (run_.phase == RunPhase::Armed) run_.phase = RunPhase::Running;
-  bool udsAsked = run_.plan.uds.UDSpush;
   TickReadings readings;
-  for (int channel = 0; channel < std::min(run_.ChannelCount, kChannels); ++channel) {
-    const DataSourceId source = run_.plan.Dsrc[channel];
-    if (source == 0) break;
-    if (IsUds(source) && !udsAsked) {
-      if (!PollUds()) return false;
-      udsAsked = true;
-    }
-    readings[static_cast<std::size_t>(channel)] = ReadSound(channel, source);
+  if (!recorder_.sources.Read(readings)) {
+    run_.TickBusy = false;
+    return false;
   }
-  AddReadings(readings);
-  window_.sound.ClearAccumulators();
+  readings.AddTo(run_);
+  recorder_.sources.EndTick();
   return true;
-}
-
-// A side without a new buffer adds nothing, and the read counts all the same (meant).
-std::optional<double> SamplePipeline::ReadSound(int channel, DataSourceId source) {
-  const SoundState& sound = window_.sound;
-  if (source == kCrossCorrelation) return sound.CrossCorrelation;
-  if (source != kSoundLeft && source != kSoundRight) return std::nullopt;
-  const bool left = source == kSoundLeft;
-  const double buffers = left ? sound.SoundBufCountL : sound.SoundBufCountR;
-  if (!(buffers > 0)) return std::nullopt;
-  run_.TickBusy = true;
-  const auto& sums = left ? sound.SoundAccumL : sound.SoundAccumR;
-  const int detector = run_.plan.Detection[channel];
-  const bool known = detector >= 0 && detector < static_cast<int>(sums.size());
-  return sums[known ? detector : kAverage] / buffers;
-}
-
-void SamplePipeline::AddReadings(const TickReadings& readings) {
-  for (std::size_t channel = 0; channel < readings.size(); ++channel) {
-    if (!readings[channel]) continue;
-    const double value = *readings[channel];
-    run_.ChannelMin[channel] = std::min(run_.ChannelMin[channel], value);
-    run_.ChannelMax[channel] = std::max(run_.ChannelMax[channel], value);
-    run_.ChannelSum[channel] += value;
-  }
-}
-
-// One request a tick serves all channels of the data source; its values arrive in the sums. Where buffers are the clock
-// none may begin another tick meanwhile; else they go on gathering for the rows behind.
-bool SamplePipeline::PollUds() {
-  if (run_.plan.TimerType == kSoundTimer) run_.TickBusy = true;
-  const UdsClient::PollResult result = recorder_.uds.Poll();
-  if (result == UdsClient::PollResult::Answered && run_.ChartRunning()) return true;
-  run_.TickBusy = false;
-  if (run_.ChartRunning() && result == UdsClient::PollResult::LinkLost) {
-    session_.Tell("Tarvolt", "Connection Lost with UDS");
-    session_.Add2SLog("Lost UDS Connection Stopping Chart.");
-    recorder_.control.StopChart();
-  }
-  return false;
 }
 
 bool SamplePipeline::SampleIsComplete() {
@@ -124,7 +78,7 @@ bool SamplePipeline::StampSample(std::optional<TimeStamp> sourceTime, double wai
   lastClock_ = clock;
   run_.HeardAt = session_.host.clock.MonotonicMilliseconds() - waited;
   if (run_.LastStamp > 0 && !(stamp > run_.LastStamp)) {
-    const bool isBurst = run_.plan.TimerType == kSoundTimer && !sourceTime && run_.StepBack == 0 && !clockWentBack;
+    const bool isBurst = run_.plan.pacer == Pacer::Sound && !sourceTime && run_.StepBack == 0 && !clockWentBack;
     if (isBurst) {
       run_.CurrentStamp = run_.LastStamp + kMillisecond;
     } else if (!HandleClockStep(stamp)) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <optional>
 
 #include "core/run/recorder.h"
@@ -26,11 +25,6 @@ class SamplePipeline {
  private:
   void TakeFirstTick();
   bool ReadChannels();
-  bool PollUds();
-  /// What each channel gave in one tick; nothing where its source adds nothing, or adds to the sums by itself.
-  using TickReadings = std::array<std::optional<double>, kChannels>;
-  std::optional<double> ReadSound(int channel, DataSourceId source);
-  void AddReadings(const TickReadings& readings);
   bool SampleIsComplete();
   void AverageChannels();
   bool StampSample(std::optional<TimeStamp> sourceTime, double waited);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <tuple>
 
+#include "sources/sound/format_in_use.h"
 #include "sources/sound/sound_formats.h"
 
 namespace tarvolt {
@@ -36,24 +37,6 @@ void MatchSoundCard(Session& session) {
     session.store.SaveSetting(Section::Settings, "SoundCardName", chosen);
   }
   LoadCardSettings(session.store, session.overrides, session.home.string(), settings);
-}
-
-WaveFormat SoundFormatInUse(const Session& session) {
-  return SoundFormatInUse(session, session.settings);
-}
-
-WaveFormat SoundFormatInUse(const Session& session, const Settings& settings) {
-  std::optional<WaveFormat> fixed;
-  if (HasSoundCard(settings)) fixed = session.host.sound.FixedFormat(settings.sound.SoundCardName);
-  return fixed.value_or(SoundFormat(settings.sound.sWavFormat));
-}
-
-std::string FormatsOffered(const Session& session) {
-  std::string text;
-  for (const WaveFormat& format : session.host.sound.Formats(session.settings.sound.SoundCardName, SoundFormats())) {
-    text += (text.empty() ? "" : ", ") + SoundFormatText(format);
-  }
-  return text;
 }
 
 std::vector<SoundFormatLine> SoundFormatsOf(const Session& session, const std::string& card) {
@@ -91,7 +74,7 @@ std::vector<std::string> SoundCardsToChoose(const Session& session, const Settin
 }
 
 SoundFacts SoundFactsOf(const Session& session, const Settings& settings) {
-  return {HasSoundCard(settings), SoundFormatText(SoundFormatInUse(session, settings))};
+  return {HasSoundCard(settings), SoundFormatText(SoundFormatInUse(session, settings.sound))};
 }
 
 SoundLevels LevelsNow(const ChartWindow& window, const SoundInput& input) {

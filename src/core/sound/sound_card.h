@@ -17,13 +17,6 @@ namespace tarvolt {
 /// given for this run alone stays as it is, and fails when it is opened.
 void MatchSoundCard(Session& session);
 
-/// The format that the input is opened with: that of sWavFormat, or the input's own when it has but one, as a file has.
-WaveFormat SoundFormatInUse(const Session& session);
-WaveFormat SoundFormatInUse(const Session& session, const Settings& settings);
-
-/// The formats of the table that the input offers, as a text; empty when it offers none or cannot be asked.
-std::string FormatsOffered(const Session& session);
-
 /// A line of the format chooser.
 struct SoundFormatLine {
   std::int32_t row = -1;  ///< of the table; -1 for an input's own format that the table has not

@@ -8,12 +8,11 @@ SoundClock::SoundClock(Recorder& recorder, ChartRun& chartRun, SamplePipeline& p
   recorder_.sound.onEnded = [this] { InputEnded(); };
 }
 
-// A data source that pushes takes the clock away from the sound card.
 void SoundClock::TakeBuffer(double waited) {
   const RunState& run = recorder_.window.run;
-  if (run.plan.TimerType != kSoundTimer || run.MaxingOut()) return;
+  if (run.plan.pacer != Pacer::Sound || run.MaxingOut()) return;
   if (run.chartState() == ChartState::Armed) return BeginRun();
-  if (run.chartState() == ChartState::Idle || (run.plan.uds.UDSpush && recorder_.sources.UDSInUse)) return;
+  if (run.chartState() == ChartState::Idle) return;
   pipeline_.GetAllData(std::nullopt, waited);
 }
 

@@ -5,7 +5,7 @@
 
 namespace tarvolt {
 
-/// What the buffers of the sound input do to a run beyond their readings: with TimerType 1 they are its clock, and an
+/// What the buffers of the sound input do to a run beyond their readings: with Pacer::Sound they are its clock, and an
 /// input that comes to its end ends the run.
 class SoundClock {
  public:

@@ -2,6 +2,7 @@
 
 #include "core/run/recorder.h"
 #include "core/sound/sound_card.h"
+#include "sources/sound/mixer_control.h"
 
 namespace tarvolt {
 
@@ -17,6 +18,13 @@ class SoundDesk {
   /// Takes a sound input that has come since a station without one began, unless a chart is running.
   void LookForCard() {
     if (!HasInput() && recorder_.window.AtRest()) MatchSoundCard(recorder_.session);
+  }
+
+  /// Chooses the input of the mixer, as SelectMixerSource does: also for the run that is going on, whose sound is that
+  /// of the new input from now on.
+  void ChooseMixerSource(int source) {
+    SelectMixerSource(recorder_.session, source);
+    recorder_.window.run.plan.card.MixerSource = recorder_.session.settings.card.MixerSource;
   }
 
   /// The levels of the sound input now.

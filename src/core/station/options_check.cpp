@@ -186,7 +186,7 @@ std::vector<OptionsProblem> CheckOptions(const Settings& draft, const SoundFacts
 
 std::vector<OptionsProblem> OptionWarnings(const Settings& before, const Settings& draft, const SoundFacts& sound) {
   std::vector<OptionsProblem> warnings;
-  const SourcesInUse sources = FindSourcesInUse(draft);
+  const SourcesInUse sources = FindSourcesInUse(draft.channels.Dsrc);
   const bool isMono = Upper(sound.format).find("MONO") != std::string::npos;
   if (isMono && sources.SoundLeftInUse && sources.SoundRightInUse) {
     warnings.push_back({kTitle,

@@ -44,7 +44,7 @@ class FormatRow final : public QWidget {
   void ShowFormat() {
     const Settings draft = Draft();
     choose_->setEnabled(HasSoundCard(draft));
-    words_->setText(QStringLiteral("Format: ") + ToQString(SoundFormatText(SoundFormatInUse(session_, draft))));
+    words_->setText(QStringLiteral("Format: ") + ToQString(SoundFormatText(SoundFormatInUse(session_, draft.sound))));
   }
 
   void Choose() {

@@ -21,7 +21,8 @@ QString NameOf(int source) {
 
 }  // namespace
 
-FormMixer::FormMixer(Session& session, QWidget* owner) : QDialog(owner), session_(session) {
+FormMixer::FormMixer(Session& session, SoundDesk& desk, QWidget* owner)
+    : QDialog(owner), session_(session), desk_(desk) {
   setObjectName(QStringLiteral("FormMixer"));
   setWindowTitle(QStringLiteral("Tarvolt Mixer"));
   auto* layout = new QVBoxLayout(this);
@@ -81,7 +82,7 @@ void FormMixer::AddRow(QGridLayout& grid, int source) {
   grid.addWidget(row.number, source, 2);
   connect(row.chosen, &QRadioButton::toggled, this, [this, source](bool on) {
     if (showing_ || !on) return;
-    SelectMixerSource(session_, source);
+    desk_.ChooseMixerSource(source);
     Refresh();
   });
   connect(row.volume, &QSlider::valueChanged, this, [this, source](int volume) {

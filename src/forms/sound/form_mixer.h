@@ -9,7 +9,7 @@
 #include <QTimer>
 #include <array>
 
-#include "core/sound/mixer_control.h"
+#include "core/sound/sound_desk.h"
 
 class QGridLayout;
 
@@ -19,8 +19,8 @@ namespace tarvolt {
 /// within a second.
 class FormMixer final : public QDialog {
  public:
-  /// `session` outlives it.
-  FormMixer(Session& session, QWidget* owner);
+  /// Both outlive it.
+  FormMixer(Session& session, SoundDesk& desk, QWidget* owner);
 
   /// Who leads through several steps and closes the panel itself hides its OK.
   void ShowOk(bool shown) { ok_->setVisible(shown); }
@@ -44,6 +44,7 @@ class FormMixer final : public QDialog {
   void SetTurned();
 
   Session& session_;
+  SoundDesk& desk_;
   std::array<Row, kMixerSources> rows_;
   QLabel* card_;
   QLabel* words_;

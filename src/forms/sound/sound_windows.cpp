@@ -49,7 +49,7 @@ void SoundWindows::ShowSpectrum() {
 
 void SoundWindows::ShowMixer() {
   if (mixer_ == nullptr) {
-    mixer_ = new FormMixer(session_, owner_);
+    mixer_ = new FormMixer(session_, desk_, owner_);
     new WindowPlace(*mixer_, session_.store, "MixerPlace");
   }
   BringToFront(*mixer_);

@@ -2,12 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
 #include <utility>
 
 #include "config/settings_table.h"
 #include "model/scoped_flag.h"
-#include "sources/sound/sound_formats.h"
+#include "sources/sound/format_in_use.h"
 #include "sources/sound/sound_timing.h"
 #include "text/number.h"
 
@@ -121,7 +120,7 @@ void SoundInput::Close() {
 }
 
 void SoundInput::StartLevelMeter() {
-  const Settings& settings = session_.settings;
+  const RunPlan& plan = window_.run.plan;
   sound_.LastPeakR = 0;
   sound_.SoundAccumL[0] = 0;
   sound_.SoundAccumR[0] = 0;
@@ -130,20 +129,19 @@ void SoundInput::StartLevelMeter() {
   Request request = request_;
   if (request.name.empty()) {
     lastBuffer_ = session_.host.clock.MonotonicMilliseconds();
-    request.name = settings.sound.SoundCardName;
-    const std::optional<WaveFormat> fixed = session_.host.sound.FixedFormat(request.name);
-    request.format = fixed.value_or(SoundFormat(settings.sound.sWavFormat));
-    request.sources = FindSourcesInUse(settings);
+    request.name = plan.sound.SoundCardName;
+    request.format = SoundFormatInUse(session_, plan.sound);
+    request.sources = FindSourcesInUse(plan.Dsrc);
   }
   SoundTimingRequest timing;
-  timing.Pbuffer = settings.sound.Pbuffer;
+  timing.Pbuffer = plan.sound.Pbuffer;
   timing.format = request.format;
   request.buffers.bytes = PlanSoundTiming(timing).bufferBytes;
   if (wasLost) return LookAgainFor(request.buffers.bytes);
   std::string why;
   if (Open(request, why)) return Start();
   session_.Add2SLog("The sound input " + request.name + " cannot be opened: " + why);
-  if (!InRun() || !HasSoundCard(settings)) return;
+  if (!InRun() || !HasSoundCard(plan.sound)) return;
   BeginWatching();
   Lose(why);
 }
@@ -202,15 +200,15 @@ void SoundInput::NoteOverRuns(std::int64_t buffers, const char* words) {
   if (++overRunLines_ <= kOverRunLinesASecond) session_.Add2SLog(words);
 }
 
+// A profile that is loaded meanwhile changes no factor of the run.
 DetectionSetup SoundInput::Setup() const {
-  const Settings& settings = session_.settings;
-  const int input =
-      settings.card.MixerSource >= 0 && settings.card.MixerSource < kMixerInputs ? settings.card.MixerSource : 0;
+  const CardSettings& card = window_.run.plan.card;
+  const int input = card.MixerSource >= 0 && card.MixerSource < kMixerInputs ? card.MixerSource : 0;
   DetectionSetup setup;
-  setup.backgroundL = settings.card.LCHbkgnd[input];
-  setup.backgroundR = settings.card.RCHbkgnd[input];
-  setup.PwrMultiL = settings.card.PwrMultiL;
-  setup.PwrMultiR = settings.card.PwrMultiR;
+  setup.backgroundL = card.LCHbkgnd[input];
+  setup.backgroundR = card.RCHbkgnd[input];
+  setup.PwrMultiL = card.PwrMultiL;
+  setup.PwrMultiR = card.PwrMultiR;
   setup.SoundLeftInUse = request_.sources.SoundLeftInUse;
   setup.SoundRightInUse = request_.sources.SoundRightInUse;
   return setup;

@@ -1,4 +1,4 @@
-#include "core/sound/mixer_control.h"
+#include "sources/sound/mixer_control.h"
 
 #include <algorithm>
 
