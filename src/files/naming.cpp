@@ -28,7 +28,7 @@ NameDate DateOfNow(const Session& session, const RunState& run) {
   const bool lmst = run.time.logLMST && run.time.firstStamp > 0;
   const TimeStamp now =
       lmst ? CalcTime(session.host.clock, run.time) : CalcTimeNotSidereal(session.host.clock, run.time);
-  return {now, lmst, session.settings.place.LogUsingUT};
+  return {now, lmst, run.ChartRunning() ? run.log.LogUsingUT : session.settings.place.LogUsingUT};
 }
 
 TimeStamp StampOfData(const ChartWindow& window, double offsetDays) {

@@ -34,6 +34,7 @@ RunPlan PlanOfRun(const Settings& settings) {
   plan.TimeRefZero = settings.timing.TimeRefZero;
   plan.ApplyToIncoming = settings.channels.ApplyToIncoming;
   plan.Equations = EquationsOf(settings);
+  plan.triggers = TriggerChannelsOf(settings);
   plan.uds = settings.uds;
   plan.sound = settings.sound;
   plan.card = settings.card;

@@ -8,6 +8,7 @@
 #include "model/equation_set.h"
 #include "model/log_keeping.h"
 #include "model/source_id.h"
+#include "model/trigger_channels.h"
 #include "timebase/time_stamp.h"
 
 namespace tarvolt {
@@ -31,6 +32,7 @@ struct RunPlan {
   bool TimeRefZero = false;
   bool ApplyToIncoming = false;
   EquationSet Equations;  ///< that work on the run's samples
+  TriggerChannels triggers;
   UdsSettings uds;
   SoundSettings sound;
   CardSettings card;  ///< with a SCTadjust that is within its limits

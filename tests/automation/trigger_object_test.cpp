@@ -118,25 +118,25 @@ TEST(TriggerObject, TheLongestRestNeverOverflows) {
 }
 
 TEST(TriggerSlots, TheDigitsOfAChannelNameItsTriggers) {
-  Settings settings;
-  settings.channels.CHTrigger.fill("0000000000");
-  settings.channels.CHTrigger[1] = "10x000000900";
-  settings.channels.CHTrigger[2] = "01";
-  EXPECT_TRUE(Watches(settings, 0, 1));
-  EXPECT_FALSE(Watches(settings, 1, 1));
-  EXPECT_FALSE(Watches(settings, 2, 1)) << "no digit";
-  EXPECT_TRUE(Watches(settings, 9, 1));
-  EXPECT_TRUE(Watches(settings, 1, 2));
-  EXPECT_FALSE(Watches(settings, 9, 2)) << "a text that is too short";
+  TriggerChannels channels;
+  channels.CHTrigger.fill("0000000000");
+  channels.CHTrigger[1] = "10x000000900";
+  channels.CHTrigger[2] = "01";
+  EXPECT_TRUE(Watches(channels, 0, 1));
+  EXPECT_FALSE(Watches(channels, 1, 1));
+  EXPECT_FALSE(Watches(channels, 2, 1)) << "no digit";
+  EXPECT_TRUE(Watches(channels, 9, 1));
+  EXPECT_TRUE(Watches(channels, 1, 2));
+  EXPECT_FALSE(Watches(channels, 9, 2)) << "a text that is too short";
 
-  EXPECT_FALSE(IsInUse(settings, 9, 8)) << "its channel is not offered";
-  settings.channels.ChTriggerEnabled[1] = true;
-  EXPECT_TRUE(IsInUse(settings, 9, 8));
-  EXPECT_FALSE(IsInUse(settings, 9, 1)) << "its channel is not recorded";
+  EXPECT_FALSE(IsInUse(channels, 9, 8)) << "its channel is not offered";
+  channels.ChTriggerEnabled[1] = true;
+  EXPECT_TRUE(IsInUse(channels, 9, 8));
+  EXPECT_FALSE(IsInUse(channels, 9, 1)) << "its channel is not recorded";
 
-  SetWatches(settings, 9, 2, true);
-  SetWatches(settings, 1, 2, false);
-  EXPECT_EQ(settings.channels.CHTrigger[2], "0000000001");
+  SetWatches(channels, 9, 2, true);
+  SetWatches(channels, 1, 2, false);
+  EXPECT_EQ(channels.CHTrigger[2], "0000000001");
 }
 
 }  // namespace

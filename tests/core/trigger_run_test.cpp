@@ -381,7 +381,11 @@ TEST_F(TriggerRunTest, TheFileFollowsTheProfile) {
   disk.Put("/station/bad.tvp", "DefaultTriggerFile = /station/bad.ini;\r\n");
   disk.Put("/station/gone.tvp", "DefaultTriggerFile = /station/gone.ini;\r\n");
   disk.Put("/station/bad.ini", "no trigger\r\n");
+  station.StartChart();
   station.Form().Profiles().Load("/station/sun.tvp");
+  EXPECT_EQ(Runner().oTriggers()[0].Notation, "of the station") << "a run keeps its triggers";
+  station.StopChart();
+  station.StartChart().StopChart();
   EXPECT_EQ(Runner().oTriggers()[0].Notation, "of the profile");
   for (const char* profile : {"/station/bad.tvp", "/station/gone.tvp"}) {
     station.Form().Profiles().Load(profile);

@@ -2,21 +2,21 @@
 
 namespace tarvolt {
 
-bool Watches(const Settings& settings, int slot, int channel) {
-  const std::string& digits = settings.channels.CHTrigger.at(static_cast<std::size_t>(channel));
+bool Watches(const TriggerChannels& channels, int slot, int channel) {
+  const std::string& digits = channels.CHTrigger.at(static_cast<std::size_t>(channel));
   const auto place = static_cast<std::size_t>(slot);
   return place < digits.size() && digits[place] > '0' && digits[place] <= '9';
 }
 
-void SetWatches(Settings& settings, int slot, int channel, bool watches) {
-  std::string& digits = settings.channels.CHTrigger.at(static_cast<std::size_t>(channel));
+void SetWatches(TriggerChannels& channels, int slot, int channel, bool watches) {
+  std::string& digits = channels.CHTrigger.at(static_cast<std::size_t>(channel));
   digits.resize(kTriggerSlots, '0');
   digits.at(static_cast<std::size_t>(slot)) = watches ? '1' : '0';
 }
 
-bool IsInUse(const Settings& settings, int slot, int channels) {
-  for (int channel = 0; channel < channels; ++channel) {
-    if (settings.channels.ChTriggerEnabled.at(static_cast<std::size_t>(channel)) && Watches(settings, slot, channel))
+bool IsInUse(const TriggerChannels& channels, int slot, int count) {
+  for (int channel = 0; channel < count; ++channel) {
+    if (channels.ChTriggerEnabled.at(static_cast<std::size_t>(channel)) && Watches(channels, slot, channel))
       return true;
   }
   return false;

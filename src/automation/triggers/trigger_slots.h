@@ -3,7 +3,7 @@
 #include <array>
 
 #include "automation/triggers/trigger_object.h"
-#include "config/settings.h"
+#include "model/trigger_channels.h"
 
 namespace tarvolt {
 
@@ -34,12 +34,12 @@ constexpr int SlotOfNumber(int number) {
 }
 
 /// True when the slot watches the channel, both counted from 0. A missing digit does not.
-bool Watches(const Settings& settings, int slot, int channel);
+bool Watches(const TriggerChannels& channels, int slot, int channel);
 
 /// Lets a slot watch a channel or not. The text of the channel has ten digits afterwards.
-void SetWatches(Settings& settings, int slot, int channel, bool watches);
+void SetWatches(TriggerChannels& channels, int slot, int channel, bool watches);
 
-/// True when the slot is offered the samples of any of the first `channels` channels.
-bool IsInUse(const Settings& settings, int slot, int channels);
+/// True when the slot is offered the samples of any of the first `count` channels.
+bool IsInUse(const TriggerChannels& channels, int slot, int count);
 
 }  // namespace tarvolt

@@ -34,6 +34,7 @@ void ChartRun::StartChart(const std::string& profile) {
 // The thirty steps of a start. False when one of them refused; it has told why.
 bool ChartRun::RunTheStart(const std::string& profile) {
   LoadRunProfile(profile);
+  recorder_.triggers.FollowSetting();
   ResetRunState();
   if (!ReadyDataFolders()) return false;
   if (!CheckSources()) return false;
@@ -72,7 +73,6 @@ void ChartRun::LoadRunProfile(const std::string& profile) {
   const Outcome loaded =
       LoadProfileFile(session_.host.files, profile, session_.overrides, session_.home.string(), session_.settings);
   if (!loaded) session_.Add2SLog("Could not load the profile " + profile + ": " + loaded.Words());
-  recorder_.triggers.FollowSetting();
   ReadNotes(session_);
 }
 

@@ -99,7 +99,7 @@ void TriggerRun::StoreSettings() {
 
 void TriggerRun::FollowSetting() {
   const std::string path = session_.settings.files.DefaultTriggerFile;
-  if (path == lookedAt_) return;
+  if (path == lookedAt_ || window_.run.ChartRunning()) return;
   lookedAt_ = path;
   if (!session_.host.files.FileExists(path)) return;
   if (const Outcome loaded = LoadTriggers(path); !loaded) {
@@ -127,6 +127,7 @@ Outcome TriggerRun::TakeOver(const TriggerDefinitions& triggers, const TriggerCh
   session_.settings.channels.CHTrigger = channels.CHTrigger;
   session_.settings.channels.ChTriggerEnabled = channels.ChTriggerEnabled;
   StoreSettings();
+  window_.run.plan.triggers = channels;
   session_.Add2SLog("Triggers changed.");
   if (window_.run.ChartRunning()) OpenDevices();
   return Done();
@@ -137,7 +138,7 @@ void TriggerRun::OpenDevices() {
   for (int slot = 0; slot < kTriggerSlots; ++slot) {
     const TriggerAction device = ActionOf(triggers_[slot].Action);
     if (!DrivesOutput(triggers_[slot])) continue;
-    if (!IsInUse(session_.settings, slot, ActiveChannels(session_.settings))) continue;
+    if (!IsInUse(window_.run.plan.triggers, slot, window_.run.plan.ActiveChannels())) continue;
     const bool isFirst = !opened.contains(device);
     if (isFirst) opened.emplace(device, outputs_ != nullptr ? outputs_->Open(device) : NoWay());
     const Outcome& result = opened.at(device);
@@ -170,10 +171,10 @@ void TriggerRun::SampleFinished(const FinishedSample& sample) {
 }
 
 void TriggerRun::TestTriggers(int channel, double value) {
-  const Settings& settings = session_.settings;
-  if (!settings.channels.ChTriggerEnabled[channel]) return;
+  const TriggerChannels& channels = window_.run.plan.triggers;
+  if (!channels.ChTriggerEnabled[channel]) return;
   for (int slot = 0; slot < kTriggerSlots; ++slot) {
-    if (Watches(settings, slot, channel) && triggers_[slot].Update(value) != 0) ExecuteTrigger(slot, channel);
+    if (Watches(channels, slot, channel) && triggers_[slot].Update(value) != 0) ExecuteTrigger(slot, channel);
   }
 }
 

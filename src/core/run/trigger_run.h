@@ -13,12 +13,6 @@
 
 namespace tarvolt {
 
-/// Which triggers watch which channels, as CHTrigger and ChTriggerEnabled have it.
-struct TriggerChannels {
-  std::array<std::string, kChannels> CHTrigger;
-  std::array<bool, kChannels> ChTriggerEnabled{};
-};
-
 /// The triggers of a window: their files, their part in a run, and what they do when they fire.
 class TriggerRun final : public RunListener {
  public:
@@ -37,7 +31,7 @@ class TriggerRun final : public RunListener {
   Outcome LoadTriggers(const std::filesystem::path& path);
 
   /// Loads the file of DefaultTriggerFile when the setting has changed since it was last looked at. One that is not
-  /// there leaves the triggers as they are.
+  /// there leaves the triggers as they are. A run goes on with its own: the next start follows the setting.
   void FollowSetting();
 
   /// What a trigger file holds, for a person to look at. Fails as above.
@@ -47,7 +41,7 @@ class TriggerRun final : public RunListener {
   Outcome SaveoTriggers(const TriggerDefinitions& triggers, const std::filesystem::path& path);
 
   /// What the dialog has settled: the triggers go by way of TempTriggers.ini, which is in use from then on, the
-  /// channels into the settings. Fails, with nothing changed, when the disk refuses.
+  /// channels into the settings and into the run that is going on. Fails, with nothing changed, when the disk refuses.
   Outcome TakeOver(const TriggerDefinitions& triggers, const TriggerChannels& channels);
 
   /// The start of a chart: the devices that the triggers in use name are opened. What is missing is told.

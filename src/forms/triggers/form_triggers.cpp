@@ -84,24 +84,24 @@ void FormTriggers::ShowTriggers(const TriggerDefinitions& triggers) {
 }
 
 void FormTriggers::ShowChannels() {
-  const Settings& settings = session_.settings;
+  const TriggerChannels channels = TriggerChannelsOf(session_.settings);
   for (int channel = 0; channel < kChannels; ++channel) {
-    enabled_[channel]->setChecked(settings.channels.ChTriggerEnabled[channel]);
+    enabled_[channel]->setChecked(channels.ChTriggerEnabled[channel]);
     for (int slot = 0; slot < kTriggerSlots; ++slot) {
-      pages_[slot]->ShowWatched(channel, Watches(settings, slot, channel));
+      pages_[slot]->ShowWatched(channel, Watches(channels, slot, channel));
     }
   }
 }
 
 TriggerChannels FormTriggers::ReadChannels() const {
-  Settings settings;
+  TriggerChannels channels;
   for (int channel = 0; channel < kChannels; ++channel) {
-    settings.channels.ChTriggerEnabled[channel] = enabled_[channel]->isChecked();
+    channels.ChTriggerEnabled[channel] = enabled_[channel]->isChecked();
     for (int slot = 0; slot < kTriggerSlots; ++slot) {
-      SetWatches(settings, slot, channel, pages_[slot]->Watched(channel));
+      SetWatches(channels, slot, channel, pages_[slot]->Watched(channel));
     }
   }
-  return {settings.channels.CHTrigger, settings.channels.ChTriggerEnabled};
+  return channels;
 }
 
 bool FormTriggers::ReadPages(TriggerDefinitions& triggers) {
