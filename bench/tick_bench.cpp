@@ -168,13 +168,14 @@ void MessagesOfASample(benchmark::State& state) {
   Session session(machine.Record(), kHome);
   Configure(session, false);
   ChartWindow window;
+  window.run.plan = PlanOfRun(session.settings);
   window.run.phase = RunPhase::Running;
   Verbs verbs;
   std::int64_t sets = 0;
   SoundInput sound(session, window);
   UdsDispatch dispatch(
       session, window, verbs, sound, [&](std::optional<TimeStamp>) { ++sets; }, [](std::string_view) {});
-  dispatch.BeginLink();  // takes up which channels are the link's
+  dispatch.BeginLink();
   const std::vector<std::string> messages = MessagesOfASet();
   Values bareSums{};
   RunSideBySide(
@@ -199,7 +200,7 @@ void MessagesOfASample(benchmark::State& state) {
         });
       });
   benchmark::DoNotOptimize(bareSums);
-  if (sets == 0 || window.run.ChannelSum[0] == 0) state.SkipWithError("the messages were not acted on");
+  if (sets == 0 || dispatch.TakeSet()[0] == 0) state.SkipWithError("the messages were not acted on");
 }
 BENCHMARK(MessagesOfASample)->Iterations(Rounds(31))->UseManualTime()->Unit(benchmark::kMillisecond);
 

@@ -3,6 +3,7 @@
 #include "core/sound/sound_card.h"
 #include "forms/qt_text.h"
 #include "forms/sound/form_sound_format.h"
+#include "sources/sound/format_in_use.h"
 #include "sources/sound/sound_formats.h"
 #include "text/number.h"
 
