@@ -7,23 +7,14 @@
 
 namespace tarvolt {
 
-/// What a person would see of a window, as data. Rules write it; forms and tests read it.
+/// What a person would see of a window, as data. Rules write it; forms and tests read it. What can be chosen follows
+/// from the rest of the window and is not kept.
 struct WindowState {
   std::string Title;
   StatusLine Status;
-  std::string LeftStatus;                            ///< rate and samples
-  std::string RightStatus;                           ///< log time
-  std::string ValueLabel;                            ///< LBLCHVAL; empty when hidden
-  std::string StartCaption = "&Start Chart";         ///< cmdStart
-  std::string StartMenuCaption = "Start New Chart";  ///< mnuStartChart
-  bool cmdStart = true;
-  bool ModeMenus = true;              ///< mnuStandAlone, mnuServer, mnuClient
-  bool SaveCommands = false;          ///< save, save view, export
-  bool LoadCommands = true;           ///< load and import
-  bool InfoCommands = false;          ///< mnuDataFileInfo, cmdInfo
-  bool OffsetCommand = false;         ///< cmdOffset
-  bool ToolCommands = false;          ///< commands that rewrite the store
-  bool ScheduleCommand = true;        ///< mnuSked
+  std::string LeftStatus;             ///< rate and samples
+  std::string RightStatus;            ///< log time
+  std::string ValueLabel;             ///< LBLCHVAL; empty when hidden
   bool mnuRecallXY = false;           ///< there is a remembered range
   bool mnuChannelVisibility = false;  ///< more than one channel is on display
   bool ArrowsShown = false;           ///< the scroll and step buttons

@@ -218,6 +218,7 @@ TEST(FileSave, DuringARunSavesTheLogAndBeginsANewOne) {
   station.RunForSets(20);
   station.Form().mnuSave();
   EXPECT_TRUE(station.Running()) << "whatever Continuous says";
+  EXPECT_TRUE(station.States().InfoCommands) << "there is a file to tell of";
   EXPECT_EQ(station.Form().Window().chart.Count(), 0);
   ASSERT_EQ(station.FilesSaved().size(), 1u);
   EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]), Ramp(20));
@@ -235,6 +236,7 @@ TEST(Stopping, ARunIsNotStartedFromInsideTheQuestionOfItsStop) {
   bool asked = false;
   station.host.dialogs.whileAsking = [&](const SimDialogs::Box& box) {
     asked = asked || box.title == "Offsets Changed";
+    EXPECT_FALSE(station.States().cmdStart) << box.title;
     station.Form().StartChart("");
     station.Form().mnuSave();
   };

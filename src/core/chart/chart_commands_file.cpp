@@ -1,4 +1,5 @@
 #include "core/chart/chart_commands.h"
+#include "core/chart/command_states.h"
 
 // What the chart commands do with a chart as a file: its notations, its information, and views of it that went.
 
@@ -10,7 +11,7 @@ void ChartCommands::mnuShowChartNotations() {
 }
 
 void ChartCommands::mnuDataFileInfo() {
-  if (!view_.InfoCommands) return;
+  if (!StatesOf(window_).InfoCommands) return;
   view_.InfoShown = true;
   ++view_.InfoOpenings;
 }

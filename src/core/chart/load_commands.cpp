@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <utility>
 
+#include "core/chart/command_states.h"
 #include "core/run/average_rate.h"
 #include "model/scoped_flag.h"
 #include "text/number.h"
@@ -68,7 +69,7 @@ LoadCommands::LoadCommands(Session& session, ChartWindow& window, ChartCommands&
     : session_(session), window_(window), commands_(commands), person_(person), makeRoom_(std::move(makeRoom)) {}
 
 bool LoadCommands::CanLoad() const {
-  return window_.view.LoadCommands && window_.Mode == SessionMode::StandAlone && !window_.save.Loading && !asking_;
+  return StatesOf(window_).LoadCommands && !asking_;
 }
 
 // The ticks that a person stored stand in the panel; without the panel nobody would see them, and the load is a plain

@@ -41,7 +41,7 @@ bool ChartRun::RunTheStart(const std::string& profile) {
   if (!CheckTiming()) return false;
   if (!MakeRoom()) return false;
   ShowModeStatus();
-  DisableCommands();
+  recorder_.commands.CloseChartViews();
   if (!SetUpSound()) return false;  // before the old chart goes: a start that is refused leaves it on display
   ClearForNewRun();
   BuildMetadata();
@@ -50,7 +50,7 @@ bool ChartRun::RunTheStart(const std::string& profile) {
   PrepareChart();
   recorder_.triggers.ResetForRun();
   AddInputMetadata();
-  EnableStopControls();
+  BeginTracking();
   LogChartStarted();
   SettleLog(LogStart::First);
   recorder_.TimerKeepAlive->SetInterval(kKeepAliveRunning);
@@ -172,8 +172,8 @@ void ChartRun::ClearForNewRun() {
   window_.chart.YAxisLabel = session_.settings.chart.YALabel;
   run_.DataNeedsSave = false;
   window_.save.keeping = LogKeeping{};
+  window_.save.LogSaved = false;
   window_.save.SavedAs.clear();
-  view_.SaveCommands = false;
 }
 
 void ChartRun::BuildMetadata() {
@@ -192,14 +192,6 @@ void ChartRun::CopyOffsets() {
                         ", is no number that can be an offset: 0 is used.");
     }
   }
-}
-
-void ChartRun::DisableCommands() {
-  recorder_.commands.CloseChartViews();
-  view_.LoadCommands = false;
-  view_.InfoCommands = false;
-  view_.ToolCommands = false;
-  view_.ScheduleCommand = false;
 }
 
 void ChartRun::ZeroCounters() {
@@ -250,15 +242,13 @@ void ChartRun::AddInputMetadata() {
   tarvolt::AddTimingMetadata(facts, window_);
 }
 
-void ChartRun::EnableStopControls() {
+void ChartRun::BeginTracking() {
   run_.OffsetsChanged = false;
   window_.chart.Mode = ChartMode::Tracking;
-  view_.ModeMenus = false;
 }
 
 void ChartRun::LogChartStarted() {
   session_.Add2SLog("Chart Started  " + FormatDate(recorder_.CalcTime(), "YYMMDDHHnnSS"));
-  view_.StartMenuCaption = "Stop Chart";
   window_.chart.AutoScroll = true;
   recorder_.commands.CheckScrollEnabled();
   run_.UpdateCount = 0;
@@ -289,9 +279,6 @@ void ChartRun::FollowChannelCount() {
 }
 
 void ChartRun::ShowStarted() {
-  view_.StartCaption = "&Stop Chart";
-  view_.cmdStart = true;
-  view_.OffsetCommand = true;
   view_.Status.Say("Started " + recorder_.LocalTimeText() + (run_.ChartIsLMST ? " LMST" : run_.ChartIsUT ? " UT" : ""));
   run_.StartStamp = recorder_.CalcTime();
   view_.Title = " New Chart Started: " + FormatDate(run_.StartStamp, "YYYY/MM/DD hh:nn:ss");
@@ -311,12 +298,6 @@ void ChartRun::Abort() {
   recorder_.TimerKeepAlive->SetInterval(kKeepAliveIdle);
   run_.phase = RunPhase::Idle;
   window_.chart.Mode = ChartMode::Browsing;
-  view_.cmdStart = true;
-  view_.StartCaption = "&Start Chart";
-  view_.StartMenuCaption = "Start New Chart";
-  view_.ModeMenus = true;
-  view_.LoadCommands = true;
-  view_.ScheduleCommand = true;
   if (run_.ScheduleRunning) run_.CancelSchedule = true;
 }
 

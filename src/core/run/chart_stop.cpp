@@ -22,7 +22,7 @@ void ChartRun::StopChart() {
   TellDropped();
   LogRate();
   ShowEnded();
-  EnableCommands();
+  if (session_.settings.chart.AutoScale) window_.chart.AutoScale = true;
   recorder_.offsets.Close();
   AskToKeepOffsets();
   recorder_.commands.RememberYMax();
@@ -51,7 +51,6 @@ void ChartRun::StopTimers() {
   if (window_.chart.AutoScale) window_.chart.ScaleYToData();
   ++window_.chart.RepaintRequests;
   run_.AbortFlag = true;
-  view_.cmdStart = false;
 }
 
 void ChartRun::CloseSources() {
@@ -84,7 +83,6 @@ void ChartRun::MarkDataForSaving() {
 }
 
 void ChartRun::LogRate() {
-  view_.ModeMenus = true;
   if (!HasData()) return;
   const AverageRate rate = CalcAvgRate(window_.chart, run_.TotalSamples, run_.ChartIsLMST);
   run_.StartStamp = run_.ChartIsLMST ? run_.time.startLMST : run_.time.firstStamp;
@@ -95,20 +93,6 @@ void ChartRun::LogRate() {
 void ChartRun::ShowEnded() {
   recorder_.commands.UnloadMyInfoFile();
   view_.Status.Say("Ended:  " + recorder_.LocalTimeText());
-  view_.StartCaption = "&Start Chart";
-  view_.StartMenuCaption = "Start New Chart";
-}
-
-void ChartRun::EnableCommands() {
-  const bool hasData = HasData();
-  view_.SaveCommands = hasData;
-  view_.ToolCommands = hasData;
-  view_.OffsetCommand = false;
-  view_.ScheduleCommand = true;
-  view_.LoadCommands = true;
-  view_.InfoCommands = true;
-  view_.cmdStart = true;
-  if (session_.settings.chart.AutoScale) window_.chart.AutoScale = true;
 }
 
 void ChartRun::AskToKeepOffsets() {

@@ -4,6 +4,7 @@
 #include "core/run/run_metadata.h"
 #include "core/sound/mixer_control.h"
 #include "core/sound/sound_card.h"
+#include "model/scoped_flag.h"
 #include "sources/sound/sound_formats.h"
 
 namespace tarvolt {
@@ -109,7 +110,7 @@ bool ChartRun::WaitForSound() {
   const auto heard = [&] { return sound.SoundBufCountL != 0 || sound.SoundBufCountR != 0 || sound.overRuns != 0; };
   const auto givenUp = [&] { return run_.AbortFlag || run_.EndRequested; };
   view_.Status.Say("Waiting for Sound ...Escape to Abort.");
-  view_.cmdStart = false;
+  const ScopedFlag awaited(window_.sound.Awaited);
   while (!heard() && !givenUp()) session_.host.loop.Yield();
   if (!givenUp()) {
     view_.Status.Clear();

@@ -1,6 +1,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 
+#include "core/chart/command_states.h"
 #include "core/station/priority.h"
 #include "forms/chart/picture_commands.h"
 #include "forms/form_main/main_window.h"
@@ -32,7 +33,7 @@ void MainWindow::MakeFileMenu() {
   QMenu& menu = *menuBar()->addMenu(QStringLiteral("&File"));
   startMenu_ = Add(
       menu, "mnuStartChart", QStringLiteral("Start New Chart"), QKeySequence(Qt::Key_F8), [this] { form_.cmdStart(); },
-      [this] { return window_.view.cmdStart; });
+      [this] { return StatesOf(window_).cmdStart; });
   menu.addSeparator();
   AddLoadMenus(menu, items_, session_, form_.Loads());
   Add(menu, "mnuRecoveredCharts", QStringLiteral("&Recovered Charts..."), {},
@@ -41,14 +42,14 @@ void MainWindow::MakeFileMenu() {
   menu.addSeparator();
   Add(
       menu, "mnuSave", QStringLiteral("&Save"), QKeySequence::Save, [this] { form_.mnuSave(); },
-      [this] { return window_.run.ChartRunning() ? HasSamples() : window_.view.SaveCommands && HasSamples(); });
+      [this] { return StatesOf(window_).mnuSave; });
   Add(
       menu, "mnuSaveView", QStringLiteral("Save &View..."), {}, [this] { form_.cmdSaveView(); },
-      [this] { return window_.view.SaveCommands && HasSamples(); });
+      [this] { return StatesOf(window_).SaveView; });
   AddPictureCommands(menu, *plot_, [this](const std::string& file) { form_.Images().NoteSaved(file); });
   Add(
       menu, "mnuDataFileInfo", QStringLiteral("Data File &Information"), {},
-      [this] { form_.Chart().mnuDataFileInfo(); }, [this] { return window_.view.InfoCommands; });
+      [this] { form_.Chart().mnuDataFileInfo(); }, [this] { return StatesOf(window_).InfoCommands; });
   menu.addSeparator();
   Add(menu, "mnuLoadProfile", QStringLiteral("Load Pro&file..."), {}, [this] { form_.Profiles().mnuLoadProfile(); });
   Add(menu, "mnuSaveProfile", QStringLiteral("Save Profil&e..."), {}, [this] { form_.Profiles().mnuSaveProfile(); });
@@ -82,7 +83,7 @@ void MainWindow::MakeModeMenu() {
         Row{"mnuClient", "&Client", SessionMode::Client}}) {
     Add(
         menu, row.name, QString::fromLatin1(row.caption), {}, [this, row] { form_.EnterMode(row.mode); },
-        [this] { return window_.view.ModeMenus; }, [this, row] { return window_.Mode == row.mode; });
+        [this] { return StatesOf(window_).ModeMenus; }, [this, row] { return window_.Mode == row.mode; });
   }
 }
 

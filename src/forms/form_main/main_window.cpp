@@ -7,6 +7,7 @@
 #include <QScreen>
 #include <QVBoxLayout>
 
+#include "core/chart/command_states.h"
 #include "forms/chart/file_drop.h"
 #include "forms/chart/plot_events.h"
 #include "forms/plot/chart_colors.h"
@@ -95,13 +96,13 @@ void MainWindow::MakeToolBar() {
   tools_->addSeparator();
   AddButton(
       "cmdOffset", QStringLiteral("Offset"), QStringLiteral("Offsets of the channels"),
-      [this] { form_.Offsets().cmdOffset(); }, [this] { return window_.view.OffsetCommand; });
+      [this] { form_.Offsets().cmdOffset(); }, [this] { return StatesOf(window_).OffsetCommand; });
   AddButton(
       "cmdInfo", QStringLiteral("Info"), QStringLiteral("What the chart tells of itself"),
-      [this] { form_.Chart().mnuDataFileInfo(); }, [this] { return window_.view.InfoCommands; });
+      [this] { form_.Chart().mnuDataFileInfo(); }, [this] { return StatesOf(window_).InfoCommands; });
   AddButton(
       "cmdSaveView", QStringLiteral("Save View"), QStringLiteral("Save the stretch in view"),
-      [this] { form_.cmdSaveView(); }, [this] { return window_.view.SaveCommands && HasSamples(); });
+      [this] { form_.cmdSaveView(); }, [this] { return StatesOf(window_).SaveView; });
   tools_->addWidget(value_);
 }
 
@@ -117,9 +118,10 @@ void MainWindow::Refresh() {
   const WindowState& view = window_.view;
   const QString title = view.Title.empty() ? QStringLiteral("Tarvolt") : ToQString(view.Title);
   if (windowTitle() != title) setWindowTitle(title);
-  start_->setText(ToQString(view.StartCaption));
-  start_->setEnabled(view.cmdStart);
-  startMenu_->setText(ToQString(view.StartMenuCaption));
+  const CommandStates states = StatesOf(window_);
+  start_->setText(ToQString(states.StartCaption));
+  start_->setEnabled(states.cmdStart);
+  startMenu_->setText(ToQString(states.StartMenuCaption));
   value_->setText(ToQString(view.ValueLabel));
   ShowInColor(*value_, window_.look.colors.ChannelColor);
   items_.Refresh();

@@ -3,6 +3,7 @@
 #include <QDragEnterEvent>
 #include <QMenuBar>
 
+#include "core/chart/command_states.h"
 #include "forms/chart/file_drop.h"
 #include "forms/chart/picture_commands.h"
 #include "forms/chart/plot_events.h"
@@ -43,16 +44,16 @@ FormReview::FormReview(Session& session, int number, FormChartView::Apply applyA
 
 void FormReview::MakeFileMenu() {
   QMenu& menu = *menuBar()->addMenu(QStringLiteral("&File"));
-  const WindowState& view = review_.Window().view;
+  const ChartWindow& window = review_.Window();
   AddLoadMenus(menu, items_, session_, review_.Loads());
   menu.addSeparator();
   items_.Add(
       menu, "mnuSaveView", QStringLiteral("Save &View..."), {}, [this] { review_.cmdSaveView(); },
-      [this, &view] { return view.SaveCommands && HasSamples() && !review_.Window().save.Loading; });
+      [&window] { return StatesOf(window).SaveView; });
   AddPictureCommands(menu, *plot_);
   items_.Add(
       menu, "mnuDataFileInfo", QStringLiteral("Data File &Information"), {},
-      [this] { review_.Chart().mnuDataFileInfo(); }, [&view] { return view.InfoCommands; });
+      [this] { review_.Chart().mnuDataFileInfo(); }, [&window] { return StatesOf(window).InfoCommands; });
   menu.addSeparator();
   items_.Add(menu, "mnuClose", QStringLiteral("Close This Window"), QKeySequence::Close, [this] { close(); });
 }
