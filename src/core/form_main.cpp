@@ -62,7 +62,7 @@ void FormMain::MaxedOut(MaxedOutMode mode) {
 
 void FormMain::Escape() {
   recorder_.average.StopAvgSampling();
-  recorder_.commands.ClearValueDisplay();
+  recorder_.commands.look.ClearValueDisplay();
   recorder_.window.run.AbortFlag = true;
   recorder_.window.run.CancelSchedule = true;
 }

@@ -32,8 +32,4 @@ void FormMain::cmdSaveView() {
   if (StatesOf(recorder_.window).SaveView) SaveView(session_, recorder_.window);
 }
 
-void FormMain::ShowStatus(const std::string& text) {
-  recorder_.window.view.Status.Hold(text);
-}
-
 }  // namespace tarvolt

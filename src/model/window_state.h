@@ -18,15 +18,12 @@ struct WindowState {
   bool mnuRecallXY = false;           ///< there is a remembered range
   bool mnuChannelVisibility = false;  ///< more than one channel is on display
   bool ArrowsShown = false;           ///< the scroll and step buttons
-  bool ArrowsActive = true;           ///< they work on a chart that does not follow its run
   bool ChartViewShown = false;        ///< FormChartView
   bool InfoShown = false;             ///< FormFileInfo
   int InfoOpenings = 0;               ///< how often it was asked for: each shows the chart as it is then
   bool StatusBarShown = true;
 
-  std::string AutoScrollTip = "Auto-Scroll Disabled - Click to Enable";  ///< cmdAutoScrollEnable
-  std::string AutoScaleTip = "Auto-Scale Enabled - Click to Disable";    ///< cmdAutoScale
-  std::array<std::string, 8> Legend;                                     ///< a name a channel
+  std::array<std::string, 8> Legend;  ///< a name a channel
 
   // The offset frame.
   bool OffsetFrameShown = false;

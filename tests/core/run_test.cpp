@@ -199,7 +199,7 @@ TEST(Run, APolledSourceThatFallsSilentHoldsTheReadUntilTheEndIsAskedFor) {
   station.uds.FallsSilentAt(20);
   station.Set("UDSpush", false).StartChart();
   station.host.loop.After(1min, [&] { station.Form().RequestEnd(); });
-  station.host.loop.RunUntil([&] { return station.Form().EndRequested(); }, 5min);
+  station.host.loop.RunUntil([&] { return station.Run().EndRequested; }, 5min);
   station.RunFor(1s);
   EXPECT_FALSE(station.Running());
   ASSERT_EQ(station.FilesSaved().size(), 1u);

@@ -41,6 +41,11 @@ CommandStates StatesOf(const ChartWindow& window) {
   states.InfoCommands = HasInfo(window);
   states.OffsetCommand = run.ChartRunning();
   states.ToolCommands = hasLog && window.chart.Count() > 0;
+  states.ArrowsActive = !run.ChartRunning() || window.chart.Mode != ChartMode::Tracking;
+  states.AutoScrollTip =
+      window.chart.AutoScroll ? "Auto-Scroll Enabled - Click to Disable" : "Auto-Scroll Disabled - Click to Enable";
+  states.AutoScaleTip =
+      window.chart.AutoScale ? "Auto-Scale Enabled - Click to Disable" : "Auto-Scale Disabled - Click to Enable";
   return states;
 }
 

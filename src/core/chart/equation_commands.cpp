@@ -69,7 +69,7 @@ void EquationCommands::mnuApplyFunction() {
   if (!MayGoOn()) return Refuse(kTitle, kInUse);
   const Outcome applied = ApplyFunction(session_, window_, recorder_.equations, set, *added);
   if (!applied) return Refuse(kTitle, applied.Words());
-  recorder_.commands.ShowChartLegend();
+  recorder_.commands.look.ShowChartLegend();
   SaveChanged();
 }
 

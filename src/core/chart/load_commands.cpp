@@ -42,11 +42,10 @@ bool LoadAndShow(Session& session, ChartWindow& window, ChartCommands& commands,
   const LoadOutcome outcome = LoadData(session, window, path, all, request, makeRoom);
   if (outcome == LoadOutcome::Refused) return false;
   ShowRate(window);
-  commands.cmdFullView();
-  commands.ShowChartLegend();
-  commands.ShowArrows();
-  commands.CheckScrollEnabled();
-  commands.CloseChartViews();
+  commands.view.cmdFullView();
+  commands.look.ShowChartLegend();
+  commands.look.ShowArrows();
+  commands.view.CloseChartViews();
   return outcome == LoadOutcome::Loaded;
 }
 
@@ -127,7 +126,7 @@ void LoadCommands::DropFile(const std::string& path) {
 
 bool LoadCommands::LoadDataFile(const std::string& path) {
   if (window_.save.Loading || asking_) return false;
-  commands_.UnloadMyInfoFile();
+  commands_.look.UnloadMyInfoFile();
   window_.loadOptions = LoadOptions();
   return LoadWith(path, {});
 }
@@ -136,7 +135,7 @@ bool LoadCommands::LoadDataFile(const std::string& path) {
 void LoadCommands::LoadAsked(const LoadOptions& options, bool showPanel) {
   if (!CanLoad()) return;
   const bool infoWasShown = window_.view.InfoShown;
-  commands_.UnloadMyInfoFile();
+  commands_.look.UnloadMyInfoFile();
   window_.loadOptions = options;
   std::optional<std::string> file;
   {
@@ -147,7 +146,7 @@ void LoadCommands::LoadAsked(const LoadOptions& options, bool showPanel) {
   request.askChannels = [this](const ChannelQuestion& question) { return person_.ChooseChannels(question); };
   const bool loaded = file && LoadWith(*file, request);
   const bool withOffsets = window_.loadOptions.LoadLocalOffsets || window_.loadOptions.LoadFileOffsets;
-  if (loaded && withOffsets && infoWasShown) commands_.mnuDataFileInfo();
+  if (loaded && withOffsets && infoWasShown) commands_.look.mnuDataFileInfo();
   window_.loadOptions = LoadOptions();
 }
 

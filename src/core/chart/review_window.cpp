@@ -11,7 +11,7 @@ FrmReview::FrmReview(Session& session, int number, Person& person)
     : session_(session), commands_(session, window_), loads_(session, window_, commands_, person) {
   window_.Name = std::string(ChartWindow::kReviewName) + NumberText(std::int64_t{number});
   window_.view.Title = OwnTitle(window_);
-  commands_.UpdateAfterOptionsChange();
+  commands_.look.UpdateAfterOptionsChange();
 }
 
 void FrmReview::cmdSaveView() {

@@ -41,7 +41,7 @@ bool ChartRun::RunTheStart(const std::string& profile) {
   if (!CheckTiming()) return false;
   if (!MakeRoom()) return false;
   ShowModeStatus();
-  recorder_.commands.CloseChartViews();
+  recorder_.commands.view.CloseChartViews();
   if (!SetUpSound()) return false;  // before the old chart goes: a start that is refused leaves it on display
   ClearForNewRun();
   BuildMetadata();
@@ -61,7 +61,7 @@ bool ChartRun::RunTheStart(const std::string& profile) {
   window_.sound.ClearAccumulators();  // buffers counted while the run was not yet armed have given no reading
   run_.phase = RunPhase::Armed;
   ShowStarted();
-  recorder_.commands.ShowArrows();
+  recorder_.commands.look.ShowArrows();
   recorder_.images.RunStarted();
   return true;
 }
@@ -164,7 +164,7 @@ void ChartRun::ShowModeStatus() {
 }
 
 void ChartRun::ClearForNewRun() {
-  recorder_.commands.UnloadMyInfoFile();
+  recorder_.commands.look.UnloadMyInfoFile();
   window_.notations = Notations{};
   window_.header.source = DataFileHeader().source;
   window_.notes.clear();
@@ -224,8 +224,8 @@ void ChartRun::PrepareChart() {
     chart.ChannelName[channel] = session_.settings.channels.ChannelLabel[channel];
     window_.channelLabels[channel] = session_.settings.channels.ChannelLabel[channel];
   }
-  recorder_.commands.TakeLook();
-  recorder_.commands.ShowChartLegend();
+  recorder_.commands.look.TakeLook();
+  recorder_.commands.look.ShowChartLegend();
   chart.TimeMarker.reset();
   chart.CursorChannel = -1;
   chart.AutoScale = session_.settings.chart.AutoScale;
@@ -250,7 +250,6 @@ void ChartRun::BeginTracking() {
 void ChartRun::LogChartStarted() {
   session_.Add2SLog("Chart Started  " + FormatDate(recorder_.CalcTime(), "YYMMDDHHnnSS"));
   window_.chart.AutoScroll = true;
-  recorder_.commands.CheckScrollEnabled();
   run_.UpdateCount = 0;
 }
 
@@ -275,7 +274,7 @@ bool ChartRun::ConnectUds() {
 
 // The data source may have declared another number of channels than the table holds.
 void ChartRun::FollowChannelCount() {
-  if (run_.ChannelCount != run_.plan.ActiveChannels()) recorder_.commands.ShowChartLegend();
+  if (run_.ChannelCount != run_.plan.ActiveChannels()) recorder_.commands.look.ShowChartLegend();
 }
 
 void ChartRun::ShowStarted() {

@@ -25,13 +25,12 @@ void ChartRun::StopChart() {
   if (session_.settings.chart.AutoScale) window_.chart.AutoScale = true;
   recorder_.offsets.Close();
   AskToKeepOffsets();
-  recorder_.commands.RememberYMax();
-  recorder_.commands.cmdFullView();
+  recorder_.commands.view.RememberYMax();
+  recorder_.commands.view.cmdFullView();
   SaveAtStop();
   view_.Status.Say(view_.Status.Text() + "   Samples: " + NumberText(std::int64_t{run_.TotalSamples}));
   window_.chart.Mode = ChartMode::Browsing;
-  recorder_.commands.CheckScrollEnabled();
-  recorder_.commands.ShowArrows();
+  recorder_.commands.look.ShowArrows();
   recorder_.events.RunEnded();
   run_.phase = RunPhase::Idle;
 }
@@ -91,7 +90,7 @@ void ChartRun::LogRate() {
 }
 
 void ChartRun::ShowEnded() {
-  recorder_.commands.UnloadMyInfoFile();
+  recorder_.commands.look.UnloadMyInfoFile();
   view_.Status.Say("Ended:  " + recorder_.LocalTimeText());
 }
 

@@ -99,7 +99,7 @@ void MainWindow::MakeToolBar() {
       [this] { form_.Offsets().cmdOffset(); }, [this] { return StatesOf(window_).OffsetCommand; });
   AddButton(
       "cmdInfo", QStringLiteral("Info"), QStringLiteral("What the chart tells of itself"),
-      [this] { form_.Chart().mnuDataFileInfo(); }, [this] { return StatesOf(window_).InfoCommands; });
+      [this] { form_.Chart().look.mnuDataFileInfo(); }, [this] { return StatesOf(window_).InfoCommands; });
   AddButton(
       "cmdSaveView", QStringLiteral("Save View"), QStringLiteral("Save the stretch in view"),
       [this] { form_.cmdSaveView(); }, [this] { return StatesOf(window_).SaveView; });
@@ -155,22 +155,22 @@ void MainWindow::NewReview() {
 std::string MainWindow::ApplyViewToAll(const ChartViewEntry& entry) {
   std::string problem;
   bool shown = false;
-  const auto applyTo = [&](const ChartWindow& window, ChartCommands& commands) {
+  const auto applyTo = [&](const ChartWindow& window, ViewCommands& commands) {
     const std::string words = ApplyChartView(entry, window, commands);
     shown = shown || words.empty();
     if (problem.empty()) problem = words;
   };
-  applyTo(window_, form_.Chart());
+  applyTo(window_, form_.Chart().view);
   for (const QPointer<FormReview>& review : reviews_) {
-    if (review && review->isVisible()) applyTo(review->Review().Window(), review->Review().Chart());
+    if (review && review->isVisible()) applyTo(review->Review().Window(), review->Review().Chart().view);
   }
   return shown ? std::string() : problem;
 }
 
 void MainWindow::TakeLookEverywhere() {
-  form_.Chart().TakeLook();
+  form_.Chart().look.TakeLook();
   for (const QPointer<FormReview>& review : reviews_) {
-    if (review) review->Review().Chart().TakeLook();
+    if (review) review->Review().Chart().look.TakeLook();
   }
 }
 
@@ -201,11 +201,11 @@ void MainWindow::keyPressEvent(QKeyEvent* event) {
   } else if (key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down) {
     ScrollKey(key);
   } else if (event->modifiers().testFlag(Qt::ShiftModifier) && key == Qt::Key_F3) {
-    chart.ToggleStatusLine();
+    chart.look.ToggleStatusLine();
   } else if (event->modifiers().testFlag(Qt::ShiftModifier) && key == Qt::Key_F4) {
-    chart.ShowAddress();
+    chart.look.ShowAddress();
   } else if (event->modifiers().testFlag(Qt::ShiftModifier) && key == Qt::Key_F5) {
-    chart.ShowLastMessage();
+    chart.look.ShowLastMessage();
   } else {
     return QMainWindow::keyPressEvent(event);
   }
@@ -214,10 +214,10 @@ void MainWindow::keyPressEvent(QKeyEvent* event) {
 
 void MainWindow::ScrollKey(int key) {
   ChartCommands& chart = form_.Chart();
-  if (key == Qt::Key_Left) chart.ScrollLeft();
-  if (key == Qt::Key_Right) chart.ScrollRight();
-  if (key == Qt::Key_Up) chart.ScrollUp();
-  if (key == Qt::Key_Down) chart.ScrollDown();
+  if (key == Qt::Key_Left) chart.view.ScrollLeft();
+  if (key == Qt::Key_Right) chart.view.ScrollRight();
+  if (key == Qt::Key_Up) chart.view.ScrollUp();
+  if (key == Qt::Key_Down) chart.view.ScrollDown();
 }
 
 void MainWindow::RestoreGeometry() {
