@@ -120,7 +120,7 @@ class LiveRun {
     station.uds.PushesEvery(10ms);
     station.Set("MaxArrayCount", 2 * samples).Set("MaxDuration", 100).Set("DiskBackUp", false).StartChart();
     station.RunForSets(samples);
-    station.Form().Chart().cmdFullView();
+    station.Form().Chart().view.cmdFullView();
   }
 
   /// Processor time of three seconds of recording, which take as long on the wall, with the window looking at it thirty

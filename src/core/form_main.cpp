@@ -1,5 +1,6 @@
 #include "core/form_main.h"
 
+#include "core/chart/command_states.h"
 #include "core/run/observer_entries.h"
 #include "core/station/command_runner.h"
 #include "core/station/start_up.h"
@@ -61,7 +62,7 @@ void FormMain::MaxedOut(MaxedOutMode mode) {
 
 void FormMain::Escape() {
   recorder_.average.StopAvgSampling();
-  recorder_.commands.ClearValueDisplay();
+  recorder_.commands.look.ClearValueDisplay();
   recorder_.window.run.AbortFlag = true;
   recorder_.window.run.CancelSchedule = true;
 }
@@ -85,7 +86,7 @@ void FormMain::EnterMode(SessionMode mode) {
   static constexpr ModeWords kWords[] = {{SessionMode::StandAlone, " Enter Stand Alone Mode ", "  Stand Alone "},
                                          {SessionMode::Server, " Enter Server Mode ", "  Server Mode "},
                                          {SessionMode::Client, " Enter Client Mode ", "  Client Chart "}};
-  if (!recorder_.window.view.ModeMenus) {
+  if (!StatesOf(recorder_.window).ModeMenus) {
     session_.Add2SLog("The mode stays as it is while a chart runs.");
     return;
   }

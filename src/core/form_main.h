@@ -45,9 +45,6 @@ class FormMain final : public RunControl {
   /// Asks the program to end: ends every wait and the run. The caller then leaves its loop and calls Form_Unload.
   void RequestEnd();
 
-  /// True once the program was asked to end.
-  bool EndRequested() const { return recorder_.window.run.EndRequested; }
-
   /// A person wants the program to end: RequestEnd, unless the person takes it back when asked. Yields.
   void mnuExit();
 
@@ -85,9 +82,6 @@ class FormMain final : public RunControl {
 
   /// The charts that lie in the recovery folder.
   RecoveredCharts& Recovered() { return recovered_; }
-
-  /// Shows a text in the status line for as long as such messages stand.
-  void ShowStatus(const std::string& text);
 
   /// The one button: starts a chart, or stops the one that runs. Yields.
   void cmdStart();

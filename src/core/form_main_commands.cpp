@@ -1,3 +1,4 @@
+#include "core/chart/command_states.h"
 #include "core/form_main.h"
 #include "files/backup_source.h"
 #include "files/saving.h"
@@ -6,7 +7,7 @@
 namespace tarvolt {
 
 void FormMain::cmdStart() {
-  if (!recorder_.window.view.cmdStart) return;
+  if (!StatesOf(recorder_.window).cmdStart) return;
   if (recorder_.window.run.Starting()) return Escape();
   if (!recorder_.window.run.ChartRunning()) return StartChart("");
   StopChart();
@@ -14,7 +15,7 @@ void FormMain::cmdStart() {
 
 void FormMain::mnuSave() {
   ChartWindow& window = recorder_.window;
-  if (window.run.Starting() || window.run.Stopping() || window.save.Loading) return;
+  if (!StatesOf(window).mnuSave) return;
   if (window.run.ChartRunning() && LastIndexOfRun(session_, window) < 2) {
     session_.Tell("Tarvolt", "There is not enough data to save.");
     return;
@@ -28,13 +29,7 @@ void FormMain::mnuSave() {
 }
 
 void FormMain::cmdSaveView() {
-  ChartWindow& window = recorder_.window;
-  if (window.chart.Count() == 0 || window.run.Starting() || window.run.Stopping() || window.save.Loading) return;
-  SaveView(session_, window);
-}
-
-void FormMain::ShowStatus(const std::string& text) {
-  recorder_.window.view.Status.Hold(text);
+  if (StatesOf(recorder_.window).SaveView) SaveView(session_, recorder_.window);
 }
 
 }  // namespace tarvolt

@@ -126,13 +126,13 @@ void NoteSaved(Session& session, ChartWindow& window, const std::filesystem::pat
   const std::string fileName = name.filename().string();
   window.view.Status.Say(reload ? "Reload " + fileName + " to View " : " Saved " + fileName);
   session.Add2SLog(" Saved " + name.string());
-  if (!window.save.keeping.Mini) window.view.InfoCommands = true;
   AddRecentSaved(session.recent, name.string());
   session.store.SaveSetting(Section::Settings, "LastLoadDir", name.parent_path().string());
   DoAutoTitle(session, window);
   if (window.save.ViewSaveActive) return;  // a stretch of the log is not the log
   window.run.DataNeedsSave = false;
   window.save.FailedSave.clear();
+  window.save.LogSaved = true;
   window.save.SavedAs = name;
 }
 
@@ -180,13 +180,10 @@ SaveOutcome SaveDataFile(Session& session, ChartWindow& window, const std::files
 SaveOutcome SaveView(Session& session, ChartWindow& window) {
   if (window.chart.Count() == 0 || window.save.ViewSaveActive) return SaveOutcome::Unsaved;
   const DataFileHeader header = window.header;
-  const bool start = window.view.cmdStart;
-  window.view.cmdStart = false;
   window.save.ViewSaveActive = true;
   const SaveOutcome outcome = SaveIfWanted(session, window, SaveReason::Asked, true);
   window.save.ViewSaveActive = false;
   window.header = header;
-  window.view.cmdStart = start;
   return outcome;
 }
 

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "display/chart_look.h"
 #include "display/chart_steps.h"
@@ -29,6 +30,7 @@ struct SaveState {
   bool NameCancelled = false;        ///< a person cancelled the name of a save
   std::int32_t FirstViewIndex = 0;   ///< first sample index to write
   std::int32_t LastSaveIndex = 0;    ///< last sample index to write
+  bool LogSaved = false;             ///< a log of the run has been saved
   std::filesystem::path SavedAs;     ///< the file that this log was saved to; empty before that
   std::filesystem::path FailedSave;  ///< the name whose save failed last: told once, not at each try
   std::string PendingNotes;          ///< the notes as they were when the chart started
@@ -46,6 +48,8 @@ struct ChartViews {
 
 /// What one window owns.
 struct ChartWindow {
+  static constexpr std::string_view kReviewName = "rform";  ///< and a number
+
   std::string Name = "form1";
   SessionMode Mode = SessionMode::StandAlone;
   RunState run;
@@ -62,6 +66,9 @@ struct ChartWindow {
   SaveState save;
   LoadOptions loadOptions;
   WindowState view;
+
+  /// True for a window that shows loaded charts and records none.
+  bool IsReview() const { return Name.starts_with(kReviewName); }
 
   /// True while no run is on and none is being started, ended or loaded.
   bool AtRest() const { return run.phase == RunPhase::Idle && !save.Loading; }

@@ -64,6 +64,7 @@ struct SoundGaps {
 /// calibration and the data source.
 struct SoundState {
   bool BufferBusy = false;           ///< a buffer is being worked on
+  bool Awaited = false;              ///< a start waits for the first buffer
   bool MeasuringBackground = false;  ///< the background is not subtracted
 
   /// Index 1, 2, 3: sums of the Peak, Average and Power readings since the last read of the channels. The others are

@@ -7,35 +7,23 @@
 
 namespace tarvolt {
 
-/// What a person would see of a window, as data. Rules write it; forms and tests read it.
+/// What a person would see of a window, as data. Rules write it; forms and tests read it. What can be chosen follows
+/// from the rest of the window and is not kept.
 struct WindowState {
   std::string Title;
   StatusLine Status;
-  std::string LeftStatus;                            ///< rate and samples
-  std::string RightStatus;                           ///< log time
-  std::string ValueLabel;                            ///< LBLCHVAL; empty when hidden
-  std::string StartCaption = "&Start Chart";         ///< cmdStart
-  std::string StartMenuCaption = "Start New Chart";  ///< mnuStartChart
-  bool cmdStart = true;
-  bool ModeMenus = true;              ///< mnuStandAlone, mnuServer, mnuClient
-  bool SaveCommands = false;          ///< save, save view, export
-  bool LoadCommands = true;           ///< load and import
-  bool InfoCommands = false;          ///< mnuDataFileInfo, cmdInfo
-  bool OffsetCommand = false;         ///< cmdOffset
-  bool ToolCommands = false;          ///< commands that rewrite the store
-  bool ScheduleCommand = true;        ///< mnuSked
+  std::string LeftStatus;             ///< rate and samples
+  std::string RightStatus;            ///< log time
+  std::string ValueLabel;             ///< LBLCHVAL; empty when hidden
   bool mnuRecallXY = false;           ///< there is a remembered range
   bool mnuChannelVisibility = false;  ///< more than one channel is on display
   bool ArrowsShown = false;           ///< the scroll and step buttons
-  bool ArrowsActive = true;           ///< they work on a chart that does not follow its run
   bool ChartViewShown = false;        ///< FormChartView
   bool InfoShown = false;             ///< FormFileInfo
   int InfoOpenings = 0;               ///< how often it was asked for: each shows the chart as it is then
   bool StatusBarShown = true;
 
-  std::string AutoScrollTip = "Auto-Scroll Disabled - Click to Enable";  ///< cmdAutoScrollEnable
-  std::string AutoScaleTip = "Auto-Scale Enabled - Click to Disable";    ///< cmdAutoScale
-  std::array<std::string, 8> Legend;                                     ///< a name a channel
+  std::array<std::string, 8> Legend;  ///< a name a channel
 
   // The offset frame.
   bool OffsetFrameShown = false;

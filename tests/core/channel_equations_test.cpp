@@ -229,7 +229,7 @@ TEST_F(EquationsOnAChart, TellWhenTheChangedChartIsNotSaved) {
 }
 
 TEST_F(EquationsOnAChart, TheirStatusIsNotTakenOffWithAnOlderMessage) {
-  station.Form().ShowStatus("an old message");
+  station.Form().Chart().look.ShowStatus("an old message");
   Apply();
   const std::string shown = station.View().Status.Text();
   station.RunFor(130s);

@@ -29,17 +29,17 @@ class LookingBack : public testing::Test {
 TEST_F(LookingBack, NeverHoldsTheRecordingUpAndOneClickFollowsAgain) {
   EXPECT_NEAR(Chart().XAxisMax, Newest(), 0.2 / 86400);
   EXPECT_NEAR(Width(), 10, 1e-3);
-  Commands().ScrollLeft();
+  Commands().view.ScrollLeft();
   const double left = Chart().XAxisMin;
   EXPECT_EQ(station.View().Status.Text(), "Drag Mode - Plot Button Resumes");
   EXPECT_EQ(Chart().Mode, ChartMode::Browsing);
-  EXPECT_EQ(station.View().AutoScrollTip, "Auto-Scroll Disabled - Click to Enable");
+  EXPECT_EQ(station.States().AutoScrollTip, "Auto-Scroll Disabled - Click to Enable");
   station.RunForSets(1300);
   EXPECT_EQ(Chart().XAxisMin, left) << "the view stays";
   EXPECT_EQ(Chart().Count(), 1300) << "the recording goes on";
   EXPECT_EQ(station.View().Status.Text(), "Press Plot Button to Re-enable");
-  Commands().IncX();
-  Commands().cmdAutoScrollEnable();
+  Commands().view.IncX();
+  Commands().view.cmdAutoScrollEnable();
   EXPECT_EQ(Chart().XAxisMax, Newest());
   EXPECT_NEAR(Width(), 10, 1e-3) << "over the chart's width again";
   EXPECT_EQ(Chart().Mode, ChartMode::Tracking);
@@ -52,12 +52,12 @@ TEST_F(LookingBack, NeverHoldsTheRecordingUpAndOneClickFollowsAgain) {
 
 TEST_F(LookingBack, FullViewIsAllSamplesAndCanBeLeftAgain) {
   const double left = Chart().XAxisMin;
-  Commands().cmdFullView();
+  Commands().view.cmdFullView();
   EXPECT_EQ(Chart().XAxisMin, Chart().GetTime(0));
   EXPECT_EQ(Chart().YAxisMin, -999);
   EXPECT_EQ(Chart().YAxisMax, 999);
   EXPECT_EQ(station.Form().Window().views.fvMaxX, Newest());
-  Commands().RestoreFullView();
+  Commands().view.RestoreFullView();
   EXPECT_EQ(Chart().XAxisMin, left);
   station.StopChart();
   EXPECT_EQ(Chart().XAxisMin, Chart().GetTime(0)) << "a stop goes to the full view";
@@ -65,36 +65,36 @@ TEST_F(LookingBack, FullViewIsAllSamplesAndCanBeLeftAgain) {
 }
 
 TEST_F(LookingBack, ScalingByHandEndsAutoScaleAndComesBack) {
-  Commands().IncY();
+  Commands().view.IncY();
   EXPECT_FALSE(Chart().AutoScale);
-  EXPECT_EQ(station.View().AutoScaleTip, "Auto-Scale Disabled - Click to Enable");
+  EXPECT_EQ(station.States().AutoScaleTip, "Auto-Scale Disabled - Click to Enable");
   const double top = Chart().YAxisMax;
   station.RunForSets(1100);
   EXPECT_EQ(Chart().YAxisMax, top);
-  Commands().cmdAutoScale();
+  Commands().view.cmdAutoScale();
   EXPECT_EQ(Chart().YAxisMax, 1099);
-  Commands().mnuSetYminToZero();
+  Commands().view.mnuSetYminToZero();
   EXPECT_EQ(Chart().YAxisMin, 0);
-  Commands().mnuRestoreXYtoDefaults();
+  Commands().view.mnuRestoreXYtoDefaults();
   EXPECT_EQ(Chart().YAxisMax, 10000);
 }
 
 TEST_F(LookingBack, TheCursorReadsTheNearestSampleOfTheNearestChannel) {
-  Commands().cmdCursor();
+  Commands().cursor.cmdCursor();
   const double time = Chart().GetTime(950);
-  Commands().MoveCursor(time + 0.01 / 86400, -900);
+  Commands().cursor.MoveCursor(time + 0.01 / 86400, -900);
   EXPECT_EQ(Chart().CursorChannel, 1);
   EXPECT_EQ(Chart().CursorY, -950);
   EXPECT_NE(station.View().Status.Text().find("    Y : -950.000    Sample: 950"), std::string::npos)
       << station.View().Status.Text();
-  Commands().mnuSetTimeMarker();
-  Commands().MoveCursor(Chart().GetTime(940), 900);
+  Commands().cursor.mnuSetTimeMarker();
+  Commands().cursor.MoveCursor(Chart().GetTime(940), 900);
   EXPECT_NE(station.View().Status.Text().find("    From Time Marker: -00:00:01.000"), std::string::npos)
       << station.View().Status.Text();
-  Commands().mnuVisCH(0);
-  Commands().MoveCursor(time, 900);
+  Commands().look.mnuVisCH(0);
+  Commands().cursor.MoveCursor(time, 900);
   EXPECT_EQ(Chart().CursorChannel, 1) << "a hidden channel is not read";
-  Commands().cmdCursor();
+  Commands().cursor.cmdCursor();
   EXPECT_EQ(Chart().Mode, ChartMode::Tracking) << "a chart that follows its run goes on with it";
 }
 
@@ -103,31 +103,32 @@ TEST_F(LookingBack, AViewByNumbersIsCheckedBeforeItIsShown) {
   entry.from = "12:00:30";
   entry.byWidth = true;
   entry.width = "20";
-  EXPECT_EQ(ApplyChartView(entry, station.Form().Window(), Commands()), "");
+  EXPECT_EQ(ApplyChartView(entry, station.Form().Window(), Commands().view), "");
   EXPECT_NEAR(Width(), 20, 1e-3);
   EXPECT_EQ(FormatDate(Chart().XAxisMin, "hh:nn:ss"), "12:00:30");
   EXPECT_EQ(Chart().Mode, ChartMode::Browsing);
   for (const char* width : {"", "0", "-3", "1e400", "ten"}) {
     entry.width = width;
-    EXPECT_EQ(ApplyChartView(entry, station.Form().Window(), Commands()),
+    EXPECT_EQ(ApplyChartView(entry, station.Form().Window(), Commands().view),
               "The width must be a number of seconds above 0.");
   }
   entry.byWidth = false;
   entry.to = "12:00:10";
-  EXPECT_EQ(ApplyChartView(entry, station.Form().Window(), Commands()), "The chart view must end after it starts.");
+  EXPECT_EQ(ApplyChartView(entry, station.Form().Window(), Commands().view),
+            "The chart view must end after it starts.");
   entry.to = "noon";
-  EXPECT_NE(ApplyChartView(entry, station.Form().Window(), Commands()), "");
+  EXPECT_NE(ApplyChartView(entry, station.Form().Window(), Commands().view), "");
   EXPECT_NEAR(Width(), 20, 1e-3) << "a wrong entry changes nothing";
   entry.to = ChartViewEntry::kEndOfData;
   entry.from = ChartViewEntry::kStartOfData;
   entry.specifyY = true;
   entry.yLow = "5";
   entry.yHigh = "1";
-  EXPECT_EQ(ApplyChartView(entry, station.Form().Window(), Commands()),
+  EXPECT_EQ(ApplyChartView(entry, station.Form().Window(), Commands().view),
             "The top of the chart view must be above its bottom.");
   entry.yHigh = "50";
   station.StopChart();
-  EXPECT_EQ(ApplyChartView(entry, station.Form().Window(), Commands()), "");
+  EXPECT_EQ(ApplyChartView(entry, station.Form().Window(), Commands().view), "");
   EXPECT_EQ(Chart().XAxisMin, WholeDay(Chart().GetTime(0))) << "the start of the data is the start of its day";
   EXPECT_EQ(Chart().YAxisMax, 50);
 }
@@ -136,10 +137,10 @@ TEST(ChartView, NeedsFiveSamples) {
   Station station;
   station.StartChart();
   station.RunForSets(4);
-  EXPECT_EQ(ApplyChartView(ChartViewEntry(), station.Form().Window(), station.Form().Chart()),
+  EXPECT_EQ(ApplyChartView(ChartViewEntry(), station.Form().Window(), station.Form().Chart().view),
             "Not enough data loaded for Manual Chart View entry.");
   station.RunForSets(5);
-  EXPECT_EQ(ApplyChartView(ChartViewEntry(), station.Form().Window(), station.Form().Chart()), "");
+  EXPECT_EQ(ApplyChartView(ChartViewEntry(), station.Form().Window(), station.Form().Chart().view), "");
 }
 
 TEST(Offsets, AButtonHeldDownGoesEverFasterAndCountsForLaterSamplesAlone) {
@@ -218,6 +219,7 @@ TEST(FileSave, DuringARunSavesTheLogAndBeginsANewOne) {
   station.RunForSets(20);
   station.Form().mnuSave();
   EXPECT_TRUE(station.Running()) << "whatever Continuous says";
+  EXPECT_TRUE(station.States().InfoCommands) << "there is a file to tell of";
   EXPECT_EQ(station.Form().Window().chart.Count(), 0);
   ASSERT_EQ(station.FilesSaved().size(), 1u);
   EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]), Ramp(20));
@@ -235,6 +237,7 @@ TEST(Stopping, ARunIsNotStartedFromInsideTheQuestionOfItsStop) {
   bool asked = false;
   station.host.dialogs.whileAsking = [&](const SimDialogs::Box& box) {
     asked = asked || box.title == "Offsets Changed";
+    EXPECT_FALSE(station.States().cmdStart) << box.title;
     station.Form().StartChart("");
     station.Form().mnuSave();
   };

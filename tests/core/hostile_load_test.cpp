@@ -3,6 +3,7 @@
 #include <cmath>
 #include <limits>
 
+#include "core/chart/command_states.h"
 #include "core/chart/load_data.h"
 #include "display/column_reduction.h"
 #include "files/desk.h"
@@ -27,7 +28,7 @@ struct HostileLoads : testing::Test {
     EXPECT_FALSE(window.save.Loading);
     EXPECT_EQ(window.run.ChannelCount, window.chart.ChannelCount());
     EXPECT_EQ(window.run.Dcount, window.chart.Count());
-    EXPECT_EQ(window.view.SaveCommands, window.save.keeping.LoadedFromFile);
+    EXPECT_EQ(StatesOf(window).SaveView, window.chart.Count() > 0);
     EXPECT_LE(window.notations.count, Notations::kSlots - 1);
     for (int channel = 0; channel < window.chart.ChannelCount(); ++channel)
       ReduceToColumns(window.chart, channel,
@@ -90,7 +91,7 @@ TEST_F(HostileLoads, ARefusedFileLeavesTheChartAsItWas) {
     EXPECT_EQ(window.chart.TimeMarker, 40001);
     EXPECT_EQ(window.channelLabels[0], "Power");
     EXPECT_EQ(window.notes, "of the chart");
-    EXPECT_TRUE(window.run.DataNeedsSave && window.save.keeping.LoadedFromFile && window.view.ToolCommands);
+    EXPECT_TRUE(window.run.DataNeedsSave && window.save.keeping.LoadedFromFile && StatesOf(window).ToolCommands);
     EXPECT_EQ(window.view.Title, title);
     EXPECT_EQ(window.view.Status.Text(), status);
   }

@@ -101,7 +101,7 @@ TEST_F(Loads, TheWindowShowsTheWholeChartAndItsNotations) {
   EXPECT_EQ(window.view.LeftStatus, "Data Sec/Sample 86636.555");
   EXPECT_FALSE(window.view.mnuRecallXY);
   EXPECT_TRUE(window.chart.NotationsShown);
-  station.Form().Chart().mnuShowChartNotations();
+  station.Form().Chart().look.mnuShowChartNotations();
   EXPECT_FALSE(window.chart.NotationsShown);
   Commands().mnuRecentLoaded(0);
   EXPECT_TRUE(window.chart.NotationsShown) << "each load shows them";
@@ -165,8 +165,8 @@ TEST_F(Loads, AnOptionsChangeInTheMiddleOfALoadLeavesItsChannels) {
   };
   FrmReview review(station.TheSession(), 1, person);
   station.host.loop.Post([&] {
-    review.Chart().UpdateAfterOptionsChange();
-    station.host.loop.Post([&] { review.Chart().UpdateAfterOptionsChange(); });
+    review.Chart().look.UpdateAfterOptionsChange();
+    station.host.loop.Post([&] { review.Chart().look.UpdateAfterOptionsChange(); });
   });
   ASSERT_TRUE(review.LoadDataFile(kFile));
   station.host.loop.Post(change);

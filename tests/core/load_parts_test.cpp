@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "core/chart/command_states.h"
 #include "core/chart/load_data.h"
 #include "files/desk.h"
 #include "files/raw_file.h"
@@ -132,7 +133,7 @@ TEST_F(PartialLoads, AnEmptySelectionEndsTheLoadAndLeavesTheChart) {
   EXPECT_EQ(desk.window.channelLabels[1], "Green");
   EXPECT_EQ(desk.window.view.Title, title);
   EXPECT_EQ(Status(), status);
-  EXPECT_TRUE(desk.window.view.SaveCommands);
+  EXPECT_TRUE(StatesOf(desk.window).SaveView);
   EXPECT_FALSE(desk.window.save.Loading);
 }
 

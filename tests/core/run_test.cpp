@@ -25,14 +25,12 @@ TEST(Run, PushedSetsBecomeSamplesOfTheirChannels) {
   EXPECT_EQ(station.Run().chartState(), ChartState::Armed);
   station.RunForSets(50);
   EXPECT_EQ(station.Run().chartState(), ChartState::Running);
-  EXPECT_EQ(station.View().StartCaption, "&Stop Chart");
-  EXPECT_FALSE(station.View().ModeMenus);
+  EXPECT_EQ(station.States().StartCaption, "&Stop Chart");
   const std::vector<Sample> samples = StoredSamples(station);
   ASSERT_EQ(samples.size(), 50u);
   for (int i = 0; i < 50; ++i) EXPECT_EQ(samples[i].values, (std::vector<double>{1.0 * i, -1.0 * i}));
   station.StopChart();
-  EXPECT_EQ(station.View().StartCaption, "&Start Chart");
-  EXPECT_TRUE(station.View().ModeMenus);
+  EXPECT_EQ(station.States().StartCaption, "&Start Chart");
   ASSERT_EQ(station.FilesSaved().size(), 1u);
   EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]), Ramp(50));
   EXPECT_TRUE(station.Logged(" Chart Stopped (Avg Rate .1)")) << station.Log();
@@ -166,7 +164,7 @@ TEST(Run, RefusalsAreToldAndLeaveTheProgramIdle) {
     station.Set("UDSpush", false).Set(key, value).StartChart();
     EXPECT_TRUE(station.host.dialogs.HasShown(words)) << key;
     EXPECT_FALSE(station.Running()) << key;
-    EXPECT_TRUE(station.View().cmdStart && station.View().ModeMenus) << key;
+    EXPECT_TRUE(station.States().cmdStart && station.States().ModeMenus) << key;
     EXPECT_EQ(station.TheSession().store.GetSetting(Section::Settings, "LocalRun"), "OK") << key;
     station.RunFor(60s);
     EXPECT_TRUE(station.FilesSaved().empty()) << key;
@@ -201,7 +199,7 @@ TEST(Run, APolledSourceThatFallsSilentHoldsTheReadUntilTheEndIsAskedFor) {
   station.uds.FallsSilentAt(20);
   station.Set("UDSpush", false).StartChart();
   station.host.loop.After(1min, [&] { station.Form().RequestEnd(); });
-  station.host.loop.RunUntil([&] { return station.Form().EndRequested(); }, 5min);
+  station.host.loop.RunUntil([&] { return station.Run().EndRequested; }, 5min);
   station.RunFor(1s);
   EXPECT_FALSE(station.Running());
   ASSERT_EQ(station.FilesSaved().size(), 1u);

@@ -14,7 +14,7 @@ class ClosingTheWindow : public testing::Test {
   }
   bool Ends() {
     station.Form().mnuExit();
-    return station.Form().EndRequested();
+    return station.Run().EndRequested;
   }
   SimDialogs& Dialogs() { return station.host.dialogs; }
 

@@ -82,13 +82,18 @@ TEST_F(SoundRun, AMonoStreamServesBothSidesAndCorrelationIsOfTheLastFrame) {
 TEST_F(SoundRun, EscapeEndsTheWaitForSound) {
   station.host.sound.Stall(kCard);
   station.Boot();
-  station.host.loop.After(30s, [&] { station.Form().Escape(); });
+  station.host.loop.After(30s, [&] {
+    EXPECT_FALSE(station.States().cmdStart || station.States().ModeMenus);
+    station.Form().EnterMode(SessionMode::Server);
+    station.Form().Escape();
+  });
   station.StartChart();
   EXPECT_FALSE(station.Running());
+  EXPECT_EQ(station.Form().Window().Mode, SessionMode::StandAlone);
   EXPECT_TRUE(station.host.dialogs.HasShown("No sound was detected from:\n\n" + std::string(kCard) +
                                             "\n\nCheck your input and you mixer settings."));
   EXPECT_EQ(station.View().Status.Text(), "Start Aborted");
-  EXPECT_TRUE(station.View().cmdStart);
+  EXPECT_TRUE(station.States().cmdStart);
   EXPECT_EQ(station.host.sound.OpenNow(), 0);
 }
 

@@ -116,6 +116,7 @@ TEST(Unsaved, AStartThatSoundRefusesLeavesTheOldChart) {
   station.StopChart();
   station.Set("Dsrc0", 1).Set("Dsrc1", 0).Set("SoundCardName", "loop:/nowhere.wav").StartChart();
   EXPECT_FALSE(station.Running());
+  EXPECT_TRUE(station.States().ToolCommands && station.States().InfoCommands) << "what can be done with it stays";
   EXPECT_EQ(station.Form().Window().chart.Count(), 40);
 }
 

@@ -335,7 +335,7 @@ TEST(MainWindowObserverLog, OpensOnceAndIsSettledBeforeTheProgramEnds) {
   station.host.dialogs.AnswerNext(Answer::Cancel);
   window->close();
   Settle();
-  EXPECT_FALSE(station.Form().EndRequested());
+  EXPECT_FALSE(station.Run().EndRequested);
   const int questions = station.host.dialogs.Questions();
 
   // Ended by a signal: nobody is asked, and the text is in its file.

@@ -109,7 +109,7 @@ TEST(LookDialogs, InformationOfTheChartIsShownUntilItGoes) {
 TEST(LookDialogs, FontsAreKeptOnOkAlone) {
   Desk desk;
   desk.station.TheSession().store.SaveSetting(Section::Settings, "TitleFontSize", "18");
-  desk.station.Form().Chart().TakeLook();
+  desk.station.Form().Chart().look.TakeLook();
   Desk::WithNextDialog([](QWidget& dialog) {
     EXPECT_EQ(dialog.objectName(), "FormFonts");
     EXPECT_EQ(dialog.findChild<QPushButton*>("TitleFont")->text(), "Arial, 18 pt");

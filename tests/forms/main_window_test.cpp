@@ -291,7 +291,7 @@ TEST(MainWindow, ClosingItEndsTheRunAndSaves) {
   desk.station.host.dialogs.AnswerNext(Answer::Yes);
   desk.window->close();
   desk.Settle();
-  EXPECT_TRUE(desk.station.Form().EndRequested());
+  EXPECT_TRUE(desk.station.Run().EndRequested);
   EXPECT_FALSE(desk.station.Running());
   EXPECT_EQ(desk.station.FilesSaved().size(), 1u);
 }

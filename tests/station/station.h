@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/chart/command_states.h"
 #include "core/form_main.h"
 #include "sim/sim_host.h"
 #include "sim/uds_peer.h"
@@ -70,6 +71,7 @@ class Station {
   Session& TheSession() { return *session_; }
   const RunState& Run() const { return form_->Window().run; }
   const WindowState& View() const { return form_->Window().view; }
+  CommandStates States() const { return StatesOf(form_->Window()); }
   bool Running() const { return form_ && form_->Window().run.ChartRunning(); }
 
   /// Data files outside the recovery folder, without the backup, in order of their names.

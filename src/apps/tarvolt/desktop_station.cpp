@@ -27,9 +27,9 @@ int DesktopStation::Run() {
   dialogs_.SetParent(window_.get());
   window_->show();
   int result = ObeyOptions(form_, session_, options_);
-  if (result == kSuccess && !form_.EndRequested()) StartAsAsked();
+  if (result == kSuccess && !form_.Window().run.EndRequested) StartAsAsked();
   const bool stays = result == kSuccess || !IsUnattended();  // a person reads in the window what is wrong
-  while (stays && !form_.EndRequested()) session_.host.loop.Yield();
+  while (stays && !form_.Window().run.EndRequested) session_.host.loop.Yield();
   form_.Form_Unload();
   if (form_.HasUnsavedSamples()) result = kFailed;
   window_.reset();

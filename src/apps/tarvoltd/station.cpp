@@ -36,7 +36,7 @@ int Station::Run() {
   StartTimers();
   form_.Form_Load("");
   int result = ObeyOptions(form_, session_, options_);
-  if (result == kSuccess && !form_.EndRequested()) result = Record();
+  if (result == kSuccess && !form_.Window().run.EndRequested) result = Record();
   form_.Form_Unload();
   EndTimers();
   return form_.HasUnsavedSamples() ? kFailed : result;
@@ -57,7 +57,7 @@ int Station::Record() {
     endTimer_->SetInterval(RoundToInt32(options_.seconds * 1000));
     endTimer_->SetEnabled(true);
   }
-  while (!form_.EndRequested()) {
+  while (!form_.Window().run.EndRequested) {
     session_.host.loop.Yield();
     if (options_.start && !form_.Window().run.ChartRunning()) break;
   }

@@ -4,6 +4,7 @@
 #include "commands.h"
 #include "core/chart/chart_view_entry.h"
 #include "core/chart/load_data.h"
+#include "core/chart/look_commands.h"
 #include "display/column_reduction.h"
 #include "forms/plot/chart_picture.h"
 #include "host/disk_path.h"

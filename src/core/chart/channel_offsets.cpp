@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "core/chart/command_states.h"
 #include "text/number.h"
 #include "timebase/time_stamp.h"
 
@@ -32,7 +33,7 @@ ChannelOffsets::ChannelOffsets(Session& session, ChartWindow& window)
 
 void ChannelOffsets::cmdOffset() {
   if (window_.view.OffsetFrameShown) return Close();
-  if (!window_.view.OffsetCommand) return;
+  if (!StatesOf(window_).OffsetCommand) return;
   window_.view.OffsetFrameShown = true;
   UpdateChannelOffsetControls();
 }

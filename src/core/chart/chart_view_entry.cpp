@@ -80,7 +80,7 @@ std::string ValuesOK(const ChartViewEntry& entry, const StripChart& chart, Chart
   return problem.empty() ? ReadY(entry, request) : problem;
 }
 
-std::string ApplyChartView(const ChartViewEntry& entry, const ChartWindow& window, ChartCommands& commands) {
+std::string ApplyChartView(const ChartViewEntry& entry, const ChartWindow& window, ViewCommands& commands) {
   ChartViewRequest request;
   const std::string problem = ValuesOK(entry, window.chart, request);
   if (!problem.empty()) return problem;

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "core/chart/chart_commands.h"
+#include "core/chart/view_commands.h"
 
 namespace tarvolt {
 
@@ -28,6 +28,6 @@ ChartViewEntry DescribeView(const ChartWindow& window, double widthSeconds);
 std::string ValuesOK(const ChartViewEntry& entry, const StripChart& chart, ChartViewRequest& request);
 
 /// Shows the view. What is wrong in words; empty when it is shown.
-std::string ApplyChartView(const ChartViewEntry& entry, const ChartWindow& window, ChartCommands& commands);
+std::string ApplyChartView(const ChartViewEntry& entry, const ChartWindow& window, ViewCommands& commands);
 
 }  // namespace tarvolt

@@ -5,6 +5,7 @@
 
 #include "automation/channel_equations/default_equations.h"
 #include "core/chart/apply_function.h"
+#include "core/chart/command_states.h"
 #include "files/backup_source.h"
 #include "text/number.h"
 
@@ -31,7 +32,7 @@ EquationCommands::EquationCommands(Recorder& recorder, std::function<void()> sav
 bool EquationCommands::CanApplyFunction() const {
   constexpr std::int32_t kIndexToExceed = 4;  // of the newest sample of a run that has ended
   const bool hasSamples = window_.save.keeping.LoadedFromFile || window_.run.Dcount > kIndexToExceed;
-  return window_.AtRest() && window_.view.ToolCommands && hasSamples;
+  return StatesOf(window_).ToolCommands && hasSamples;
 }
 
 void EquationCommands::mnuChannelEquations() {
@@ -68,7 +69,7 @@ void EquationCommands::mnuApplyFunction() {
   if (!MayGoOn()) return Refuse(kTitle, kInUse);
   const Outcome applied = ApplyFunction(session_, window_, recorder_.equations, set, *added);
   if (!applied) return Refuse(kTitle, applied.Words());
-  recorder_.commands.ShowChartLegend();
+  recorder_.commands.look.ShowChartLegend();
   SaveChanged();
 }
 

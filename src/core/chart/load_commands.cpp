@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <utility>
 
+#include "core/chart/command_states.h"
 #include "core/run/average_rate.h"
 #include "model/scoped_flag.h"
 #include "text/number.h"
@@ -41,11 +42,10 @@ bool LoadAndShow(Session& session, ChartWindow& window, ChartCommands& commands,
   const LoadOutcome outcome = LoadData(session, window, path, all, request, makeRoom);
   if (outcome == LoadOutcome::Refused) return false;
   ShowRate(window);
-  commands.cmdFullView();
-  commands.ShowChartLegend();
-  commands.ShowArrows();
-  commands.CheckScrollEnabled();
-  commands.CloseChartViews();
+  commands.view.cmdFullView();
+  commands.look.ShowChartLegend();
+  commands.look.ShowArrows();
+  commands.view.CloseChartViews();
   return outcome == LoadOutcome::Loaded;
 }
 
@@ -68,7 +68,7 @@ LoadCommands::LoadCommands(Session& session, ChartWindow& window, ChartCommands&
     : session_(session), window_(window), commands_(commands), person_(person), makeRoom_(std::move(makeRoom)) {}
 
 bool LoadCommands::CanLoad() const {
-  return window_.view.LoadCommands && window_.Mode == SessionMode::StandAlone && !window_.save.Loading && !asking_;
+  return StatesOf(window_).LoadCommands && !asking_;
 }
 
 // The ticks that a person stored stand in the panel; without the panel nobody would see them, and the load is a plain
@@ -126,7 +126,7 @@ void LoadCommands::DropFile(const std::string& path) {
 
 bool LoadCommands::LoadDataFile(const std::string& path) {
   if (window_.save.Loading || asking_) return false;
-  commands_.UnloadMyInfoFile();
+  commands_.look.UnloadMyInfoFile();
   window_.loadOptions = LoadOptions();
   return LoadWith(path, {});
 }
@@ -135,7 +135,7 @@ bool LoadCommands::LoadDataFile(const std::string& path) {
 void LoadCommands::LoadAsked(const LoadOptions& options, bool showPanel) {
   if (!CanLoad()) return;
   const bool infoWasShown = window_.view.InfoShown;
-  commands_.UnloadMyInfoFile();
+  commands_.look.UnloadMyInfoFile();
   window_.loadOptions = options;
   std::optional<std::string> file;
   {
@@ -146,7 +146,7 @@ void LoadCommands::LoadAsked(const LoadOptions& options, bool showPanel) {
   request.askChannels = [this](const ChannelQuestion& question) { return person_.ChooseChannels(question); };
   const bool loaded = file && LoadWith(*file, request);
   const bool withOffsets = window_.loadOptions.LoadLocalOffsets || window_.loadOptions.LoadFileOffsets;
-  if (loaded && withOffsets && infoWasShown) commands_.mnuDataFileInfo();
+  if (loaded && withOffsets && infoWasShown) commands_.look.mnuDataFileInfo();
   window_.loadOptions = LoadOptions();
 }
 

@@ -11,12 +11,6 @@
 namespace tarvolt {
 namespace {
 
-constexpr std::string_view kReviewName = "rform";
-
-bool IsReview(const ChartWindow& window) {
-  return window.Name.starts_with(kReviewName);
-}
-
 bool RunInProgress(const RunState& run) {
   return run.phase != RunPhase::Idle;
 }
@@ -36,9 +30,6 @@ void ClearChart(ChartWindow& window) {
   window.run.TotalSamples = 0;
   window.run.StoreStart = 0;
   window.view.LeftStatus.clear();
-  window.view.ToolCommands = false;
-  window.view.SaveCommands = false;
-  window.view.InfoCommands = false;
 }
 
 void TakeNotes(const NotesBlock& notes, ChartWindow& window) {
@@ -64,10 +55,7 @@ void DisplayNotations(ChartWindow& window) {
   }
 }
 
-void EnableCommands(ChartWindow& window) {
-  window.view.ToolCommands = true;
-  window.view.SaveCommands = true;
-  window.view.InfoCommands = true;
+void MarkLoaded(ChartWindow& window) {
   window.chart.ChannelVisible.fill(true);
   window.run.DataNeedsSave = false;
   window.save.keeping.LoadedFromFile = true;
@@ -96,7 +84,7 @@ std::string StepBackWords(const StripChart& chart) {
 }
 
 void ShowLoaded(Session& session, ChartWindow& window, const FileChart& file) {
-  window.view.Title = file.file.stem().string() + (IsReview(window) ? "  File : " : "  File: ") + OwnTitle(window);
+  window.view.Title = file.file.stem().string() + (window.IsReview() ? "  File : " : "  File: ") + OwnTitle(window);
   session.Add2SLog(file.file.string() + " Loaded from disk. ");
   const std::string stepBack = StepBackWords(window.chart);
   if (!stepBack.empty()) session.Add2SLog(file.file.string() + ": " + stepBack);
@@ -176,7 +164,7 @@ LoadOutcome LoadInto(Session& session, ChartWindow& window, ChartLoad& load, con
 }  // namespace
 
 std::string OwnTitle(const ChartWindow& window) {
-  if (IsReview(window)) return "Review " + window.Name.substr(kReviewName.size());
+  if (window.IsReview()) return "Review " + window.Name.substr(ChartWindow::kReviewName.size());
   switch (window.Mode) {
     case SessionMode::StandAlone:
       return "  Stand Alone ";
@@ -203,7 +191,7 @@ void BeginLoadedChart(const FileChart& file, ChartWindow& window) {
 void FinishLoadedChart(const FileChart& file, ChartWindow& window) {
   DisplayNotations(window);
   window.run.ChannelCount = window.chart.ChannelCount();
-  EnableCommands(window);
+  MarkLoaded(window);
   SetLoadedTimes(file, window);
 }
 

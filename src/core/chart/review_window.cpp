@@ -1,5 +1,6 @@
 #include "core/chart/review_window.h"
 
+#include "core/chart/command_states.h"
 #include "core/chart/load_data.h"
 #include "files/saving.h"
 #include "text/number.h"
@@ -8,14 +9,13 @@ namespace tarvolt {
 
 FrmReview::FrmReview(Session& session, int number, Person& person)
     : session_(session), commands_(session, window_), loads_(session, window_, commands_, person) {
-  window_.Name = "rform" + NumberText(std::int64_t{number});
+  window_.Name = std::string(ChartWindow::kReviewName) + NumberText(std::int64_t{number});
   window_.view.Title = OwnTitle(window_);
-  window_.view.cmdStart = false;
-  commands_.UpdateAfterOptionsChange();
+  commands_.look.UpdateAfterOptionsChange();
 }
 
 void FrmReview::cmdSaveView() {
-  if (window_.chart.Count() > 0 && !window_.save.Loading) SaveView(session_, window_);
+  if (StatesOf(window_).SaveView) SaveView(session_, window_);
 }
 
 }  // namespace tarvolt

@@ -50,12 +50,11 @@ class ChartRun {
   void ClearForNewRun();
   void BuildMetadata();
   void CopyOffsets();
-  void DisableCommands();
   void ZeroCounters();
   bool CheckTiming();
   void PrepareChart();
   void AddInputMetadata();
-  void EnableStopControls();
+  void BeginTracking();
   void LogChartStarted();
   void TakeNotesAndHeader();
   bool ConnectSources();
@@ -87,7 +86,6 @@ class ChartRun {
   void MarkDataForSaving();
   void LogRate();
   void ShowEnded();
-  void EnableCommands();
   void AskToKeepOffsets();
   void SaveAtStop();
 

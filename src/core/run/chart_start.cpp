@@ -42,7 +42,7 @@ bool ChartRun::RunTheStart(const std::string& profile) {
   if (!CheckTiming()) return false;
   if (!MakeRoom()) return false;
   ShowModeStatus();
-  DisableCommands();
+  recorder_.commands.view.CloseChartViews();
   if (!recorder_.sources.Prepare()) return false;  // a refused start leaves the old chart on display
   ClearForNewRun();
   BuildMetadata();
@@ -51,7 +51,7 @@ bool ChartRun::RunTheStart(const std::string& profile) {
   PrepareChart();
   recorder_.triggers.ResetForRun();
   AddInputMetadata();
-  EnableStopControls();
+  BeginTracking();
   LogChartStarted();
   SettleLog(LogStart::First);
   recorder_.TimerKeepAlive->SetInterval(kKeepAliveRunning);
@@ -62,7 +62,7 @@ bool ChartRun::RunTheStart(const std::string& profile) {
   window_.sound.ClearAccumulators();  // buffers counted while the run was not yet armed have given no reading
   run_.phase = RunPhase::Armed;
   ShowStarted();
-  recorder_.commands.ShowArrows();
+  recorder_.commands.look.ShowArrows();
   recorder_.images.RunStarted();
   return true;
 }
@@ -159,7 +159,7 @@ void ChartRun::ShowModeStatus() {
 }
 
 void ChartRun::ClearForNewRun() {
-  recorder_.commands.UnloadMyInfoFile();
+  recorder_.commands.look.UnloadMyInfoFile();
   window_.notations = Notations{};
   window_.header.source = DataFileHeader().source;
   window_.notes.clear();
@@ -167,8 +167,8 @@ void ChartRun::ClearForNewRun() {
   window_.chart.YAxisLabel = session_.settings.chart.YALabel;
   run_.DataNeedsSave = false;
   window_.save.keeping = LogKeeping{};
+  window_.save.LogSaved = false;
   window_.save.SavedAs.clear();
-  view_.SaveCommands = false;
 }
 
 void ChartRun::BuildMetadata() {
@@ -187,14 +187,6 @@ void ChartRun::CopyOffsets() {
                         ", is no number that can be an offset: 0 is used.");
     }
   }
-}
-
-void ChartRun::DisableCommands() {
-  recorder_.commands.CloseChartViews();
-  view_.LoadCommands = false;
-  view_.InfoCommands = false;
-  view_.ToolCommands = false;
-  view_.ScheduleCommand = false;
 }
 
 void ChartRun::ZeroCounters() {
@@ -225,8 +217,8 @@ void ChartRun::PrepareChart() {
     chart.ChannelName[channel] = session_.settings.channels.ChannelLabel[channel];
     window_.channelLabels[channel] = session_.settings.channels.ChannelLabel[channel];
   }
-  recorder_.commands.TakeLook();
-  recorder_.commands.ShowChartLegend();
+  recorder_.commands.look.TakeLook();
+  recorder_.commands.look.ShowChartLegend();
   chart.TimeMarker.reset();
   chart.CursorChannel = -1;
   chart.AutoScale = session_.settings.chart.AutoScale;
@@ -239,17 +231,14 @@ void ChartRun::AddInputMetadata() {
   recorder_.sources.DescribeLinks(window_.metadata);
 }
 
-void ChartRun::EnableStopControls() {
+void ChartRun::BeginTracking() {
   run_.OffsetsChanged = false;
   window_.chart.Mode = ChartMode::Tracking;
-  view_.ModeMenus = false;
 }
 
 void ChartRun::LogChartStarted() {
   session_.Add2SLog("Chart Started  " + FormatDate(recorder_.CalcTime(), "YYMMDDHHnnSS"));
-  view_.StartMenuCaption = "Stop Chart";
   window_.chart.AutoScroll = true;
-  recorder_.commands.CheckScrollEnabled();
   run_.UpdateCount = 0;
 }
 
@@ -268,15 +257,12 @@ bool ChartRun::ConnectSources() {
 
 // The data source has declared another number of channels than the table holds.
 void ChartRun::FollowChangedRows() {
-  recorder_.commands.ShowChartLegend();
+  recorder_.commands.look.ShowChartLegend();
   BuildMetadata();
   AddInputMetadata();
 }
 
 void ChartRun::ShowStarted() {
-  view_.StartCaption = "&Stop Chart";
-  view_.cmdStart = true;
-  view_.OffsetCommand = true;
   view_.Status.Say("Started " + recorder_.LocalTimeText() + (run_.ChartIsLMST ? " LMST" : run_.ChartIsUT ? " UT" : ""));
   run_.StartStamp = recorder_.CalcTime();
   view_.Title = " New Chart Started: " + FormatDate(run_.StartStamp, "YYYY/MM/DD hh:nn:ss");
@@ -295,12 +281,6 @@ void ChartRun::Abort() {
   recorder_.TimerKeepAlive->SetInterval(kKeepAliveIdle);
   run_.phase = RunPhase::Idle;
   window_.chart.Mode = ChartMode::Browsing;
-  view_.cmdStart = true;
-  view_.StartCaption = "&Start Chart";
-  view_.StartMenuCaption = "Start New Chart";
-  view_.ModeMenus = true;
-  view_.LoadCommands = true;
-  view_.ScheduleCommand = true;
   if (run_.ScheduleRunning) run_.CancelSchedule = true;
 }
 

@@ -22,16 +22,15 @@ void ChartRun::StopChart() {
   TellDropped();
   LogRate();
   ShowEnded();
-  EnableCommands();
+  if (session_.settings.chart.AutoScale) window_.chart.AutoScale = true;
   recorder_.offsets.Close();
   AskToKeepOffsets();
-  recorder_.commands.RememberYMax();
-  recorder_.commands.cmdFullView();
+  recorder_.commands.view.RememberYMax();
+  recorder_.commands.view.cmdFullView();
   SaveAtStop();
   view_.Status.Say(view_.Status.Text() + "   Samples: " + NumberText(std::int64_t{run_.TotalSamples}));
   window_.chart.Mode = ChartMode::Browsing;
-  recorder_.commands.CheckScrollEnabled();
-  recorder_.commands.ShowArrows();
+  recorder_.commands.look.ShowArrows();
   recorder_.events.RunEnded();
   run_.phase = RunPhase::Idle;
 }
@@ -51,7 +50,6 @@ void ChartRun::StopTimers() {
   if (window_.chart.AutoScale) window_.chart.ScaleYToData();
   ++window_.chart.RepaintRequests;
   run_.AbortFlag = true;
-  view_.cmdStart = false;
 }
 
 // Dcount may run ahead of what the store accepted. Ends with the index of the newest sample that has a time.
@@ -79,7 +77,6 @@ void ChartRun::MarkDataForSaving() {
 }
 
 void ChartRun::LogRate() {
-  view_.ModeMenus = true;
   if (!HasData()) return;
   const AverageRate rate = CalcAvgRate(window_.chart, run_.TotalSamples, run_.ChartIsLMST);
   run_.StartStamp = run_.ChartIsLMST ? run_.time.startLMST : run_.time.firstStamp;
@@ -88,22 +85,8 @@ void ChartRun::LogRate() {
 }
 
 void ChartRun::ShowEnded() {
-  recorder_.commands.UnloadMyInfoFile();
+  recorder_.commands.look.UnloadMyInfoFile();
   view_.Status.Say("Ended:  " + recorder_.LocalTimeText());
-  view_.StartCaption = "&Start Chart";
-  view_.StartMenuCaption = "Start New Chart";
-}
-
-void ChartRun::EnableCommands() {
-  const bool hasData = HasData();
-  view_.SaveCommands = hasData;
-  view_.ToolCommands = hasData;
-  view_.OffsetCommand = false;
-  view_.ScheduleCommand = true;
-  view_.LoadCommands = true;
-  view_.InfoCommands = true;
-  view_.cmdStart = true;
-  if (session_.settings.chart.AutoScale) window_.chart.AutoScale = true;
 }
 
 void ChartRun::AskToKeepOffsets() {

@@ -69,10 +69,10 @@ void ChartRun::StartNextLog() {
 
 // The beginning of a further log of the same run.
 void ChartRun::RestartChart() {
-  recorder_.commands.UnloadMyInfoFile();
+  recorder_.commands.look.UnloadMyInfoFile();
   run_.DataNeedsSave = false;
   window_.save.SavedAs.clear();
-  recorder_.commands.CloseChartViews();
+  recorder_.commands.view.CloseChartViews();
   window_.chart.Mode = ChartMode::Tracking;
   window_.chart.TimeMarker.reset();
   window_.chart.CursorChannel = -1;

@@ -115,7 +115,7 @@ void OptionsCommand::UpdateAfterOptionsChange() {
   if (window.run.phase == RunPhase::Idle) {
     window.chart.Count() == 0 ? chartRun_.TakeTimeBase() : chartRun_.TakeClockOffset();
   }
-  recorder_.commands.UpdateAfterOptionsChange();
+  recorder_.commands.look.UpdateAfterOptionsChange();
   recorder_.triggers.FollowSetting();
 }
 

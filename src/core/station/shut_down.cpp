@@ -39,7 +39,7 @@ void ShutDown::Run() {
   session_.store.SaveSetting(Section::Settings, "ShutDown", isUnsaved ? "Running" : "OK");
   recorder_.window.run.AbortFlag = true;
   recorder_.window.chart.ClearData();
-  recorder_.commands.UnloadMyInfoFile();
+  recorder_.commands.look.UnloadMyInfoFile();
   SaveRecentFiles(session_.store, session_.recent);
   SaveProfileFiles(session_.store, session_.recent);
 }

@@ -54,7 +54,7 @@ void StartUp::LoadSettings() {
   LoadRegistrySettings(session_.store, session_.overrides, session_.home.string(), session_.settings);
   ClearHeader(recorder_.window);
   getStaticHeaderInfo(session_, recorder_.window, 0);
-  recorder_.commands.UpdateAfterOptionsChange();
+  recorder_.commands.look.UpdateAfterOptionsChange();
 }
 
 void StartUp::FindSoundCard() {

@@ -16,9 +16,9 @@ void ChartSideWindows::Refresh() {
 void ChartSideWindows::ShowChartView(bool shown) {
   chartViewShown_ = shown;
   if (!chartView_) {
-    const auto apply = [this](const ChartViewEntry& entry) { return ApplyChartView(entry, window_, commands_); };
+    const auto apply = [this](const ChartViewEntry& entry) { return ApplyChartView(entry, window_, commands_.view); };
     chartView_ = new FormChartView(window_, apply, applyAll_, owner_);
-    chartView_->OnClosed([this] { commands_.CloseChartViews(); });
+    chartView_->OnClosed([this] { commands_.view.CloseChartViews(); });
   }
   if (shown) chartView_->Fill(DescribeView(window_, session_.settings.timing.ChartWidth));
   chartView_->setVisible(shown);
@@ -29,7 +29,7 @@ void ChartSideWindows::ShowInfo(bool shown) {
   infoOpenings_ = window_.view.InfoOpenings;
   if (!info_) {
     info_ = new FormFileInfo(owner_);
-    info_->OnClosed([this] { commands_.UnloadMyInfoFile(); });
+    info_->OnClosed([this] { commands_.look.UnloadMyInfoFile(); });
   }
   if (shown) info_->Fill(window_, session_.settings.place.DisplayWest);
   info_->setVisible(shown);

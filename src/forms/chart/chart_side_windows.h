@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include "core/chart/chart_commands.h"
 #include "forms/chart_view/form_chart_view.h"
 #include "forms/file_info/form_file_info.h"
 #include "model/session.h"

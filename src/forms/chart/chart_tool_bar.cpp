@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QToolButton>
 
+#include "core/chart/command_states.h"
 #include "forms/plot/chart_colors.h"
 #include "forms/qt_text.h"
 
@@ -13,24 +14,26 @@ ChartToolBar::ChartToolBar(const ChartWindow& window, ChartCommands& commands, Q
   setObjectName(QStringLiteral("ChartToolBar"));
   setMovable(false);
   setToolButtonStyle(Qt::ToolButtonTextOnly);
-  fullView_ =
-      Add("cmdFullView", QStringLiteral("Full"), QStringLiteral("Full View (F9)"), [this] { commands_.cmdFullView(); });
-  autoScroll_ = Add("cmdAutoScrollEnable", QStringLiteral("Plot"), {}, [this] { commands_.cmdAutoScrollEnable(); });
-  autoScale_ = Add("cmdAutoScale", QStringLiteral("Scale"), {}, [this] { commands_.cmdAutoScale(); });
+  fullView_ = Add("cmdFullView", QStringLiteral("Full"), QStringLiteral("Full View (F9)"),
+                  [this] { commands_.view.cmdFullView(); });
+  autoScroll_ =
+      Add("cmdAutoScrollEnable", QStringLiteral("Plot"), {}, [this] { commands_.view.cmdAutoScrollEnable(); });
+  autoScale_ = Add("cmdAutoScale", QStringLiteral("Scale"), {}, [this] { commands_.view.cmdAutoScale(); });
   cursor_ = Add("cmdCursor", QStringLiteral("Cursor"), QStringLiteral("Read values at the pointer"),
-                [this] { commands_.cmdCursor(); });
-  zoom_ =
-      Add("cmdZoom", QStringLiteral("Zoom"), QStringLiteral("Zoom to a rectangle"), [this] { commands_.cmdZoom(); });
+                [this] { commands_.cursor.cmdCursor(); });
+  zoom_ = Add("cmdZoom", QStringLiteral("Zoom"), QStringLiteral("Zoom to a rectangle"),
+              [this] { commands_.cursor.cmdZoom(); });
   for (QAction* action : {autoScroll_, autoScale_, cursor_, zoom_}) action->setCheckable(true);
   addSeparator();
-  AddStep("cmdLeft", QStringLiteral("\u25C0"), QStringLiteral("Scroll left"), [this] { commands_.ScrollLeft(); });
-  AddStep("cmdRight", QStringLiteral("\u25B6"), QStringLiteral("Scroll right"), [this] { commands_.ScrollRight(); });
-  AddStep("cmdUp", QStringLiteral("\u25B2"), QStringLiteral("Scroll up"), [this] { commands_.ScrollUp(); });
-  AddStep("cmdDown", QStringLiteral("\u25BC"), QStringLiteral("Scroll down"), [this] { commands_.ScrollDown(); });
-  AddStep("cmdDecX", QStringLiteral("X\u2212"), QStringLiteral("Less time"), [this] { commands_.DecX(); });
-  AddStep("cmdIncX", QStringLiteral("X+"), QStringLiteral("More time"), [this] { commands_.IncX(); });
-  AddStep("cmdDecY", QStringLiteral("Y\u2212"), QStringLiteral("Smaller range"), [this] { commands_.DecY(); });
-  AddStep("cmdIncY", QStringLiteral("Y+"), QStringLiteral("Larger range"), [this] { commands_.IncY(); });
+  AddStep("cmdLeft", QStringLiteral("\u25C0"), QStringLiteral("Scroll left"), [this] { commands_.view.ScrollLeft(); });
+  AddStep("cmdRight", QStringLiteral("\u25B6"), QStringLiteral("Scroll right"),
+          [this] { commands_.view.ScrollRight(); });
+  AddStep("cmdUp", QStringLiteral("\u25B2"), QStringLiteral("Scroll up"), [this] { commands_.view.ScrollUp(); });
+  AddStep("cmdDown", QStringLiteral("\u25BC"), QStringLiteral("Scroll down"), [this] { commands_.view.ScrollDown(); });
+  AddStep("cmdDecX", QStringLiteral("X\u2212"), QStringLiteral("Less time"), [this] { commands_.view.DecX(); });
+  AddStep("cmdIncX", QStringLiteral("X+"), QStringLiteral("More time"), [this] { commands_.view.IncX(); });
+  AddStep("cmdDecY", QStringLiteral("Y\u2212"), QStringLiteral("Smaller range"), [this] { commands_.view.DecY(); });
+  AddStep("cmdIncY", QStringLiteral("Y+"), QStringLiteral("Larger range"), [this] { commands_.view.IncY(); });
   Refresh();
 }
 
@@ -63,20 +66,21 @@ QAction* ChartToolBar::AddStep(const char* name, const QString& caption, const Q
 }
 
 void ChartToolBar::Refresh() {
+  const CommandStates states = StatesOf(window_);
   const bool hasData = window_.chart.Count() > 0;
   fullView_->setEnabled(hasData);
   cursor_->setEnabled(hasData);
   zoom_->setEnabled(hasData);
   autoScroll_->setChecked(window_.chart.AutoScroll);
-  autoScroll_->setToolTip(ToQString(window_.view.AutoScrollTip));
+  autoScroll_->setToolTip(ToQString(states.AutoScrollTip));
   autoScale_->setChecked(window_.chart.AutoScale);
-  autoScale_->setToolTip(ToQString(window_.view.AutoScaleTip));
+  autoScale_->setToolTip(ToQString(states.AutoScaleTip));
   cursor_->setChecked(window_.chart.Mode == ChartMode::Cursor);
   zoom_->setChecked(window_.chart.Mode == ChartMode::Zoom);
   for (QAction* action : arrows_) {
     action->setVisible(window_.view.ArrowsShown);
     action->setEnabled(hasData);
-    SetColor(action, window_.view.ArrowsActive);
+    SetColor(action, states.ArrowsActive);
   }
   for (QAction* action : {autoScroll_, autoScale_, cursor_, zoom_}) SetColor(action, action->isChecked());
 }

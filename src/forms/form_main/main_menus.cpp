@@ -1,6 +1,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 
+#include "core/chart/command_states.h"
 #include "core/station/priority.h"
 #include "forms/chart/picture_commands.h"
 #include "forms/form_main/main_window.h"
@@ -32,7 +33,7 @@ void MainWindow::MakeFileMenu() {
   QMenu& menu = *menuBar()->addMenu(QStringLiteral("&File"));
   startMenu_ = Add(
       menu, "mnuStartChart", QStringLiteral("Start New Chart"), QKeySequence(Qt::Key_F8), [this] { form_.cmdStart(); },
-      [this] { return window_.view.cmdStart; });
+      [this] { return StatesOf(window_).cmdStart; });
   menu.addSeparator();
   AddLoadMenus(menu, items_, session_, form_.Loads());
   Add(menu, "mnuRecoveredCharts", QStringLiteral("&Recovered Charts..."), {},
@@ -41,14 +42,14 @@ void MainWindow::MakeFileMenu() {
   menu.addSeparator();
   Add(
       menu, "mnuSave", QStringLiteral("&Save"), QKeySequence::Save, [this] { form_.mnuSave(); },
-      [this] { return window_.run.ChartRunning() ? HasSamples() : window_.view.SaveCommands && HasSamples(); });
+      [this] { return StatesOf(window_).mnuSave; });
   Add(
       menu, "mnuSaveView", QStringLiteral("Save &View..."), {}, [this] { form_.cmdSaveView(); },
-      [this] { return window_.view.SaveCommands && HasSamples(); });
+      [this] { return StatesOf(window_).SaveView; });
   AddPictureCommands(menu, *plot_, [this](const std::string& file) { form_.Images().NoteSaved(file); });
   Add(
       menu, "mnuDataFileInfo", QStringLiteral("Data File &Information"), {},
-      [this] { form_.Chart().mnuDataFileInfo(); }, [this] { return window_.view.InfoCommands; });
+      [this] { form_.Chart().look.mnuDataFileInfo(); }, [this] { return StatesOf(window_).InfoCommands; });
   menu.addSeparator();
   Add(menu, "mnuLoadProfile", QStringLiteral("Load Pro&file..."), {}, [this] { form_.Profiles().mnuLoadProfile(); });
   Add(menu, "mnuSaveProfile", QStringLiteral("Save Profil&e..."), {}, [this] { form_.Profiles().mnuSaveProfile(); });
@@ -82,7 +83,7 @@ void MainWindow::MakeModeMenu() {
         Row{"mnuClient", "&Client", SessionMode::Client}}) {
     Add(
         menu, row.name, QString::fromLatin1(row.caption), {}, [this, row] { form_.EnterMode(row.mode); },
-        [this] { return window_.view.ModeMenus; }, [this, row] { return window_.Mode == row.mode; });
+        [this] { return StatesOf(window_).ModeMenus; }, [this, row] { return window_.Mode == row.mode; });
   }
 }
 
@@ -91,45 +92,45 @@ void MainWindow::MakeViewMenu() {
   ChartCommands& chart = form_.Chart();
   const auto hasSamples = [this] { return HasSamples(); };
   Add(
-      menu, "mnuFullView", QStringLiteral("&Full View"), QKeySequence(Qt::Key_F9), [&chart] { chart.cmdFullView(); },
-      hasSamples);
+      menu, "mnuFullView", QStringLiteral("&Full View"), QKeySequence(Qt::Key_F9),
+      [&chart] { chart.view.cmdFullView(); }, hasSamples);
   Add(
-      menu, "mnuLastView", QStringLiteral("&Back to the View Before"), {}, [&chart] { chart.RestoreFullView(); },
+      menu, "mnuLastView", QStringLiteral("&Back to the View Before"), {}, [&chart] { chart.view.RestoreFullView(); },
       [this] { return window_.views.full.has_value(); });
   Add(
       menu, "mnuAutoScroll", QStringLiteral("Auto-S&croll"), QKeySequence(Qt::Key_F11),
-      [&chart] { chart.cmdAutoScrollEnable(); }, {}, [this] { return window_.chart.AutoScroll; });
+      [&chart] { chart.view.cmdAutoScrollEnable(); }, {}, [this] { return window_.chart.AutoScroll; });
   Add(
       menu, "mnuAutoScale", QStringLiteral("&Auto-Scale"), QKeySequence(Qt::Key_F12),
-      [&chart] { chart.cmdAutoScale(); }, {}, [this] { return window_.chart.AutoScale; });
+      [&chart] { chart.view.cmdAutoScale(); }, {}, [this] { return window_.chart.AutoScale; });
   Add(
       menu, "mnuChartView", QStringLiteral("View by &Numbers..."), QKeySequence(QStringLiteral("Ctrl+G")),
-      [&chart] { chart.mnuChartView(); }, hasSamples);
+      [&chart] { chart.view.mnuChartView(); }, hasSamples);
   menu.addSeparator();
   Add(
-      menu, "mnuRememberXY", QStringLiteral("Re&member XY"), {}, [&chart] { chart.mnuRememberXY(); }, hasSamples);
+      menu, "mnuRememberXY", QStringLiteral("Re&member XY"), {}, [&chart] { chart.view.mnuRememberXY(); }, hasSamples);
   Add(
-      menu, "mnuRecallXY", QStringLiteral("Re&call XY"), {}, [&chart] { chart.mnuRecallXY(); },
+      menu, "mnuRecallXY", QStringLiteral("Re&call XY"), {}, [&chart] { chart.view.mnuRecallXY(); },
       [this] { return window_.view.mnuRecallXY; });
   Add(menu, "mnuRestoreXYtoDefaults", QStringLiteral("Restore XY to &Defaults"), {},
-      [&chart] { chart.mnuRestoreXYtoDefaults(); });
-  Add(menu, "mnuSetYminToZero", QStringLiteral("Set Y Min to &Zero"), {}, [&chart] { chart.mnuSetYminToZero(); });
+      [&chart] { chart.view.mnuRestoreXYtoDefaults(); });
+  Add(menu, "mnuSetYminToZero", QStringLiteral("Set Y Min to &Zero"), {}, [&chart] { chart.view.mnuSetYminToZero(); });
   menu.addSeparator();
   Add(
       menu, "mnuSetTimeMarker", QStringLiteral("Set Time Mar&ker at Cursor"), QKeySequence(QStringLiteral("Ctrl+M")),
-      [&chart] { chart.mnuSetTimeMarker(); }, [this] { return window_.chart.CursorChannel >= 0; });
+      [&chart] { chart.cursor.mnuSetTimeMarker(); }, [this] { return window_.chart.CursorChannel >= 0; });
   Add(
-      menu, "mnuRemoveTimeMarker", QStringLiteral("Remo&ve Time Marker"), {}, [&chart] { chart.mnuRemoveTimeMarker(); },
-      [this] { return window_.chart.TimeMarker.has_value(); });
+      menu, "mnuRemoveTimeMarker", QStringLiteral("Remo&ve Time Marker"), {},
+      [&chart] { chart.cursor.mnuRemoveTimeMarker(); }, [this] { return window_.chart.TimeMarker.has_value(); });
   Add(
       menu, "mnuTimeMilliseconds", QStringLiteral("Time with M&illiseconds"), {},
-      [&chart] { chart.mnuTimeMilliseconds(); }, {}, [this] { return window_.look.DisplayMilliseconds; });
+      [&chart] { chart.cursor.mnuTimeMilliseconds(); }, {}, [this] { return window_.look.DisplayMilliseconds; });
   Add(
-      menu, "mnuShowLegend", QStringLiteral("&Legend"), {}, [&chart] { chart.mnuShowLegend(); }, {},
+      menu, "mnuShowLegend", QStringLiteral("&Legend"), {}, [&chart] { chart.look.mnuShowLegend(); }, {},
       [this] { return window_.chart.LegendShown; });
   Add(
       menu, "mnuShowChartNotations", QStringLiteral("Chart &Notations"), {},
-      [&chart] { chart.mnuShowChartNotations(); }, [this] { return window_.notations.count > 0; },
+      [&chart] { chart.look.mnuShowChartNotations(); }, [this] { return window_.notations.count > 0; },
       [this] { return window_.chart.NotationsShown; });
 }
 
@@ -147,17 +148,17 @@ void MainWindow::MakeChannelsMenu() {
     const auto runs = [this, exists] { return exists() && window_.run.ChartRunning(); };
     const QByteArray number = QByteArray::number(channel + 1);
     Add(
-        visible, ("mnuVisCH" + number).constData(), caption, {}, [&chart, channel] { chart.mnuVisCH(channel); }, exists,
-        [this, channel] { return window_.chart.ChannelVisible[channel]; });
+        visible, ("mnuVisCH" + number).constData(), caption, {}, [&chart, channel] { chart.look.mnuVisCH(channel); },
+        exists, [this, channel] { return window_.chart.ChannelVisible[channel]; });
     Add(
-        values, ("mnuCH" + number).constData(), caption, {}, [&chart, channel] { chart.mnuCH(channel); }, runs,
+        values, ("mnuCH" + number).constData(), caption, {}, [&chart, channel] { chart.look.mnuCH(channel); }, runs,
         [this, channel] { return window_.run.ShownChannel == channel + 1; });
     Add(
         averages, ("mnuAvgCH" + number).constData(), caption + QStringLiteral("\tAlt+%1").arg(channel + 1), {},
         [this, channel] { form_.Average().StartChannelAvg(channel + 1); }, runs);
   }
   Add(visible, "mnuShowAllChannels", QStringLiteral("Show &All Channels"), {},
-      [&chart] { chart.mnuShowAllChannels(); });
+      [&chart] { chart.look.mnuShowAllChannels(); });
   menu.addSeparator();
   Add(menu, "mnuTriggers", QStringLiteral("&Triggers..."), {},
       [this] { (new FormTriggers(session_, form_, this))->open(); });

@@ -7,6 +7,7 @@
 #include <QScreen>
 #include <QVBoxLayout>
 
+#include "core/chart/command_states.h"
 #include "forms/chart/file_drop.h"
 #include "forms/chart/plot_events.h"
 #include "forms/plot/chart_colors.h"
@@ -95,13 +96,13 @@ void MainWindow::MakeToolBar() {
   tools_->addSeparator();
   AddButton(
       "cmdOffset", QStringLiteral("Offset"), QStringLiteral("Offsets of the channels"),
-      [this] { form_.Offsets().cmdOffset(); }, [this] { return window_.view.OffsetCommand; });
+      [this] { form_.Offsets().cmdOffset(); }, [this] { return StatesOf(window_).OffsetCommand; });
   AddButton(
       "cmdInfo", QStringLiteral("Info"), QStringLiteral("What the chart tells of itself"),
-      [this] { form_.Chart().mnuDataFileInfo(); }, [this] { return window_.view.InfoCommands; });
+      [this] { form_.Chart().look.mnuDataFileInfo(); }, [this] { return StatesOf(window_).InfoCommands; });
   AddButton(
       "cmdSaveView", QStringLiteral("Save View"), QStringLiteral("Save the stretch in view"),
-      [this] { form_.cmdSaveView(); }, [this] { return window_.view.SaveCommands && HasSamples(); });
+      [this] { form_.cmdSaveView(); }, [this] { return StatesOf(window_).SaveView; });
   tools_->addWidget(value_);
 }
 
@@ -117,9 +118,10 @@ void MainWindow::Refresh() {
   const WindowState& view = window_.view;
   const QString title = view.Title.empty() ? QStringLiteral("Tarvolt") : ToQString(view.Title);
   if (windowTitle() != title) setWindowTitle(title);
-  start_->setText(ToQString(view.StartCaption));
-  start_->setEnabled(view.cmdStart);
-  startMenu_->setText(ToQString(view.StartMenuCaption));
+  const CommandStates states = StatesOf(window_);
+  start_->setText(ToQString(states.StartCaption));
+  start_->setEnabled(states.cmdStart);
+  startMenu_->setText(ToQString(states.StartMenuCaption));
   value_->setText(ToQString(view.ValueLabel));
   ShowInColor(*value_, window_.look.colors.ChannelColor);
   items_.Refresh();
@@ -153,22 +155,22 @@ void MainWindow::NewReview() {
 std::string MainWindow::ApplyViewToAll(const ChartViewEntry& entry) {
   std::string problem;
   bool shown = false;
-  const auto applyTo = [&](const ChartWindow& window, ChartCommands& commands) {
+  const auto applyTo = [&](const ChartWindow& window, ViewCommands& commands) {
     const std::string words = ApplyChartView(entry, window, commands);
     shown = shown || words.empty();
     if (problem.empty()) problem = words;
   };
-  applyTo(window_, form_.Chart());
+  applyTo(window_, form_.Chart().view);
   for (const QPointer<FormReview>& review : reviews_) {
-    if (review && review->isVisible()) applyTo(review->Review().Window(), review->Review().Chart());
+    if (review && review->isVisible()) applyTo(review->Review().Window(), review->Review().Chart().view);
   }
   return shown ? std::string() : problem;
 }
 
 void MainWindow::TakeLookEverywhere() {
-  form_.Chart().TakeLook();
+  form_.Chart().look.TakeLook();
   for (const QPointer<FormReview>& review : reviews_) {
-    if (review) review->Review().Chart().TakeLook();
+    if (review) review->Review().Chart().look.TakeLook();
   }
 }
 
@@ -199,11 +201,11 @@ void MainWindow::keyPressEvent(QKeyEvent* event) {
   } else if (key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down) {
     ScrollKey(key);
   } else if (event->modifiers().testFlag(Qt::ShiftModifier) && key == Qt::Key_F3) {
-    chart.ToggleStatusLine();
+    chart.look.ToggleStatusLine();
   } else if (event->modifiers().testFlag(Qt::ShiftModifier) && key == Qt::Key_F4) {
-    chart.ShowAddress();
+    chart.look.ShowAddress();
   } else if (event->modifiers().testFlag(Qt::ShiftModifier) && key == Qt::Key_F5) {
-    chart.ShowLastMessage();
+    chart.look.ShowLastMessage();
   } else {
     return QMainWindow::keyPressEvent(event);
   }
@@ -212,10 +214,10 @@ void MainWindow::keyPressEvent(QKeyEvent* event) {
 
 void MainWindow::ScrollKey(int key) {
   ChartCommands& chart = form_.Chart();
-  if (key == Qt::Key_Left) chart.ScrollLeft();
-  if (key == Qt::Key_Right) chart.ScrollRight();
-  if (key == Qt::Key_Up) chart.ScrollUp();
-  if (key == Qt::Key_Down) chart.ScrollDown();
+  if (key == Qt::Key_Left) chart.view.ScrollLeft();
+  if (key == Qt::Key_Right) chart.view.ScrollRight();
+  if (key == Qt::Key_Up) chart.view.ScrollUp();
+  if (key == Qt::Key_Down) chart.view.ScrollDown();
 }
 
 void MainWindow::RestoreGeometry() {

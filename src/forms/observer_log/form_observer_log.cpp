@@ -139,7 +139,7 @@ void FormObserverLog::ClickMacro(int macro) {
   AddEntry(action->text, action->stamped);
   if (!action->marked) return;
   ++markedMacros_;
-  form_.ShowStatus("Log mark " + NumberText(std::int64_t{markedMacros_}) + ": " + action->text);
+  form_.Chart().look.ShowStatus("Log mark " + NumberText(std::int64_t{markedMacros_}) + ": " + action->text);
 }
 
 void FormObserverLog::ConfigureMacros(int macro) {

@@ -3,6 +3,7 @@
 #include <QDragEnterEvent>
 #include <QMenuBar>
 
+#include "core/chart/command_states.h"
 #include "forms/chart/file_drop.h"
 #include "forms/chart/picture_commands.h"
 #include "forms/chart/plot_events.h"
@@ -43,16 +44,16 @@ FormReview::FormReview(Session& session, int number, FormChartView::Apply applyA
 
 void FormReview::MakeFileMenu() {
   QMenu& menu = *menuBar()->addMenu(QStringLiteral("&File"));
-  const WindowState& view = review_.Window().view;
+  const ChartWindow& window = review_.Window();
   AddLoadMenus(menu, items_, session_, review_.Loads());
   menu.addSeparator();
   items_.Add(
       menu, "mnuSaveView", QStringLiteral("Save &View..."), {}, [this] { review_.cmdSaveView(); },
-      [this, &view] { return view.SaveCommands && HasSamples() && !review_.Window().save.Loading; });
+      [&window] { return StatesOf(window).SaveView; });
   AddPictureCommands(menu, *plot_);
   items_.Add(
       menu, "mnuDataFileInfo", QStringLiteral("Data File &Information"), {},
-      [this] { review_.Chart().mnuDataFileInfo(); }, [&view] { return view.InfoCommands; });
+      [this] { review_.Chart().look.mnuDataFileInfo(); }, [&window] { return StatesOf(window).InfoCommands; });
   menu.addSeparator();
   items_.Add(menu, "mnuClose", QStringLiteral("Close This Window"), QKeySequence::Close, [this] { close(); });
 }
@@ -63,21 +64,23 @@ void FormReview::MakeViewMenu() {
   ChartCommands& chart = review_.Chart();
   const auto hasSamples = [this] { return HasSamples(); };
   items_.Add(
-      menu, "mnuFullView", QStringLiteral("&Full View"), QKeySequence(Qt::Key_F9), [&chart] { chart.cmdFullView(); },
+      menu, "mnuFullView", QStringLiteral("&Full View"), QKeySequence(Qt::Key_F9),
+      [&chart] { chart.view.cmdFullView(); }, hasSamples);
+  items_.Add(
+      menu, "mnuChartView", QStringLiteral("View by &Numbers..."), {}, [&chart] { chart.view.mnuChartView(); },
       hasSamples);
   items_.Add(
-      menu, "mnuChartView", QStringLiteral("View by &Numbers..."), {}, [&chart] { chart.mnuChartView(); }, hasSamples);
+      menu, "mnuRememberXY", QStringLiteral("&Remember XY"), {}, [&chart] { chart.view.mnuRememberXY(); }, hasSamples);
   items_.Add(
-      menu, "mnuRememberXY", QStringLiteral("&Remember XY"), {}, [&chart] { chart.mnuRememberXY(); }, hasSamples);
-  items_.Add(
-      menu, "mnuRecallXY", QStringLiteral("Re&call XY"), {}, [&chart] { chart.mnuRecallXY(); },
+      menu, "mnuRecallXY", QStringLiteral("Re&call XY"), {}, [&chart] { chart.view.mnuRecallXY(); },
       [&window] { return window.view.mnuRecallXY; });
   items_.Add(
-      menu, "mnuShowAllChannels", QStringLiteral("Show &All Channels"), {}, [&chart] { chart.mnuShowAllChannels(); },
+      menu, "mnuShowAllChannels", QStringLiteral("Show &All Channels"), {},
+      [&chart] { chart.look.mnuShowAllChannels(); },
       [this, &window] { return window.view.mnuChannelVisibility && HasSamples(); });
   items_.Add(
       menu, "mnuShowChartNotations", QStringLiteral("Chart &Notations"), {},
-      [&chart] { chart.mnuShowChartNotations(); }, [&window] { return window.notations.count > 0; },
+      [&chart] { chart.look.mnuShowChartNotations(); }, [&window] { return window.notations.count > 0; },
       [&window] { return window.chart.NotationsShown; });
 }
 
@@ -92,7 +95,7 @@ void FormReview::Refresh() {
 }
 
 void FormReview::closeEvent(QCloseEvent* event) {
-  review_.Chart().UnloadMyInfoFile();
+  review_.Chart().look.UnloadMyInfoFile();
   QMainWindow::closeEvent(event);
 }
 

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "config/settings_table.h"
+#include "model/scoped_flag.h"
 #include "sources/sound/format_in_use.h"
 #include "sources/sound/mixer_control.h"
 #include "sources/sound/sound_formats.h"
@@ -113,7 +114,7 @@ bool SoundSource::WaitForSound() {
   const auto givenUp = [&] { return run_.AbortFlag || run_.EndRequested; };
   StatusLine& status = window_.view.Status;
   status.Say("Waiting for Sound ...Escape to Abort.");
-  window_.view.cmdStart = false;
+  const ScopedFlag awaited(sound_.Awaited);
   while (!heard() && !givenUp()) session_.host.loop.Yield();
   if (!givenUp()) {
     status.Clear();

@@ -1,9 +1,8 @@
-#include "core/chart/chart_commands.h"
+#include "core/chart/view_commands.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "text/number.h"
 #include "timebase/time_stamp.h"
 
 namespace tarvolt {
@@ -21,83 +20,71 @@ ChartRange RangeOfView(const ChartViewRequest& request, const StripChart& chart)
   return range;
 }
 
-void ShowChartLegend(ChartWindow& window) {
-  for (int channel = 0; channel < kChannels; ++channel) {
-    const std::string& label = window.chart.ChannelName[channel];
-    window.view.Legend[channel] = label.empty() ? "CH" + NumberText(std::int64_t{channel + 1}) : label;
-  }
-  window.view.mnuChannelVisibility = window.chart.ChannelCount() > 1;
-  ++window.chart.RepaintRequests;
-}
-
-ChartCommands::ChartCommands(Session& session, ChartWindow& window)
+ViewCommands::ViewCommands(Session& session, ChartWindow& window)
     : session_(session), window_(window), chart_(window.chart), view_(window.view) {}
 
 // Auto-scroll goes off as well, so that one click brings the newest sample back.
-void ChartCommands::EndManualScroll() {
+void ViewCommands::EndManualScroll() {
   if (RunOn()) {
     chart_.Mode = ChartMode::Browsing;
     chart_.AutoScroll = false;
   }
   ++chart_.RepaintRequests;
   view_.LeftStatus.clear();
-  if (RunOn() || !chart_.AutoScroll) {
-    view_.Status.Say(kDragStatus);
-    CheckScrollEnabled();
-  }
+  if (RunOn() || !chart_.AutoScroll) view_.Status.Say(kDragStatus);
 }
 
-void ChartCommands::IncX() {
+void ViewCommands::IncX() {
   tarvolt::IncX(chart_, session_.settings.chart.ClickInc);
   EndManualScroll();
 }
 
-void ChartCommands::DecX() {
+void ViewCommands::DecX() {
   tarvolt::DecX(chart_, session_.settings.chart.ClickInc);
   EndManualScroll();
 }
 
-void ChartCommands::IncY() {
+void ViewCommands::IncY() {
   chart_.AutoScale = false;
   tarvolt::IncY(chart_, session_.settings.chart.ClickInc);
   EndManualScroll();
 }
 
-void ChartCommands::DecY() {
+void ViewCommands::DecY() {
   chart_.AutoScale = false;
   tarvolt::DecY(chart_, session_.settings.chart.ClickInc);
   EndManualScroll();
 }
 
-void ChartCommands::ScrollLeft() {
+void ViewCommands::ScrollLeft() {
   session_.settings.chart.ArrowsReverse ? tarvolt::ScrollRight(chart_) : tarvolt::ScrollLeft(chart_);
   EndManualScroll();
 }
 
-void ChartCommands::ScrollRight() {
+void ViewCommands::ScrollRight() {
   session_.settings.chart.ArrowsReverse ? tarvolt::ScrollLeft(chart_) : tarvolt::ScrollRight(chart_);
   EndManualScroll();
 }
 
-void ChartCommands::ScrollUp() {
+void ViewCommands::ScrollUp() {
   chart_.AutoScale = false;
   session_.settings.chart.ArrowsReverse ? tarvolt::ScrollDown(chart_) : tarvolt::ScrollUp(chart_);
   EndManualScroll();
 }
 
-void ChartCommands::ScrollDown() {
+void ViewCommands::ScrollDown() {
   chart_.AutoScale = false;
   session_.settings.chart.ArrowsReverse ? tarvolt::ScrollUp(chart_) : tarvolt::ScrollDown(chart_);
   EndManualScroll();
 }
 
-void ChartCommands::ZoomTo(const ChartRange& range) {
+void ViewCommands::ZoomTo(const ChartRange& range) {
   if (range.yMin != chart_.YAxisMin || range.yMax != chart_.YAxisMax) chart_.AutoScale = false;
   SetRange(chart_, range);
   EndManualScroll();
 }
 
-void ChartCommands::Pan(double days, double units) {
+void ViewCommands::Pan(double days, double units) {
   ChartRange range = RangeOf(chart_);
   range.xMin += days;
   range.xMax += days;
@@ -106,7 +93,7 @@ void ChartCommands::Pan(double days, double units) {
   ZoomTo(range);
 }
 
-void ChartCommands::cmdAutoScrollEnable() {
+void ViewCommands::cmdAutoScrollEnable() {
   chart_.AutoScroll = !chart_.AutoScroll;
   if (chart_.AutoScroll) {
     chart_.Mode = ChartMode::Tracking;
@@ -118,58 +105,38 @@ void ChartCommands::cmdAutoScrollEnable() {
     if (view_.Status.Text() == kDragStatus || view_.Status.Text().starts_with("Press Plot")) view_.Status.Clear();
   }
   session_.Add2SLog(chart_.AutoScroll ? "Auto-Scrolling Enabled" : "Auto-Scrolling Disabled");
-  CheckScrollEnabled();
   ++chart_.RepaintRequests;
 }
 
-void ChartCommands::cmdAutoScale() {
+void ViewCommands::cmdAutoScale() {
   if (!chart_.AutoScale) return AutoScaleOn();
   chart_.AutoScale = false;
-  CheckScrollEnabled();
   ++chart_.RepaintRequests;
 }
 
-void ChartCommands::AutoScaleOn() {
+void ViewCommands::AutoScaleOn() {
   chart_.AutoScale = true;
   FitY(chart_, window_.run.ChannelCount);
-  CheckScrollEnabled();
   ++chart_.RepaintRequests;
 }
 
-void ChartCommands::CheckScrollEnabled() {
-  view_.AutoScrollTip =
-      chart_.AutoScroll ? "Auto-Scroll Enabled - Click to Disable" : "Auto-Scroll Disabled - Click to Enable";
-  view_.AutoScaleTip =
-      chart_.AutoScale ? "Auto-Scale Enabled - Click to Disable" : "Auto-Scale Disabled - Click to Enable";
-  CheckArrowColors();
-}
-
-void ChartCommands::SaveFullViewParams() {
-  window_.views.full = RangeOf(chart_);
-}
-
-void ChartCommands::RestoreFullView() {
+void ViewCommands::RestoreFullView() {
   if (!window_.views.full) return;
   SetRange(chart_, *window_.views.full);
   EndManualScroll();
 }
 
-void ChartCommands::cmdFullView() {
+void ViewCommands::cmdFullView() {
   if (chart_.Count() < 1) return;
-  SaveFullViewParams();
+  window_.views.full = RangeOf(chart_);
   FitY(chart_, window_.run.ChannelCount);
-  DoFullView();
+  FitX(chart_);
   window_.views.fvMinX = chart_.XAxisMin;
   window_.views.fvMaxX = chart_.XAxisMax;
   if (RunOn()) EndManualScroll();
 }
 
-void ChartCommands::DoFullView() {
-  if (chart_.Count() < 1) return;
-  FitX(chart_);
-}
-
-bool ChartCommands::SetChartView(const ChartViewRequest& request) {
+bool ViewCommands::SetChartView(const ChartViewRequest& request) {
   if (chart_.Count() < 5) {
     view_.Status.Say("Not enough data loaded for Manual Chart View entry.");
     return false;
@@ -191,43 +158,50 @@ bool ChartCommands::SetChartView(const ChartViewRequest& request) {
   chart_.Mode = ChartMode::Browsing;
   if (RunOn()) chart_.AutoScroll = false;
   SetRange(chart_, range);
-  CheckScrollEnabled();
   return true;
 }
 
-void ChartCommands::SaveChartViewParams() {
+void ViewCommands::SaveChartViewParams() {
   window_.views.saved = RangeOf(chart_);
 }
 
-void ChartCommands::RestoreChartViewParams() {
+void ViewCommands::RestoreChartViewParams() {
   if (window_.views.saved) ZoomTo(*window_.views.saved);
 }
 
-void ChartCommands::mnuRememberXY() {
+void ViewCommands::mnuRememberXY() {
   window_.views.remembered = RangeOf(chart_);
   view_.mnuRecallXY = true;
 }
 
-void ChartCommands::RememberYMax() {
+void ViewCommands::RememberYMax() {
   if (!window_.views.remembered) return mnuRememberXY();
   window_.views.remembered->yMax = chart_.YAxisMax;
   view_.mnuRecallXY = true;
 }
 
-void ChartCommands::mnuRecallXY() {
+void ViewCommands::mnuRecallXY() {
   if (window_.views.remembered) ZoomTo(*window_.views.remembered);
 }
 
-void ChartCommands::mnuRestoreXYtoDefaults() {
+void ViewCommands::mnuRestoreXYtoDefaults() {
   chart_.AutoScale = false;
   SetRange(chart_, {chart_.XAxisMin, chart_.XAxisMax, 0, session_.settings.chart.ChartYaxisMax});
-  CheckScrollEnabled();
 }
 
-void ChartCommands::mnuSetYminToZero() {
+void ViewCommands::mnuSetYminToZero() {
   chart_.AutoScale = false;
   SetRange(chart_, {chart_.XAxisMin, chart_.XAxisMax, 0, chart_.YAxisMax});
-  CheckScrollEnabled();
+}
+
+void ViewCommands::mnuChartView() {
+  view_.ChartViewShown = true;
+}
+
+void ViewCommands::CloseChartViews() {
+  view_.ChartViewShown = false;
+  window_.views.saved.reset();
+  window_.views.full.reset();
 }
 
 }  // namespace tarvolt
