@@ -20,15 +20,17 @@ constexpr const char* kBoxTitle = "Tarvolt";
 
 // The rules that need no look at a file. Saved stands for a save that is to be made.
 SaveOutcome AskRules(Session& session, const ChartWindow& window, SaveReason reason) {
-  const Settings& settings = session.settings;
   const SaveState& save = window.save;
   if (!save.keeping.IsKept()) return SaveOutcome::NotWanted;
   if (LastIndexOfRun(session, window) <= 0) return SaveOutcome::NotWanted;
   if (save.ViewSaveActive || reason == SaveReason::Again) return SaveOutcome::Saved;
-  const bool autosave =
-      window.Mode == SessionMode::Client ? settings.files.AutoSaveClient : settings.files.AutoSaveStandAlone;
-  if (reason != SaveReason::Asked && !autosave) return SaveOutcome::Unsaved;
-  return SaveIfAtStop(settings, window.chart) ? SaveOutcome::Saved : SaveOutcome::NotWanted;
+  if (reason == SaveReason::RunEnded) {
+    const LogPlan& log = window.run.log;
+    if (!log.AutoSave) return SaveOutcome::Unsaved;
+    return SaveIfAtStop(log.SaveIF, log.SaveIFVal, window.chart) ? SaveOutcome::Saved : SaveOutcome::NotWanted;
+  }
+  const FileSettings& files = session.settings.files;
+  return SaveIfAtStop(files.SaveIF, files.SaveIFVal, window.chart) ? SaveOutcome::Saved : SaveOutcome::NotWanted;
 }
 
 void RemoveCreatedFolders(Session& session, ChartWindow& window) {
@@ -144,9 +146,9 @@ bool SaveIfAtTurnover(const LogPlan& log, const StripChart& chart) {
   return true;
 }
 
-bool SaveIfAtStop(const Settings& settings, const StripChart& chart) {
-  if (settings.files.SaveIF > 0) return chart.DataMax() > settings.files.SaveIFVal;
-  if (settings.files.SaveIF < 0) return chart.DataMin() < settings.files.SaveIFVal;
+bool SaveIfAtStop(std::int32_t saveIF, double value, const StripChart& chart) {
+  if (saveIF > 0) return chart.DataMax() > value;
+  if (saveIF < 0) return chart.DataMin() < value;
   return true;
 }
 

@@ -18,7 +18,7 @@ enum class SaveOutcome {
 bool SaveIfAtTurnover(const LogPlan& log, const StripChart& chart);
 
 /// The SaveIF test at the end of a run: at equality it does not save.
-bool SaveIfAtStop(const Settings& settings, const StripChart& chart);
+bool SaveIfAtStop(std::int32_t saveIF, double value, const StripChart& chart);
 
 /// How a save at rest comes about.
 enum class SaveReason {

@@ -20,10 +20,6 @@ int RunPlan::ActiveChannels() const {
   return static_cast<int>(end - Dsrc.begin());
 }
 
-bool RunPlan::HasRow(bool (*isSuch)(DataSourceId)) const {
-  return std::any_of(Dsrc.begin(), Dsrc.begin() + ActiveChannels(), isSuch);
-}
-
 RunPlan PlanOfRun(const Settings& settings) {
   RunPlan plan;
   plan.Dsrc = settings.channels.Dsrc;
@@ -34,6 +30,10 @@ RunPlan PlanOfRun(const Settings& settings) {
   plan.TimeRefZero = settings.timing.TimeRefZero;
   plan.ApplyToIncoming = settings.channels.ApplyToIncoming;
   plan.Equations = EquationsOf(settings);
+  plan.ChannelLabel = settings.channels.ChannelLabel;
+  if (settings.channels.UseOffsets) {
+    std::copy_n(settings.channels.DefaultChannelOffset.begin(), kChannels, plan.ChannelOffset.begin());
+  }
   plan.triggers = TriggerChannelsOf(settings);
   plan.uds = settings.uds;
   plan.sound = settings.sound;
@@ -46,7 +46,7 @@ LogPlan PlanOfLog(const Settings& settings, const RunPlan& run, bool isClient) {
   LogPlan plan;
   plan.MaxArrayCount = settings.timing.MaxArrayCount;
   plan.MaxDuration = settings.timing.MaxDuration;
-  plan.ChartWidth = settings.timing.ChartWidth;
+  plan.ChartWidth = std::max(settings.timing.ChartWidth, 1.0);
   plan.Continuous = settings.timing.Continuous;
   plan.UseRestartTime = settings.timing.UseRestartTime;
   plan.RestartTime = settings.timing.RestartTime;
@@ -54,6 +54,7 @@ LogPlan PlanOfLog(const Settings& settings, const RunPlan& run, bool isClient) {
   plan.LogUsingUT = settings.place.LogUsingUT;
   plan.TimeRefZero = run.TimeRefZero && !plan.LogLMST;
   plan.DetectTZ = settings.place.DetectTZ;
+  plan.TZ = settings.place.TZ;
   plan.UserLng = settings.place.UserLng;
   plan.MiniServer = isClient ? settings.files.MiniClient : settings.files.MiniServer;
   plan.DiskBackUp = isClient ? settings.files.ClientDiskBackUp : settings.files.DiskBackUp;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <string>
@@ -32,6 +33,8 @@ struct RunPlan {
   bool TimeRefZero = false;
   bool ApplyToIncoming = false;
   EquationSet Equations;  ///< that work on the run's samples
+  std::array<std::string, kChannels> ChannelLabel;
+  std::array<double, kChannels> ChannelOffset{};  ///< at its beginning: all 0 without UseOffsets
   TriggerChannels triggers;
   UdsSettings uds;
   SoundSettings sound;
@@ -41,7 +44,10 @@ struct RunPlan {
   int ActiveChannels() const;
 
   /// True when one of them has such a source.
-  bool HasRow(bool (*isSuch)(DataSourceId)) const;
+  template <typename Predicate>
+  bool HasRow(Predicate isSuch) const {
+    return std::any_of(Dsrc.begin(), Dsrc.begin() + ActiveChannels(), isSuch);
+  }
 };
 
 /// A plan with the settings as they are now.
@@ -65,6 +71,7 @@ struct LogPlan {
   bool LogUsingUT = false;
   bool TimeRefZero = false;  ///< stamps count from the midnight of its start; never of a sidereal log
   bool DetectTZ = false;     ///< the zone of the machine is followed
+  double TZ = 0;             ///< hours, as it was when the log began
   double UserLng = 0;        ///< degrees, west positive
 
   // How it is kept.

@@ -40,6 +40,7 @@ struct RunState {
   bool ForceSave = false;     ///< File Save during a run: the log is saved whatever the settings, and a new one begins
   bool EndRequested = false;  ///< the program is to end: no wait goes on, whatever else clears AbortFlag
 
+  std::int64_t RunNumber = 0;  ///< of the starts so far: a wait that outlives its run is no part of the next one
   RunPlan plan;
   LogPlan log;
 

@@ -8,11 +8,6 @@
 
 namespace tarvolt {
 
-bool ChannelSource::IsNeeded(const RunPlan& plan) const {
-  const auto end = plan.Dsrc.begin() + plan.ActiveChannels();
-  return std::any_of(plan.Dsrc.begin(), end, [this](DataSourceId id) { return Owns(id); });
-}
-
 std::string ChannelSources::Choose() {
   inUse_.clear();
   for (ChannelSource* const source : all_) {
@@ -24,7 +19,9 @@ std::string ChannelSources::Choose() {
   FindOwners();
   for (int channel = 0; channel < run_.plan.ActiveChannels(); ++channel) {
     if (rows_[channel]) continue;
-    return "Channel " + NumberText(std::int64_t{channel + 1}) + " is set to \"" + SourceName(run_.plan.Dsrc[channel]) +
+    const std::string name = SourceName(run_.plan.Dsrc[channel]);
+    const std::string shown = name.empty() ? NumberText(std::int64_t{run_.plan.Dsrc[channel]}) : name;
+    return "Channel " + NumberText(std::int64_t{channel + 1}) + " is set to \"" + shown +
            "\", which this version cannot read. Change to another data source under Options / Data Source.";
   }
   return {};
@@ -62,8 +59,8 @@ bool ChannelSources::Read(TickReadings& readings) {
   return true;
 }
 
-void ChannelSources::EndTick() {
-  for (ChannelSource* const source : all_) source->EndTick();
+void ChannelSources::EndTick(bool isWhole) {
+  for (ChannelSource* const source : all_) source->EndTick(isWhole);
 }
 
 void ChannelSources::Close() {

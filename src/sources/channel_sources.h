@@ -29,8 +29,8 @@ class ChannelSources {
   /// Reads the rows of one tick from the first on. False when the tick is not whole. Yields while a source answers.
   bool Read(TickReadings& readings);
 
-  /// The tick is whole.
-  void EndTick();
+  /// The tick is over, and whole or not.
+  void EndTick(bool isWhole);
 
   /// Closes all, the last first.
   void Close();

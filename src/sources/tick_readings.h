@@ -11,10 +11,10 @@ namespace tarvolt {
 class TickReadings {
  public:
   /// One value of a channel, 0 to 7, which also counts in the extremes of the sample.
-  void Read(int channel, double value) { readings_[static_cast<std::size_t>(channel)] = {value, true}; }
+  void AddValue(int channel, double value) { readings_[static_cast<std::size_t>(channel)] = {value, true}; }
 
   /// What a source has added up by itself: the extremes stay as they are.
-  void Add(int channel, double sum) { readings_[static_cast<std::size_t>(channel)] = {sum, false}; }
+  void AddSum(int channel, double sum) { readings_[static_cast<std::size_t>(channel)] = {sum, false}; }
 
   /// Adds all of it. A channel whose source gave nothing adds nothing.
   void AddTo(RunState& run) const {

@@ -142,21 +142,23 @@ void UdsDispatch::SetTimeOrigin(std::string_view text) {
 }
 
 void UdsDispatch::StartLevelMeter(std::string_view) {
-  TellOfClock("changed the buffers of");
+  LogUseOfSound("changed the buffers of");
   sound_.StartLevelMeter();
 }
 
 void UdsDispatch::StopLevelMeter(std::string_view) {
-  TellOfClock("stopped");
+  LogUseOfSound("stopped");
   sound_.Stop();
 }
 
 // The data source may do so, but nobody should have to guess why the samples come otherwise.
-void UdsDispatch::TellOfClock(const char* whatWasDone) {
+void UdsDispatch::LogUseOfSound(const char* whatWasDone) {
   const RunState& run = window_.run;
-  if (!run.ChartRunning() || run.plan.pacer != Pacer::Sound) return;
-  session_.Add2SLog(std::string("The data source has ") + whatWasDone +
-                    " the sound input, which is the clock of this run.");
+  const bool isClock = run.plan.pacer == Pacer::Sound;
+  const bool isRead = run.plan.pacer == Pacer::Timer && run.plan.HasRow(ReadsSound);
+  if (!run.ChartRunning() || !(isClock || isRead)) return;
+  session_.Add2SLog(std::string("The data source has ") + whatWasDone + " the sound input, which is " +
+                    (isClock ? "the clock of this run." : "recorded in this run."));
 }
 
 void UdsDispatch::SendPeaks(std::string_view) {
@@ -184,7 +186,7 @@ void UdsDispatch::SendSoundAverages(std::string_view) {
 std::optional<TimeStamp> UdsDispatch::ReadTime(std::string_view text) {
   const TimeStamp time = Val(text);
   if (time > 0 && time < kTooLate) return time;
-  if (!badTimeLogged_) session_.Add2SLog("UDS sent a time that is no date. The clock is used instead.");
+  if (!badTimeLogged_) session_.Add2SLog("UDS sent a time that is no date. It is not used.");
   badTimeLogged_ = true;
   return std::nullopt;
 }

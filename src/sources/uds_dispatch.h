@@ -56,7 +56,7 @@ class UdsDispatch {
   void SetTimeOrigin(std::string_view text);
   void StartLevelMeter(std::string_view text);
   void StopLevelMeter(std::string_view text);
-  void TellOfClock(const char* whatWasDone);
+  void LogUseOfSound(const char* whatWasDone);
   void SendPeaks(std::string_view text);
   void SendSoundAverages(std::string_view text);
 

@@ -34,6 +34,10 @@ void UdsSource::FollowDeclaredCount() {
   auto& rows = run_.plan.Dsrc;
   const int inTable = run_.plan.ActiveChannels();
   std::fill(rows.begin() + run_.ChannelCount, rows.end(), DataSourceId{0});
+  if (run_.ChannelCount < inTable) {
+    session_.Add2SLog("UDS declares fewer channels than the channel table has rows. Recorded: " +
+                      NumberText(std::int64_t{run_.ChannelCount}) + " of " + NumberText(std::int64_t{inTable}) + ".");
+  }
   if (run_.ChannelCount <= inTable) return;
   std::string further;
   DataSourceId input = kFirstUds;
@@ -47,7 +51,7 @@ void UdsSource::FollowDeclaredCount() {
 
 bool UdsSource::Read(int channel, TickReadings& readings) {
   if (!taken_ && !TakeSet()) return false;
-  readings.Add(channel, set_[static_cast<std::size_t>(run_.plan.Dsrc[channel] - kFirstUds)]);
+  readings.AddSum(channel, set_[static_cast<std::size_t>(run_.plan.Dsrc[channel] - kFirstUds)]);
   return true;
 }
 
@@ -62,9 +66,11 @@ bool UdsSource::TakeSet() {
 // behind. What came of a set that was given up on is kept for the poll that gets the rest.
 bool UdsSource::Poll() {
   if (run_.plan.pacer == Pacer::Sound) run_.TickBusy = true;
+  const std::int64_t polled = run_.RunNumber;
   const UdsClient::PollResult result = client_.Poll();
-  if (result == UdsClient::PollResult::Answered && run_.ChartRunning()) return true;
-  if (run_.ChartRunning() && result == UdsClient::PollResult::LinkLost) {
+  const bool goesOn = run_.ChartRunning() && run_.RunNumber == polled;
+  if (result == UdsClient::PollResult::Answered && goesOn) return true;
+  if (result == UdsClient::PollResult::LinkLost && goesOn) {
     session_.Tell("Tarvolt", "Connection Lost with UDS");
     session_.Add2SLog("Lost UDS Connection Stopping Chart.");
     control_.StopChart();

@@ -20,7 +20,7 @@ class UdsSource final : public ChannelSource {
 
   /// Yields while a polled source answers. A link that is lost meanwhile stops the run.
   bool Read(int channel, TickReadings& readings) override;
-  void EndTick() override { taken_ = false; }
+  void EndTick(bool) override { taken_ = false; }
   void Close() override { client_.Close(); }
   void DescribeLink(Metadata& metadata) const override;
 

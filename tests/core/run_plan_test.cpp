@@ -48,6 +48,35 @@ TEST(RunPlan, ASiderealLogAfterOneFromMidnightHasSiderealStamps) {
   EXPECT_EQ(station.FirstChannelInFilesAndStore(), Ramp(90));
 }
 
+TEST(RunPlan, AProfileThatComesWhileTheSourceConnectsChangesNothingOfTheRun) {
+  for (const bool lmst : {true, false}) {
+    Station station;
+    station.host.sound.Plug("USB,0: Receiver, Line", [](std::int64_t) { return std::pair(1000, 1000); });
+    station.Set("Dsrc0", 1).Set("Dsrc1", 20).Set("sWavFormat", 8).Set("TimerType", 1).Set("UDSpush", false);
+    station.Set("LogLMST", !lmst).Boot();
+    station.host.disk.Put("/station/other.tvp", std::string("LogLMST = ") + (lmst ? "True" : "False") + ";\r\n");
+    station.uds.AnswersAfter(2s);
+    station.host.loop.After(3s, [&] { station.Form().Profiles().Load("/station/other.tvp"); });
+    station.StartChart();
+    station.uds.AnswersAfter(0ms);
+    station.RunFor(5s);
+    EXPECT_TRUE(station.Running());
+    EXPECT_EQ(station.Run().ChartIsLMST, !lmst);
+    EXPECT_GT(station.Form().Window().chart.Count(), 40);
+  }
+}
+
+TEST(RunPlan, WhatIsSavedAtTheStopIsSettledWhenTheLogBegins) {
+  Station station;
+  station.Set("AutoSaveStandAlone", true).StartChart();
+  station.RunForSets(20);
+  station.Set("SaveIF", 1).Set("SaveIFVal", 1000).Set("AutoSaveStandAlone", false);
+  station.RunForSets(30);
+  station.StopChart();
+  EXPECT_EQ(station.FirstChannelInFilesAndStore(), Ramp(30));
+  EXPECT_EQ(station.FilesSaved().size(), 1u);
+}
+
 TEST(RunPlan, ABackupSwitchedOffInARunStillHoldsTheLog) {
   Station station;
   station.Set("MaxArrayCount", 50).StartChart();

@@ -23,6 +23,11 @@ class ChannelAverage final : public RunListener {
 
   void SampleFinished(const FinishedSample& sample) override;
 
+  /// The stamps of the next log may begin anew.
+  void LogEnded(LogEnd why) override {
+    if (why == LogEnd::TurnedOver) StopAvgSampling();
+  }
+
   /// Forgets it without a word.
   void RunEnded() override { running_ = false; }
 

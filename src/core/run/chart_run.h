@@ -20,17 +20,16 @@ class ChartRun {
   /// Ends the run, closes its source and saves. Does nothing without a run. Yields only in a question to a person.
   void StopChart();
 
-  /// Turns the log over: saves it when that is wanted and starts a new one, or ends the run. Yields only in a question.
+  /// Turns the log over: saves it when that is wanted and starts a new one, or ends the run.
   void MaxedOut(MaxedOutMode mode);
 
   /// Logs how many samples a clock that stood or went back has cost since this was told last.
   void TellDropped();
 
-  /// Takes the base of log time from the settings and the clock, as at the start of a log that began so many
-  /// milliseconds ago.
-  void TakeTimeBase(double ago = 0);
+  /// At rest: takes the base of log time from the settings and the clock, as at the start of a log.
+  void TakeTimeBase();
 
-  /// Takes only what turns the clock into log time, and leaves the chart on display its own base.
+  /// At rest: takes only what turns the clock into log time, and leaves the chart on display its own base.
   void TakeClockOffset();
 
   /// The log begins at this moment and not at that of the start: its first stamp, its axis and its end.
@@ -46,6 +45,7 @@ class ChartRun {
   bool CheckSources();
   void FindSoundCard();
   bool MakeRoom();
+  bool IsStillWanted();
   void ShowModeStatus();
   void ClearForNewRun();
   void BuildMetadata();
@@ -65,6 +65,8 @@ class ChartRun {
   // What is settled for each log (log_begin.cpp).
   enum class LogStart { First, FirstBuffer, Further };
   void SettleLog(LogStart start);
+  void TakeTimeBase(const LogPlan& base, double ago);
+  void TakeClockOffset(const LogPlan& base);
   void DetectZone();
   void SetTimeOrigin(LogStart start);
   void PlanNextRestart();
@@ -73,6 +75,7 @@ class ChartRun {
   void Abort();
 
   // The turnover (chart_turnover.cpp).
+  bool TurnOver(MaxedOutMode mode);
   bool TurnoverSaves(MaxedOutMode mode) const;
   bool GoesOn(MaxedOutMode mode) const;
   void StopLogging();

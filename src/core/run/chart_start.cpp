@@ -40,10 +40,11 @@ bool ChartRun::RunTheStart(const std::string& profile) {
   if (!CheckSources()) return false;
   recorder_.triggers.OpenDevices();
   if (!CheckTiming()) return false;
-  if (!MakeRoom()) return false;
+  if (!MakeRoom() || !IsStillWanted()) return false;
   ShowModeStatus();
   recorder_.commands.view.CloseChartViews();
-  if (!recorder_.sources.Prepare()) return false;  // a refused start leaves the old chart on display
+  if (!recorder_.sources.Prepare() || !IsStillWanted())
+    return false;  // a refused start leaves the old chart on display
   ClearForNewRun();
   BuildMetadata();
   CopyOffsets();
@@ -52,8 +53,8 @@ bool ChartRun::RunTheStart(const std::string& profile) {
   recorder_.triggers.ResetForRun();
   AddInputMetadata();
   BeginTracking();
-  LogChartStarted();
   SettleLog(LogStart::First);
+  LogChartStarted();
   recorder_.TimerKeepAlive->SetInterval(kKeepAliveRunning);
   recorder_.TimerKeepAlive->SetEnabled(true);
   if (!ConnectSources()) return false;
@@ -77,6 +78,7 @@ void ChartRun::LoadRunProfile(const std::string& profile) {
 }
 
 void ChartRun::ResetRunState() {
+  ++run_.RunNumber;
   run_.plan = PlanOfRun(session_.settings);
   run_.LastStamp = 0;
   run_.CurrentStamp = 0;
@@ -144,6 +146,14 @@ bool ChartRun::MakeRoom() {
   return *room;
 }
 
+// A stop, or Escape, may have come while a step waited.
+bool ChartRun::IsStillWanted() {
+  if (!run_.AbortFlag && !run_.EndRequested) return true;
+  view_.Status.Say("Start Aborted");
+  session_.Add2SLog("Start Aborted");
+  return false;
+}
+
 void ChartRun::ShowModeStatus() {
   switch (window_.Mode) {
     case SessionMode::StandAlone:
@@ -177,9 +187,8 @@ void ChartRun::BuildMetadata() {
 
 void ChartRun::CopyOffsets() {
   run_.ChannelOffset.fill(0);
-  if (!session_.settings.channels.UseOffsets) return;
   for (int channel = 0; channel < kChannels; ++channel) {
-    const double offset = session_.settings.channels.DefaultChannelOffset[channel];
+    const double offset = run_.plan.ChannelOffset[channel];
     if (IsUsableOffset(offset)) {
       run_.ChannelOffset[channel] = offset;
     } else {
@@ -214,8 +223,8 @@ void ChartRun::PrepareChart() {
   chart.SetChannelCount(run_.ChannelCount);
   chart.ChannelPen = StripChart::kOwnPens;
   for (int channel = 0; channel < kChannels; ++channel) {
-    chart.ChannelName[channel] = session_.settings.channels.ChannelLabel[channel];
-    window_.channelLabels[channel] = session_.settings.channels.ChannelLabel[channel];
+    chart.ChannelName[channel] = run_.plan.ChannelLabel[channel];
+    window_.channelLabels[channel] = run_.plan.ChannelLabel[channel];
   }
   recorder_.commands.look.TakeLook();
   recorder_.commands.look.ShowChartLegend();

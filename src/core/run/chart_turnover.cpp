@@ -1,3 +1,5 @@
+#include <exception>
+
 #include "core/run/chart_run.h"
 #include "files/naming.h"
 #include "files/saving.h"
@@ -5,8 +7,20 @@
 
 namespace tarvolt {
 
+// What fails beyond its own words, as memory does, ends the run: its stop saves or keeps what there is.
 void ChartRun::MaxedOut(MaxedOutMode mode) {
   run_.phase = RunPhase::TurningOver;
+  bool goesOn = false;
+  try {
+    goesOn = TurnOver(mode);
+  } catch (const std::exception& error) {
+    session_.Add2SLog(std::string("The log could not be turned over: ") + error.what());
+  }
+  if (!goesOn) StopLogging();
+}
+
+// False when the run is to end.
+bool ChartRun::TurnOver(MaxedOutMode mode) {
   recorder_.offsets.NoteHeld();
   if (window_.chart.AutoScale) window_.chart.ScaleYToData();
   recorder_.LoTime1->SetEnabled(false);
@@ -15,24 +29,20 @@ void ChartRun::MaxedOut(MaxedOutMode mode) {
   std::filesystem::path name = NameDataFile(session_, window_, NameKind::Data, true);
   if (name == kBadFile) {
     session_.Add2SLog(" Could Not Save File..No Data. ");
-    StopLogging();
-    return;
+    return false;
   }
   name = NameOfOwn(session_, window_, name);
   SaveOutcome outcome = SaveOutcome::NotWanted;
   if (TurnoverSaves(mode) && (run_.ForceSave || SaveIfAtTurnover(run_.log, window_.chart))) {
     outcome = SaveDataFile(session_, window_, name, false);
   }
-  if (!GoesOn(mode)) {
-    StopLogging();
-    return;
-  }
+  if (!GoesOn(mode)) return false;
   if (outcome == SaveOutcome::Failed && !recorder_.unsaved.SetAside(name)) {
     session_.Add2SLog("Too many logs wait for room on the disk.");
-    StopLogging();
-    return;
+    return false;
   }
   StartNextLog();
+  return true;
 }
 
 // A log of which memory keeps the last stretch alone, and no backup the rest, is no log to save but by hand.
@@ -80,8 +90,8 @@ void ChartRun::RestartChart() {
   // A log's stamps rise by themselves: a sidereal day, or the midnight of TimeRefZero, may begin again with it.
   run_.LastStamp = 0;
   run_.StepBack = 0;
-  LogChartStarted();
   SettleLog(LogStart::Further);
+  LogChartStarted();
   if (run_.log.MetaDataActive) {
     BuildMetadata();
     AddInputMetadata();

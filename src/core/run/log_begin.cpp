@@ -17,7 +17,7 @@ void ChartRun::SettleLog(LogStart start) {
     SettleKeeping(run_.log, window_.chart.ChannelCount(), window_.save.keeping);
     window_.chart.SetCapacity(run_.log.MaxArrayCount);
   }
-  TakeTimeBase(start == LogStart::Further ? SoundWaiting() : 0);
+  TakeTimeBase(run_.log, start == LogStart::Further ? SoundWaiting() : 0);
   SetTimeOrigin(start);
   PlanNextRestart();
 }
@@ -35,22 +35,29 @@ void ChartRun::DetectZone() {
 // A sidereal run counts its sidereal clock from a moment in UT, so its offset is that of UT whatever the base of
 // other runs is.
 void ChartRun::TakeClockOffset() {
-  const PlaceSettings& place = session_.settings.place;
-  run_.time.tz = place.TZ;
-  run_.time.utOffset = place.LogUsingUT || place.LogLMST ? -place.TZ / 24 : 0;
-  session_.log.SetUTOffset(run_.time.utOffset);
+  const LogPlan base = PlanOfLog(session_.settings, run_.plan, false);
+  TakeClockOffset(base);
 }
 
-void ChartRun::TakeTimeBase(double ago) {
-  const PlaceSettings& place = session_.settings.place;
+void ChartRun::TakeClockOffset(const LogPlan& base) {
+  run_.time.tz = base.TZ;
+  run_.time.utOffset = base.LogUsingUT || base.LogLMST ? -base.TZ / 24 : 0;
+  session_.log.SetUTOffset(base.LogUsingUT ? -base.TZ / 24 : 0);
+}
+
+void ChartRun::TakeTimeBase() {
+  TakeTimeBase(PlanOfLog(session_.settings, run_.plan, false), 0);
+}
+
+void ChartRun::TakeTimeBase(const LogPlan& base, double ago) {
   TimeBase& time = run_.time;
-  TakeClockOffset();
-  time.logLMST = place.LogLMST;
+  TakeClockOffset(base);
+  time.logLMST = base.LogLMST;
   time.firstStamp = CalcTimeNotSidereal(session_.host.clock, time) - ago * kMillisecond;
-  time.startLMST = place.LogLMST ? CalcLMST(time.firstStamp, place.UserLng) : 0;
+  time.startLMST = base.LogLMST ? CalcLMST(time.firstStamp, base.UserLng) : 0;
   if (window_.save.keeping.LoadedFromFile || window_.save.Loading) return;  // a loaded chart keeps the base of its file
-  run_.ChartIsLMST = place.LogLMST;
-  run_.ChartIsUT = place.LogUsingUT;
+  run_.ChartIsLMST = base.LogLMST;
+  run_.ChartIsUT = base.LogUsingUT;
 }
 
 // A source that stamps its sets may be ahead of the clock: a log is not over before it has begun. With TimeRefZero the

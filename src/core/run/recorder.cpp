@@ -70,8 +70,9 @@ void Recorder::FollowZone(double zone) {
   if (zone == time.tz) return;
   time.tz = zone;
   if (session.settings.place.DetectTZ) session.settings.place.TZ = zone;
-  if (time.logLMST || window.run.ChartIsUT) time.utOffset = -zone / 24;
-  session.log.SetUTOffset(time.utOffset);
+  const bool isUT = window.run.ChartRunning() ? window.run.log.LogUsingUT : session.settings.place.LogUsingUT;
+  if (time.logLMST || isUT) time.utOffset = -zone / 24;
+  session.log.SetUTOffset(isUT ? time.utOffset : 0);
   session.Add2SLog("Your Timezone has Changed.");
 }
 

@@ -55,6 +55,18 @@ void AddSoundCard(const Session& session, const RunPlan& plan, Metadata& metadat
                          session.store.GetSetting(Section::Settings, "LastSoundCardCalibration"));
 }
 
+const char* TimingMethod(Pacer pacer) {
+  switch (pacer) {
+    case Pacer::Timer:
+      return "Timer";
+    case Pacer::Sound:
+      return "Sound Card";
+    case Pacer::Push:
+      return "UDS";
+  }
+  return "";
+}
+
 }  // namespace
 
 std::string EquationText(const EquationSet& set, int channel) {
@@ -72,9 +84,8 @@ void BuildRunMetadata(const Session& session, ChartWindow& window) {
 }
 
 void AddTimingMetadata(const RunPlan& plan, std::optional<double> actualPeriod, Metadata& metadata) {
-  const bool soundPaces = plan.pacer == Pacer::Sound;
-  metadata.AddToMetaData("Timing Method: ", soundPaces ? "Sound Card" : "Timer");
-  if (soundPaces) {
+  metadata.AddToMetaData("Timing Method: ", TimingMethod(plan.pacer));
+  if (plan.pacer == Pacer::Sound) {
     metadata.AddToMetaData("Sound Card Device", plan.sound.SoundCardName);
     metadata.AddToMetaData("Sound Card Timing Correction", NumberText(plan.card.SCTadjust));
   }

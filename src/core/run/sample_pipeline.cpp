@@ -15,7 +15,7 @@ void SamplePipeline::TimerTick() {
   recorder_.LoTime1->SetEnabled(false);
   if (run_.chartState() == ChartState::Armed) TakeFirstTick();
   GetAllData(std::nullopt);
-  if (run_.ChartRunning() && run_.ChartRunning()) recorder_.LoTime1->SetEnabled(true);
+  if (run_.ChartRunning() && run_.plan.pacer == Pacer::Timer) recorder_.LoTime1->SetEnabled(true);
 }
 
 void SamplePipeline::TakeFirstTick() {
@@ -41,13 +41,10 @@ void SamplePipeline::GetAllData(std::optional<TimeStamp> sourceTime, double wait
 bool SamplePipeline::ReadChannels() {
   if (run_.phase == RunPhase::Armed) run_.phase = RunPhase::Running;
   TickReadings readings;
-  if (!recorder_.sources.Read(readings)) {
-    run_.TickBusy = false;
-    return false;
-  }
-  readings.AddTo(run_);
-  recorder_.sources.EndTick();
-  return true;
+  const bool isWhole = recorder_.sources.Read(readings);
+  recorder_.sources.EndTick(isWhole);
+  isWhole ? readings.AddTo(run_) : void(run_.TickBusy = false);
+  return isWhole;
 }
 
 bool SamplePipeline::SampleIsComplete() {

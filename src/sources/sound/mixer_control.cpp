@@ -24,8 +24,8 @@ const Source& SourceOf(int source) {
   return kSources[source >= 0 && source < kMixerSources ? source : 0];
 }
 
-int StoredVolume(const Settings& settings, int source) {
-  return settings.sound.*SourceOf(source).volume;
+int StoredVolume(const SoundSettings& sound, int source) {
+  return sound.*SourceOf(source).volume;
 }
 
 bool Refused(Session& session, const std::string& what) {
@@ -51,7 +51,7 @@ MixerView ReadMixer(const Session& session) {
   for (int source = 0; source < kMixerSources; ++source) {
     MixerInput& input = view.inputs[source];
     view.hasMixer = view.hasMixer || input.there;
-    if (!input.hasVolume) input.volume = std::clamp(StoredVolume(settings, source), 0, 100);
+    if (!input.hasVolume) input.volume = std::clamp(StoredVolume(settings.sound, source), 0, 100);
   }
   return view;
 }
@@ -82,13 +82,11 @@ void SetMixerEnabled(Session& session, bool enabled) {
   SaveRegistrySetting(session.store, session.overrides, session.settings, "MixerEnabled");
 }
 
-int MixerVolumeNow(const Session& session) {
-  const Settings& settings = session.settings;
-  const int source =
-      settings.card.MixerSource >= 0 && settings.card.MixerSource < kMixerSources ? settings.card.MixerSource : 0;
+int MixerVolumeNow(const Session& session, const SoundSettings& sound, int source) {
+  const int held = source >= 0 && source < kMixerSources ? source : 0;
   MixerInput input;
-  if (HasSoundCard(settings)) input = session.host.mixer.Inputs(settings.sound.SoundCardName)[source];
-  return input.hasVolume ? input.volume : StoredVolume(settings, source);
+  if (HasSoundCard(sound)) input = session.host.mixer.Inputs(sound.SoundCardName)[held];
+  return input.hasVolume ? input.volume : StoredVolume(sound, held);
 }
 
 }  // namespace tarvolt

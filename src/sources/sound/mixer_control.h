@@ -34,7 +34,7 @@ bool SetMixerVolume(Session& session, int source, int volume);
 /// With it off the card's mixer is left to other programs. Switching it on sets nothing by itself.
 void SetMixerEnabled(Session& session, bool enabled);
 
-/// The volume of the chosen input as the card has it now, else the stored one.
-int MixerVolumeNow(const Session& session);
+/// The volume of the input `source` of the card that `sound` names, as the card has it now, else the stored one.
+int MixerVolumeNow(const Session& session, const SoundSettings& sound, int source);
 
 }  // namespace tarvolt

@@ -39,6 +39,7 @@ std::string SoundSource::WhyNotReady(const RunPlan& plan) const {
 }
 
 bool SoundSource::Prepare() {
+  HoldAdjustment();
   format_ = SoundFormatInUse(session_, run_.plan.sound);
   if (!CheckFormat()) return false;
   sound_.ClearLastReadings();
@@ -48,6 +49,13 @@ bool SoundSource::Prepare() {
   PlanTiming();
   if (run_.plan.pacer == Pacer::Push) return true;
   return Open() && WaitForSound();
+}
+
+void SoundSource::HoldAdjustment() {
+  const double asked = run_.plan.card.SCTadjust;
+  if (run_.plan.pacer != Pacer::Sound || (asked >= 0.5 && asked <= 1.5)) return;
+  run_.plan.card.SCTadjust = 1;
+  session_.settings.card.SCTadjust = 1;
 }
 
 bool SoundSource::CheckFormat() {
@@ -60,15 +68,10 @@ bool SoundSource::CheckFormat() {
 }
 
 void SoundSource::PlanTiming() {
-  const bool paces = run_.plan.pacer == Pacer::Sound;
-  if (paces && (run_.plan.card.SCTadjust < 0.5 || run_.plan.card.SCTadjust > 1.5)) {
-    run_.plan.card.SCTadjust = 1;
-    session_.settings.card.SCTadjust = 1;
-  }
   SoundTimingRequest request;
   request.SampleRate = run_.plan.SampleRate;
   request.vAvg = run_.plan.vAvg;
-  request.paces = paces;
+  request.paces = run_.plan.pacer == Pacer::Sound;
   request.SCTadjust = run_.plan.card.SCTadjust;
   request.Pbuffer = run_.plan.sound.Pbuffer;
   request.format = format_;
@@ -134,7 +137,7 @@ bool SoundSource::WaitForSound() {
 bool SoundSource::Read(int channel, TickReadings& readings) {
   const DataSourceId source = run_.plan.Dsrc[channel];
   if (source == kCrossCorrelation) {
-    readings.Read(channel, sound_.CrossCorrelation);
+    readings.AddValue(channel, sound_.CrossCorrelation);
     return true;
   }
   const bool left = source == kSoundLeft;
@@ -144,7 +147,7 @@ bool SoundSource::Read(int channel, TickReadings& readings) {
   const auto& sums = left ? sound_.SoundAccumL : sound_.SoundAccumR;
   const int detector = run_.plan.Detection[channel];
   const bool known = detector >= 0 && detector < static_cast<int>(sums.size());
-  readings.Read(channel, sums[known ? detector : kAverage] / buffers);
+  readings.AddValue(channel, sums[known ? detector : kAverage] / buffers);
   return true;
 }
 
@@ -152,8 +155,10 @@ void SoundSource::DescribeInput(Metadata& metadata) const {
   if (run_.plan.pacer == Pacer::Push) return;
   metadata.AddToMetaData("Sound: ",
                          SoundFormatText(format_) + " Buffer:" + NumberText(std::int64_t{timing_.bufferBytes}));
-  metadata.AddToMetaData("Mixer: ", std::string("Source:") + MixerSourceName(run_.plan.card.MixerSource) +
-                                        " Vol:" + NumberText(std::int64_t{MixerVolumeNow(session_)}));
+  const int source = run_.plan.card.MixerSource;
+  const int volume = MixerVolumeNow(session_, run_.plan.sound, source);
+  metadata.AddToMetaData("Mixer: ",
+                         std::string("Source:") + MixerSourceName(source) + " Vol:" + NumberText(std::int64_t{volume}));
 }
 
 std::optional<double> SoundSource::ActualPeriod() const {

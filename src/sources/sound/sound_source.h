@@ -26,7 +26,9 @@ class SoundSource final : public ChannelSource {
   /// wait.
   bool Prepare() override;
   bool Read(int channel, TickReadings& readings) override;
-  void EndTick() override { sound_.ClearAccumulators(); }
+  void EndTick(bool isWhole) override {
+    if (isWhole) sound_.ClearAccumulators();
+  }
   void Close() override { input_.Close(); }
   void DescribeInput(Metadata& metadata) const override;
 
@@ -34,6 +36,7 @@ class SoundSource final : public ChannelSource {
   std::optional<double> ActualPeriod() const;
 
  private:
+  void HoldAdjustment();
   bool CheckFormat();
   void PlanTiming();
   void SizeRing();
