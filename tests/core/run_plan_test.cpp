@@ -48,15 +48,14 @@ TEST(RunPlan, ASiderealLogAfterOneFromMidnightHasSiderealStamps) {
   EXPECT_EQ(station.FirstChannelInFilesAndStore(), Ramp(90));
 }
 
-TEST(RunPlan, AProfileThatComesWhileTheSourceConnectsChangesNothingOfTheRun) {
+TEST(RunPlan, AChangeWhileTheSourceConnectsDoesNotSplitTheTimeBase) {
   for (const bool lmst : {true, false}) {
     Station station;
     station.host.sound.Plug("USB,0: Receiver, Line", [](std::int64_t) { return std::pair(1000, 1000); });
     station.Set("Dsrc0", 1).Set("Dsrc1", 20).Set("sWavFormat", 8).Set("TimerType", 1).Set("UDSpush", false);
-    station.Set("LogLMST", !lmst).Boot();
-    station.host.disk.Put("/station/other.tvp", std::string("LogLMST = ") + (lmst ? "True" : "False") + ";\r\n");
+    station.Set("LogLMST", !lmst);
     station.uds.AnswersAfter(2s);
-    station.host.loop.After(3s, [&] { station.Form().Profiles().Load("/station/other.tvp"); });
+    station.host.loop.After(1s, [&] { station.Set("LogLMST", lmst); });
     station.StartChart();
     station.uds.AnswersAfter(0ms);
     station.RunFor(5s);
