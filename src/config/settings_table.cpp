@@ -43,6 +43,13 @@ void ForEachMember(Visit visit) {
   }
 }
 
+/// The text of a setting in the store: a value that is its default keeps the default's own spelling, such as "00".
+std::string StoredText(const SettingRow& row, const Settings& settings, int index) {
+  static const Settings defaults;
+  std::string text = row.Text(settings, index);
+  return text == row.Text(defaults, index) ? std::string(row.Fallback(index)) : text;
+}
+
 bool IsOverridden(const SettingOverrides& overrides, std::string_view key) {
   return std::any_of(overrides.begin(), overrides.end(),
                      [&](const auto& entry) { return EqualNoCase(entry.first, key); });
@@ -101,6 +108,13 @@ void LoadCardSettings(const SettingsStore& store, const SettingOverrides& overri
   ApplyOverrides(overrides, home, settings);
 }
 
+bool IsPathSetting(std::string_view key) {
+  constexpr std::string_view kPaths[] = {"DataDirectory", "DefaultLogDirectory", "UDSexe"};
+  const auto found = FindMember(key);
+  return (found && found->row.IsUnderHome()) ||
+         std::find(std::begin(kPaths), std::end(kPaths), key) != std::end(kPaths);
+}
+
 void ApplyOverrides(const SettingOverrides& overrides, const std::string& home, Settings& settings) {
   for (const auto& [key, text] : overrides) {
     const auto found = FindMember(key);
@@ -114,7 +128,7 @@ void SaveRegistrySettings(SettingsStore& store, const SettingOverrides& override
   ForEachMember([&](const SettingRow& row, int index) {
     const std::string key = row.Key(index);
     if (IsOverridden(overrides, key)) return;
-    const std::string text = row.Text(settings, index);
+    const std::string text = StoredText(row, settings, index);
     if (key == "SoundCardName" && !HasSoundCard(settings)) return;  // the card that is away stays the one chosen
     if (row.ofCard && HasSoundCard(settings)) return store.SaveCardSetting(settings.sound.SoundCardName, key, text);
     store.SaveSetting(row.section, key, row.IsUnderHome() ? StoredFromPath(text, home) : text);
@@ -126,7 +140,7 @@ void SaveRegistrySetting(SettingsStore& store, const SettingOverrides& overrides
                          std::string_view key) {
   const auto found = FindMember(key);
   if (!found || found->row.IsUnderHome() || IsOverridden(overrides, key)) return;
-  const std::string text = found->row.Text(settings, found->index);
+  const std::string text = StoredText(found->row, settings, found->index);
   if (found->row.ofCard && HasSoundCard(settings))
     return store.SaveCardSetting(settings.sound.SoundCardName, key, text);
   store.SaveSetting(found->row.section, key, text);

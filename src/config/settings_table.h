@@ -28,6 +28,9 @@ void LoadCardSettings(const SettingsStore& store, const SettingOverrides& overri
 bool HasSoundCard(const Settings& settings);
 bool HasSoundCard(const SoundSettings& sound);
 
+/// True for a setting that names a file, a folder or a program.
+bool IsPathSetting(std::string_view key);
+
 /// Lays the overrides over `settings`. Unknown keys are passed over: they are refused where they are given.
 void ApplyOverrides(const SettingOverrides& overrides, const std::string& home, Settings& settings);
 

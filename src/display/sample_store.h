@@ -55,6 +55,9 @@ class SampleStore {
   double DataMin() const;
   double DataMax() const;
 
+  /// Both at once; empty with no data.
+  MinMax Extremes() const;
+
   /// The same for one channel; 0 for a channel outside the store.
   double ChannelMin(int channel) const;
   double ChannelMax(int channel) const;
@@ -69,7 +72,6 @@ class SampleStore {
   bool Holds(int channel) const { return channel >= 0 && channel < ChannelCount(); }
   bool Holds(int channel, std::int32_t index) const { return Holds(channel) && index >= 0 && index < Count(); }
   MinMax Extremes(int channel) const;
-  MinMax Extremes() const;
 
   SampleColumns samples_;
   std::int32_t capacity_ = 1000000;

@@ -11,13 +11,10 @@ namespace tarvolt {
 /// What the chart is doing with the mouse and the newest sample.
 enum class ChartMode { Tracking = 0, Cursor = 1, Zoom = 2, Browsing = 3, Drag = 5 };
 
-/// The strip chart: the store of the samples, and beside it the state of their display.
-struct StripChart : SampleStore {
+/// What is on display of the samples, and how.
+struct ChartDisplay {
+  static constexpr int kMaxChannels = SampleStore::kMaxChannels;
   static constexpr std::array<int, kMaxChannels> kOwnPens{0, 1, 2, 3, 4, 5, 6, 7, 8};
-
-  /// Sets the y axis to the lowest and highest stored value; a chart whose values are all equal gets 0.1 on each side,
-  /// so that it still has a range. Does nothing without data.
-  void ScaleYToData();
 
   double XAxisMin = 0;
   double XAxisMax = 1;
@@ -40,6 +37,15 @@ struct StripChart : SampleStore {
   double CursorX = 0;
   double CursorY = 0;
   int CursorChannel = -1;
+};
+
+/// The strip chart: the store of the samples, and beside it the state of their display.
+struct StripChart : SampleStore, ChartDisplay {
+  using SampleStore::kMaxChannels;
+
+  /// Sets the y axis to the lowest and highest stored value; a chart whose values are all equal gets 0.1 on each side,
+  /// so that it still has a range. Does nothing without data.
+  void ScaleYToData();
 };
 
 }  // namespace tarvolt

@@ -166,9 +166,9 @@ bool LocalBackup::PendingFitsIntegers() const {
 // A value beyond the integers would be held inside their limits, and where the backup alone has the log it would be
 // lost. From here on the log is kept as doubles.
 void LocalBackup::Widen(std::error_code& error) {
-  if (samplesInFile_ > 0) {
-    error =
-        WidenSamples(session_.host.files, window_.save.keeping.LocalBackupFile, layout_, frontSize_, samplesInFile_);
+  const std::filesystem::path& file = window_.save.keeping.LocalBackupFile;
+  if (samplesInFile_ > 0 && session_.host.files.FileExists(file)) {
+    error = WidenSamples(session_.host.files, file, layout_, frontSize_, samplesInFile_);
   }
   if (error) return;
   layout_.integers = false;

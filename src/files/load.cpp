@@ -1,7 +1,11 @@
 #include "files/load.h"
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
+
+#include "text/number.h"
+#include "timebase/time_stamp.h"
 
 namespace tarvolt {
 namespace {
@@ -78,8 +82,25 @@ Outcome ChartLoad::Open(const std::filesystem::path& file) {
             .lastIndex = reader_.LastIndex(),
             .options = request_.options,
             .partial = wanted.firstIndex >= 1 || wanted.lastIndex >= 1,
-            .forced = request_.forced.Any()};
+            .forced = request_.forced.Any(),
+            .tornSample = reader_.EndsWithinSample()};
   return Done();
+}
+
+// The end that a header names is that of the sample before the last.
+std::string WhatIsMissing(const FileChart& file, const StripChart& chart) {
+  if (file.partial || file.forced || !file.HasData()) return {};
+  const std::int32_t last = chart.Count() - 1;
+  if (last > 0 && chart.Samples().TimesRise() && !file.notes.timeRefZero) {
+    const double days = file.header.end - chart.GetTime(last);
+    const double period = (chart.GetTime(last) - chart.GetTime(0)) / last;
+    if (period > 0 && days > period / 2) {
+      return "It ends " + FormatNumber(days * kSecondsPerDay, "#########0.###") +
+             " seconds before the end that its header names: about " +
+             NumberText(static_cast<std::int64_t>(std::llround(days / period)) + 1) + " samples are missing.";
+    }
+  }
+  return file.tornSample ? "It ends within a sample: what came behind is missing." : "";
 }
 
 bool ChartLoad::ChooseChannels() {

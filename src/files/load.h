@@ -46,9 +46,15 @@ struct FileChart {
   bool partial = false;
   bool forced = false;
 
+  bool tornSample = false;  ///< the file ends within a sample
+
   /// Below three samples a file counts as empty, and only what it says of itself is loaded.
   bool HasData() const { return lastIndex >= 2; }
 };
+
+/// Words about what is missing at the end of a file of which all samples are in `chart`: its header names a later end,
+/// or it ends within a sample. Empty when nothing is known to be missing.
+std::string WhatIsMissing(const FileChart& file, const StripChart& chart);
 
 /// Told after every 5,000 samples of the file how many are in the chart; false ends the load.
 using LoadProgress = std::function<bool(std::int32_t stored)>;

@@ -18,19 +18,27 @@ namespace {
 
 constexpr const char* kBoxTitle = "Tarvolt";
 
+// Also of the samples that a mini window has let go; 0 without any.
+MinMax ValuesOfLog(const ChartWindow& window) {
+  MinMax values = window.run.LetGo;
+  values.Widen(window.chart.Extremes());
+  return values.IsEmpty() ? MinMax{0, 0} : values;
+}
+
 // The rules that need no look at a file. Saved stands for a save that is to be made.
 SaveOutcome AskRules(Session& session, const ChartWindow& window, SaveReason reason) {
   const SaveState& save = window.save;
+  if (save.ViewSaveActive) return SaveOutcome::Saved;
   if (!save.keeping.IsKept()) return SaveOutcome::NotWanted;
   if (LastIndexOfRun(session, window) <= 0) return SaveOutcome::NotWanted;
-  if (save.ViewSaveActive || reason == SaveReason::Again) return SaveOutcome::Saved;
+  if (reason == SaveReason::Again || reason == SaveReason::Wanted) return SaveOutcome::Saved;
   if (reason == SaveReason::RunEnded) {
     const LogPlan& log = window.run.log;
     if (!log.AutoSave) return SaveOutcome::Unsaved;
-    return SaveIfAtStop(log.SaveIF, log.SaveIFVal, window.chart) ? SaveOutcome::Saved : SaveOutcome::NotWanted;
+    return SaveIfAtStop(log.SaveIF, log.SaveIFVal, window) ? SaveOutcome::Saved : SaveOutcome::NotWanted;
   }
   const FileSettings& files = session.settings.files;
-  return SaveIfAtStop(files.SaveIF, files.SaveIFVal, window.chart) ? SaveOutcome::Saved : SaveOutcome::NotWanted;
+  return SaveIfAtStop(files.SaveIF, files.SaveIFVal, window) ? SaveOutcome::Saved : SaveOutcome::NotWanted;
 }
 
 void RemoveCreatedFolders(Session& session, ChartWindow& window) {
@@ -60,9 +68,10 @@ std::optional<std::filesystem::path> AskForName(Session& session, ChartWindow& w
 
 // A save that no hand asked for waits for nobody while boxes are off.
 bool MayAsk(const Settings& settings, const ChartWindow& window, SaveReason reason) {
-  if (window.save.keeping.Mini) return false;
   if (window.save.ViewSaveActive) return true;
-  return settings.files.PromptBeforeSaving && (settings.program.ShowMsgBox || reason == SaveReason::Asked);
+  if (window.save.keeping.Mini) return false;
+  const bool byHand = reason == SaveReason::Asked || reason == SaveReason::Wanted;
+  return settings.files.PromptBeforeSaving && (settings.program.ShowMsgBox || byHand);
 }
 
 // Nothing when there is not enough data and somebody could be told so, or when the person cancelled.
@@ -140,15 +149,18 @@ void NoteSaved(Session& session, ChartWindow& window, const std::filesystem::pat
 
 }  // namespace
 
-bool SaveIfAtTurnover(const LogPlan& log, const StripChart& chart) {
-  if (log.SaveIF > 0) return chart.DataMax() >= log.SaveIFVal;
-  if (log.SaveIF < 0) return chart.DataMin() <= log.SaveIFVal;
+bool SaveIfAtTurnover(const ChartWindow& window) {
+  const LogPlan& log = window.run.log;
+  const MinMax values = ValuesOfLog(window);
+  if (log.SaveIF > 0) return values.highest >= log.SaveIFVal;
+  if (log.SaveIF < 0) return values.lowest <= log.SaveIFVal;
   return true;
 }
 
-bool SaveIfAtStop(std::int32_t saveIF, double value, const StripChart& chart) {
-  if (saveIF > 0) return chart.DataMax() > value;
-  if (saveIF < 0) return chart.DataMin() < value;
+bool SaveIfAtStop(std::int32_t saveIF, double value, const ChartWindow& window) {
+  const MinMax values = ValuesOfLog(window);
+  if (saveIF > 0) return values.highest > value;
+  if (saveIF < 0) return values.lowest < value;
   return true;
 }
 

@@ -15,15 +15,16 @@ enum class SaveOutcome {
 };
 
 /// The SaveIF test when a log is turned over: at equality it saves.
-bool SaveIfAtTurnover(const LogPlan& log, const StripChart& chart);
+bool SaveIfAtTurnover(const ChartWindow& window);
 
 /// The SaveIF test at the end of a run: at equality it does not save.
-bool SaveIfAtStop(std::int32_t saveIF, double value, const StripChart& chart);
+bool SaveIfAtStop(std::int32_t saveIF, double value, const ChartWindow& window);
 
 /// How a save at rest comes about.
 enum class SaveReason {
   RunEnded,  ///< the rules of the station decide
-  Asked,     ///< a person wants it
+  Asked,     ///< a person wants it, as far as SaveIF does
+  Wanted,    ///< a person has answered that it is to be saved, whatever the rules
   Again      ///< the disk refused it before; nobody is asked
 };
 

@@ -29,7 +29,13 @@ void UnsavedCharts::NothingToSave() {
 }
 
 SaveOutcome UnsavedCharts::SaveAsked() {
-  return Save(SaveReason::Asked, true);
+  const SaveOutcome outcome = Save(SaveReason::Asked, true);
+  if (outcome == SaveOutcome::NotWanted) {
+    const bool isKept = window_.save.keeping.IsKept();
+    session_.LogAndTell("Tarvolt", isKept ? "The chart was not saved: SaveIF does not want it."
+                                          : "The chart was not saved: without a backup a mini window keeps no chart.");
+  }
+  return outcome;
 }
 
 // What a person calls off, or a rule, leaves a chart that the disk refused in its danger.
@@ -52,15 +58,17 @@ Result<bool> UnsavedCharts::MakeRoom() {
   Answer answer = Answer::No;
   if (session_.settings.program.ShowMsgBox) {
     answer = session_.host.dialogs.Ask({"Data Not Saved", "The last chart was not saved.\nDo you want to save it now?",
-                                        Buttons::YesNoCancel, Answer::Yes});
-  } else if (unwanted_) {
-    return true;
+                                        Buttons::YesNoCancel, unwanted_ ? Answer::No : Answer::Yes});
   }
   if (!ChartIsUnsaved()) return true;  // it was saved while the question stood
   if (answer == Answer::Cancel) return false;
   if (answer == Answer::Yes) {
-    const SaveOutcome outcome = SaveAsked();
+    const SaveOutcome outcome = Save(SaveReason::Wanted, true);
     return outcome == SaveOutcome::Failed ? SetChartAside() : Result<bool>(outcome == SaveOutcome::Saved);
+  }
+  if (unwanted_) {
+    session_.Add2SLog(" Not Saved: SaveIF does not want it.");
+    return true;
   }
   if (KeepInRecovery()) return true;
   failed_ = true;

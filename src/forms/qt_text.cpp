@@ -1,6 +1,7 @@
 #include "forms/qt_text.h"
 
 #include "text/ansi.h"
+#include "text/path_text.h"
 
 namespace tarvolt {
 
@@ -10,6 +11,14 @@ QString ToQString(std::string_view text) {
 
 std::string FromQString(const QString& text) {
   return AnsiFromUtf8(text.toStdString());
+}
+
+QString PathToQString(std::string_view path) {
+  return QString::fromStdString(Utf8FromPathText(path));
+}
+
+std::string PathFromQString(const QString& path) {
+  return PathTextFromUtf8(path.toStdString());
 }
 
 }  // namespace tarvolt

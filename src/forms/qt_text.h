@@ -10,4 +10,8 @@ namespace tarvolt {
 QString ToQString(std::string_view text);
 std::string FromQString(const QString& text);
 
+/// The same for the name of a file or folder, of which no character is lost.
+QString PathToQString(std::string_view path);
+std::string PathFromQString(const QString& path);
+
 }  // namespace tarvolt

@@ -19,6 +19,11 @@ std::string WithoutControls(std::string_view text) {
   return clean;
 }
 
+// It says UT whatever base the log runs in (meant).
+std::string DateLine(TimeStamp now) {
+  return FormatDate(now, "yymmdd' (YYMMDD) UT'");
+}
+
 }  // namespace
 
 SessionLog::SessionLog(Clock& clock, FileSystem& files, const Settings& settings)
@@ -30,6 +35,7 @@ void SessionLog::SetUTOffset(double days) {
 
 void SessionLog::SetFileName(std::filesystem::path file) {
   file_ = std::move(file);
+  fileHasDate_ = false;
 }
 
 void SessionLog::AddListener(Listener listener) {
@@ -38,11 +44,10 @@ void SessionLog::AddListener(Listener listener) {
 
 void SessionLog::Add2SLog(std::string_view text) {
   const TimeStamp now = NowPrecise(clock_) + utOffset_;
-  // The date line says UT whatever base the log runs in (meant).
-  const std::string dateLine = IsFirstOfDay(now) ? FormatDate(now, "yymmdd' (YYMMDD) UT'") : std::string();
+  const std::string dateLine = IsFirstOfDay(now) ? DateLine(now) : std::string();
   const std::string line = FormatDate(now, "hh:nn:ss ") + WithoutControls(text);
 
-  AppendToFile(dateLine.empty() ? line + kLineEnd : dateLine + kLineEnd + line + kLineEnd);
+  AppendToFile(dateLine.empty() && fileHasDate_ ? line + kLineEnd : DateLine(now) + kLineEnd + line + kLineEnd);
   if (!dateLine.empty()) Emit(dateLine);
   Emit(line);
 }
@@ -54,6 +59,7 @@ bool SessionLog::IsFirstOfDay(TimeStamp now) {
 
 void SessionLog::AppendToFile(const std::string& text) {
   if (!settings_.files.AutoSaveSessionLog || file_.empty()) return;
+  fileHasDate_ = true;
   std::error_code error;
   const std::unique_ptr<File> file = files_.Open(file_, OpenMode::Append, error);
   if (file != nullptr) file->Write(text, error);

@@ -52,6 +52,7 @@ class SessionLog {
   const Settings& settings_;
   double utOffset_ = 0;
   int dayOfLastEntry_ = 0;
+  bool fileHasDate_ = false;  ///< a date line stands in it, so that its times can be told
   bool fileFailing_ = false;
   bool telling_ = false;
   std::filesystem::path file_;

@@ -17,6 +17,7 @@ struct SampleForm {
 struct LogKeeping {
   bool LoadedFromFile = false;  ///< all in memory
   bool Mini = false;            ///< memory keeps the last stretch of the log alone
+  bool BackupWanted = false;    ///< memory lets none go that is in no backup
   bool BackupActive = false;    ///< LocalBackupFile has all of them
   std::filesystem::path LocalBackupFile;
   SampleForm Form;  ///< of the backup, and of the file that the log is saved to
@@ -25,7 +26,7 @@ struct LogKeeping {
   bool BackupAlone() const { return Mini && BackupActive; }
 
   /// False for a log of which nothing is saved: memory lets samples go and there is no backup.
-  bool IsKept() const { return !Mini || BackupActive; }
+  bool IsKept() const { return !Mini || BackupWanted; }
 };
 
 }  // namespace tarvolt

@@ -70,6 +70,7 @@ LogPlan PlanOfLog(const Settings& settings, const RunPlan& run, bool isClient) {
 void SettleKeeping(const LogPlan& log, int channels, LogKeeping& keeping) {
   keeping.LoadedFromFile = false;
   keeping.Mini = log.MiniServer;
+  keeping.BackupWanted = log.DiskBackUp;
   keeping.BackupActive = false;
   keeping.Form = {channels, !log.NoTimeStamps, log.SaveAsIntegers};
 }

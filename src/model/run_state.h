@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+#include "display/min_max_pyramid.h"
 #include "model/run_plan.h"
 #include "timebase/time_base.h"
 
@@ -48,6 +49,7 @@ struct RunState {
   std::int32_t Dcount = 0;        ///< index that the next sample gets
   std::int32_t TotalSamples = 0;  ///< samples of this log as shown
   std::int32_t StoreStart = 0;    ///< place in its log of the store's first sample: a mini window lets samples go
+  MinMax LetGo;                   ///< of the values of the samples that a mini window has let go
   std::int32_t LastDcount = 0;    ///< Dcount at the last keep-alive
   std::int32_t AvgCount = 0;      ///< reads in the sample in progress
   std::int32_t EffectiveAvg = 1;

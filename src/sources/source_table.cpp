@@ -1,6 +1,7 @@
 #include "sources/source_table.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <string_view>
 
@@ -33,10 +34,6 @@ const Family* FamilyOf(DataSourceId source) {
 
 bool IsOf(DataSourceId source, DataSourceId firstOfFamily) {
   return source >= firstOfFamily && source < firstOfFamily + 8;
-}
-
-bool IsSound(DataSourceId source) {
-  return source == kSoundLeft || source == kSoundRight;
 }
 
 std::string ChannelNumber(int row) {
@@ -128,7 +125,7 @@ RowRefusal RefuseInOptions(const Settings& settings, bool soundAvailable) {
   int lastMax = 0;
   for (int row = 0; row < ActiveChannels(settings); ++row) {
     const DataSourceId source = settings.channels.Dsrc[row];
-    if (IsSound(source) && !soundAvailable) {
+    if (ReadsSound(source) && !soundAvailable) {
       return {row,
               "You have selected a sound channel as a data source and no sound card is available. Please select a "
               "different data source for channel " +
@@ -157,7 +154,7 @@ std::string ConvertCountRate(const Settings& settings) {
   if (settings.timing.SampleRate == 0) return {};
   const double rate = 1000 / settings.timing.SampleRate / std::max<double>(settings.timing.vAvg, 1);
   if (rate >= 1) return FormatNumber(rate, "####.##") + "  Samples per Second.";
-  return NumberText(1 / rate) + "  Seconds per Sample.";
+  return NumberText(std::round(1e4 / rate) / 1e4) + "  Seconds per Sample.";
 }
 
 std::string DsrcToolTip(const Settings& settings, int row) {

@@ -42,6 +42,7 @@ struct Link {
   std::string errorWords;
   std::string pending;    ///< whole messages still to be acted on
   std::size_t acted = 0;  ///< bytes of them that are done with
+  bool overlongLogged = false;
 };
 
 }  // namespace
@@ -77,6 +78,12 @@ struct UdsClient::State {
 
   bool GivenUp() const { return window.run.AbortFlag || window.run.EndRequested; }
   void Show(std::string_view text) { window.view.Status.Say(std::string(text)); }
+  void LogOverlong(Link& sending, std::size_t size) {
+    if (sending.overlongLogged) return;
+    sending.overlongLogged = true;
+    session.Add2SLog("UDS sent a message of " + NumberText(static_cast<std::int64_t>(size)) +
+                     " bytes, which is too long to be one. It was ignored.");
+  }
   void ShowAndLog(std::string_view text) {
     Show(text);
     session.Add2SLog(text);
@@ -274,6 +281,7 @@ void UdsClient::State::ActOnPending(const std::shared_ptr<Link>& receiving) {
     const std::string message = receiving->pending.substr(receiving->acted, end - receiving->acted);
     receiving->acted = end + 1;
     window.run.LastMessage.assign(message, 0, kShownMessage);
+    if (message.size() > kUdsLongestMessage) LogOverlong(*receiving, message.size());
     dispatch.Act(message);
   }
 }

@@ -72,6 +72,7 @@ void UdsDispatch::Act(std::string_view message) {
 void UdsDispatch::EndStatusExchange(std::string_view) {
   UDSStatusReceived = true;
   window_.view.Status.Say("Connected to UDS");
+  session_.Add2SLog("Connected to UDS");
 }
 
 void UdsDispatch::RunCommand(std::string_view text) {

@@ -160,7 +160,7 @@ TEST_F(Tvd, PlotDrawsAPictureWithoutADisplay) {
 
 TEST_F(Tvd, AppliesEquationsIntoANewFile) {
   RawFile raw;
-  raw.Front(40180.5, 40180.75, 2, Block("notes", {"Logged Using UT", "CHL0Power"}));
+  raw.Front(40180.5, 40180.5 + 1198 / 86400.0, 2, Block("notes", {"Logged Using UT", "CHL0Power"}));
   for (int i = 0; i < 1200; ++i) raw.Add(40180.5 + i / 86400.0).Add(1.0 * i).Add(-2.5);
   const std::string file = Write("in.tvd", raw);
   const std::string out = "'" + (folder_ / "out.tvd").string() + "'";

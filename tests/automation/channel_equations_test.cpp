@@ -213,9 +213,12 @@ TEST_F(ChannelEquationsTest, TheCheckFindsWhatNoNumberWouldSolve) {
     EXPECT_EQ(check(fine, "later=1"), "") << fine;
   }
   EXPECT_EQ(check("X", "a=2; sqrt(a)"), "Equation of channel 2, statement 2 \"sqrt(a)\": Undefined Function: sqrt()");
-  EXPECT_EQ(check("IF{[X]>[1};THEN{(2};3", ""),
+  EXPECT_EQ(check("IF{[X]>[1]};THEN{(2};3", ""),
             "Equation of channel 1, statement 2 \"THEN{(2}\": Unbalanced parenthesis");
-  for (const char* faulty : {"s=s+X", "a=b;b=a", "IF{[X]>[nix]};1", "min(X)", "1.5X", "THEN{X+}", "TDAY"}) {
+  EXPECT_EQ(check("IF{[X] near [5]};1", ""),
+            "Equation of channel 1, statement 1 \"IF{[X] near [5]}\": \"near\" is no comparison");
+  for (const char* faulty : {"s=s+X", "a=b;b=a", "IF{[X]>[nix]};1", "min(X)", "1.5X", "THEN{X+}", "TDAY", ";",
+                             "THEN{X*2}", "ELSE{X*2}", "IF{[X]>[1};2"}) {
     EXPECT_NE(check(faulty, "1"), "") << faulty;
   }
 }

@@ -119,7 +119,7 @@ TEST_F(Loads, ALoadedSiderealChartStaysOneWhateverTheSettings) {
 TEST_F(Loads, ADropIsRefusedInWordsOutsideStandAloneMode) {
   station.Set("ShowMsgBox", true);
   station.Form().EnterMode(SessionMode::Server);
-  EXPECT_FALSE(Commands().CanLoad());
+  EXPECT_TRUE(Commands().CanLoad()) << "by the menu, while no chart runs";
   Commands().DropFile(kFile);
   EXPECT_TRUE(Shown("Must be in Stand Alone Mode or using review window to load file."));
   EXPECT_EQ(Window().chart.Count(), 0);

@@ -189,8 +189,8 @@ TEST_F(PartialLoads, ForcedValuesTakeThePlaceOfTheFiles) {
       desk.host.dialogs.HasShown("Any changes made to this data file using \nthe Salvage function will be saved "
                                  "only if you\nsave this file."));
   request.forced = {1000, 2, 2, {}, {}};
-  ASSERT_EQ(Load(), LoadOutcome::NoData) << "twelve values are one sample of nine channels";
-  EXPECT_EQ(Chart().ChannelCount(), StripChart::kMaxChannels);
+  ASSERT_EQ(Load(), LoadOutcome::Refused) << "twelve values are one sample of nine channels";
+  EXPECT_EQ(Chart().Count(), 6) << "the chart on display stays";
 }
 
 // Looks at the window at each yield of a load, as a refreshing form does.

@@ -281,14 +281,14 @@ TEST(CheckForSave, EqualityWithTheThresholdSavesAtATurnoverButNotAtAStop) {
   settings.files.SaveIF = 1;
   settings.files.SaveIFVal = 102.25;
   desk.SettleLog();
-  EXPECT_TRUE(SaveIfAtTurnover(desk.window.run.log, desk.window.chart));
-  EXPECT_FALSE(SaveIfAtStop(settings.files.SaveIF, settings.files.SaveIFVal, desk.window.chart));
+  EXPECT_TRUE(SaveIfAtTurnover(desk.window));
+  EXPECT_FALSE(SaveIfAtStop(settings.files.SaveIF, settings.files.SaveIFVal, desk.window));
   EXPECT_EQ(CheckForSave(desk.session, desk.window, SaveReason::RunEnded, true), SaveOutcome::NotWanted);
   settings.files.SaveIF = -1;
   settings.files.SaveIFVal = 0.25;
   desk.SettleLog();
-  EXPECT_TRUE(SaveIfAtTurnover(desk.window.run.log, desk.window.chart));
-  EXPECT_FALSE(SaveIfAtStop(settings.files.SaveIF, settings.files.SaveIFVal, desk.window.chart));
+  EXPECT_TRUE(SaveIfAtTurnover(desk.window));
+  EXPECT_FALSE(SaveIfAtStop(settings.files.SaveIF, settings.files.SaveIFVal, desk.window));
   settings.files.SaveIFVal = 0.5;
   desk.SettleLog();
   EXPECT_EQ(CheckForSave(desk.session, desk.window, SaveReason::RunEnded, true), SaveOutcome::Saved);

@@ -61,7 +61,8 @@ TEST_F(SessionLogTest, TheFileGrowsOnlyWhenItIsAskedFor) {
   log.Add2SLog("saved");
   WaitSeconds(2);
   log.Add2SLog("saved too");
-  EXPECT_EQ(disk.Contents(kFile), "23:59:58 saved\r\n261123 (YYMMDD) UT\r\n00:00:00 saved too\r\n");
+  EXPECT_EQ(disk.Contents(kFile),
+            "261122 (YYMMDD) UT\r\n23:59:58 saved\r\n261123 (YYMMDD) UT\r\n00:00:00 saved too\r\n");
 }
 
 TEST_F(SessionLogTest, AFailingFileIsToldOnceAndStopsNothing) {

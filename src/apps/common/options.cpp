@@ -7,6 +7,7 @@
 #include "core/station/command_line.h"
 #include "host/disk_path.h"
 #include "text/ansi.h"
+#include "text/path_text.h"
 
 namespace tarvolt {
 
@@ -30,7 +31,11 @@ std::string AddOverride(const std::string& text, SettingOverrides& overrides) {
   if (!IsSettingKey(key)) {
     return "there is no setting \"" + key + "\"; the nearest is \"" + NearestSettingKey(key) + "\"";
   }
-  overrides.emplace_back(key, AnsiFromUtf8(text.substr(equals + 1)));
+  const std::string value = text.substr(equals + 1);
+  if (!IsPathSetting(key) && !HasAnsiForm(value)) {
+    return "\"" + text + "\" has a character outside Windows-1252, which cannot be kept";
+  }
+  overrides.emplace_back(key, IsPathSetting(key) ? PathTextFromUtf8(value) : AnsiFromUtf8(value));
   return "";
 }
 

@@ -50,6 +50,7 @@ void PutLayout(Output& output, const DataFileReader& reader) {
   Line(output, "Channels", Count(layout.channels));
   Line(output, "Values", layout.integers ? "16-bit integers" : "doubles");
   Line(output, "Time stamps", layout.timeStamps ? "yes" : "no");
+  if (reader.EndsWithinSample()) Line(output, "Torn", "the file ends within a sample");
 }
 
 void PutItems(Output& output, const DataFileReader& reader) {

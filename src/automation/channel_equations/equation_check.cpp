@@ -44,6 +44,17 @@ std::vector<std::pair<std::string, std::string>> NamesAndTexts(const RewrittenSt
   return found;
 }
 
+/// What no number can mend in the form of a statement; a run takes such a condition for one that does not hold.
+std::optional<std::string> FaultOfForm(const RewrittenStatement<std::string>& statement, bool hasIf) {
+  if (statement.form == StatementForm::Then && !hasIf) return "THEN without an IF before it";
+  if (statement.form == StatementForm::Else && !hasIf) return "ELSE without an IF before it";
+  if (statement.form != StatementForm::If) return std::nullopt;
+  const Condition<std::string> condition = TakeCondition(statement.text);
+  if (!condition.first) return "a bracket does not close";
+  if (!condition.second || ComparisonOf(condition.between) != Comparison::None) return std::nullopt;
+  return "\"" + Trim(condition.between) + "\" is no comparison";
+}
+
 /// The formulas of all equations, and the names that they can give a value.
 class Checker {
  public:
@@ -52,12 +63,18 @@ class Checker {
   void Add(int channel, const std::string& equation) {
     Ones ones;
     StatementReader<std::string, Ones> reader(equation, ones);
+    bool hasIf = false;
+    bool hasFormula = false;
     while (const auto statement = reader.Next()) {
+      if (auto fault = FaultOfForm(*statement, hasIf)) AddFault(channel, statement->number, *fault);
+      hasIf = hasIf || statement->form == StatementForm::If;
       for (const auto& [name, text] : NamesAndTexts(*statement)) {
+        hasFormula = hasFormula || statement->form != StatementForm::If;
         formulas_.push_back({channel, name, {}, {}, statement->number});
         Parse(text, formulas_.back());
       }
     }
+    if (!hasFormula) AddFault(channel, 1, "there is no formula");
   }
 
   // A variable may be set behind where it is read: many equations look back at the sample before.
@@ -72,6 +89,10 @@ class Checker {
   }
 
  private:
+  void AddFault(int channel, std::size_t statement, const std::string& words) {
+    formulas_.push_back({channel, "", {}, words, statement});
+  }
+
   void Parse(const std::string& text, Formula& formula) const {
     try {
       ParsedEquation parsed;

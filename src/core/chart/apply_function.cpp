@@ -49,6 +49,7 @@ void MarkChanged(ChartWindow& window) {
   window.run.DataNeedsSave = true;
   window.save.SavedAs.clear();
   window.save.keeping.BackupActive = false;
+  window.save.keeping.Mini = false;
   window.header.channels = static_cast<std::int16_t>(window.chart.ChannelCount());
   window.chart.ScaleYToData();
   ++window.chart.RepaintRequests;

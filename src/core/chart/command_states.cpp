@@ -37,7 +37,7 @@ CommandStates StatesOf(const ChartWindow& window) {
   states.ModeMenus = run.phase == RunPhase::Idle && !window.IsReview();
   states.mnuSave = run.ChartRunning() ? !run.MaxingOut() && run.Dcount > 0 : hasLog;
   states.SaveView = hasLog && window.chart.Count() > 0;
-  states.LoadCommands = samplesStay && window.Mode == SessionMode::StandAlone;
+  states.LoadCommands = samplesStay && window.Mode != SessionMode::Client;
   states.InfoCommands = HasInfo(window);
   states.OffsetCommand = run.ChartRunning();
   states.ToolCommands = hasLog && window.chart.Count() > 0;

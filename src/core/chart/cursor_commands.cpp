@@ -47,7 +47,7 @@ int CursorCommands::NearestChannel(std::int32_t index, double y) const {
   for (int channel = 0; channel < std::min(chart_.ChannelCount(), kChannels); ++channel) {
     if (!chart_.ChannelVisible[channel]) continue;
     const double distance = std::abs(chart_.GetValue(channel, index) - y);
-    if (nearest >= 0 && !(distance < least)) continue;
+    if (std::isnan(distance) || (nearest >= 0 && !(distance < least))) continue;
     nearest = channel;
     least = distance;
   }

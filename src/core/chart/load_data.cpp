@@ -29,6 +29,7 @@ void ClearChart(ChartWindow& window) {
   window.run.Dcount = 0;
   window.run.TotalSamples = 0;
   window.run.StoreStart = 0;
+  window.run.LetGo = MinMax{};
   window.view.LeftStatus.clear();
 }
 
@@ -88,6 +89,11 @@ void ShowLoaded(Session& session, ChartWindow& window, const FileChart& file) {
   session.Add2SLog(file.file.string() + " Loaded from disk. ");
   const std::string stepBack = StepBackWords(window.chart);
   if (!stepBack.empty()) session.Add2SLog(file.file.string() + ": " + stepBack);
+  const std::string missing = WhatIsMissing(file, window.chart);
+  if (!missing.empty()) {
+    session.Add2SLog(file.file.string() + ": " + missing);
+    session.Tell("File Load Warning!", file.file.string() + "\n" + missing);
+  }
   DoAutoTitle(session, window);
   if (file.forced) {
     session.Tell("Tarvolt",
@@ -119,6 +125,10 @@ class WindowLoad {
 
   LoadOutcome ReplaceChart() {
     const FileChart& file = load_.Chart();
+    if (!file.HasData() && window_.chart.Count() > 0) {
+      Warn("does not appear to have any data");
+      return LoadOutcome::Refused;
+    }
     BeginLoadedChart(file, window_);
     const bool whole = load_.ReadSamples(window_.chart, [this](std::int32_t stored) { return ShowProgress(stored); });
     if (RunInProgress(window_.run)) return LoadOutcome::Refused;

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
+#include "core/run/displayed_chart.h"
 #include "core/run/recorder.h"
 
 namespace tarvolt {
@@ -97,6 +99,7 @@ class ChartRun {
   ChartWindow& window_;
   RunState& run_;
   WindowState& view_;
+  std::optional<DisplayedChart> displayed_;  ///< the chart before the start that is under way
 };
 
 }  // namespace tarvolt

@@ -29,6 +29,7 @@ void ChartRun::StartChart(const std::string& profile) {
   if (run_.phase != RunPhase::Idle || window_.save.Loading) return;
   run_.phase = RunPhase::Starting;
   if (!RunTheStart(profile)) Abort();
+  displayed_.reset();
 }
 
 // The thirty steps of a start. False when one of them refused; it has told why.
@@ -168,7 +169,9 @@ void ChartRun::ShowModeStatus() {
   }
 }
 
+// The old chart is put by: it comes back when the start fails.
 void ChartRun::ClearForNewRun() {
+  displayed_ = PutBy(window_);
   recorder_.commands.look.UnloadMyInfoFile();
   window_.notations = Notations{};
   window_.header.source = DataFileHeader().source;
@@ -203,6 +206,7 @@ void ChartRun::ZeroCounters() {
   run_.LastDcount = 0;
   run_.TotalSamples = 0;
   run_.StoreStart = 0;
+  run_.LetGo = MinMax{};
   window_.header.start = 0;
   window_.header.end = 0;
 }
@@ -288,6 +292,10 @@ void ChartRun::Abort() {
   recorder_.triggers.RunEnded();
   recorder_.LoTime1->SetEnabled(false);
   recorder_.TimerKeepAlive->SetInterval(kKeepAliveIdle);
+  if (displayed_) {
+    PutBack(std::move(*displayed_), window_);
+    recorder_.commands.look.ShowChartLegend();
+  }
   run_.phase = RunPhase::Idle;
   window_.chart.Mode = ChartMode::Browsing;
   if (run_.ScheduleRunning) run_.CancelSchedule = true;

@@ -33,7 +33,7 @@ bool ChartRun::TurnOver(MaxedOutMode mode) {
   }
   name = NameOfOwn(session_, window_, name);
   SaveOutcome outcome = SaveOutcome::NotWanted;
-  if (TurnoverSaves(mode) && (run_.ForceSave || SaveIfAtTurnover(run_.log, window_.chart))) {
+  if (TurnoverSaves(mode) && (run_.ForceSave || SaveIfAtTurnover(window_))) {
     outcome = SaveDataFile(session_, window_, name, false);
   }
   if (!GoesOn(mode)) return false;
@@ -72,6 +72,7 @@ void ChartRun::StartNextLog() {
   run_.Dcount = 0;
   run_.TotalSamples = 0;
   run_.StoreStart = 0;
+  run_.LetGo = MinMax{};
   RestartChart();
   recorder_.LoTime1->SetEnabled(run_.plan.pacer == Pacer::Timer);
   run_.phase = RunPhase::Running;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "config/home_path.h"
 #include "text/number.h"
 #include "timebase/time_base.h"
 
@@ -78,8 +79,7 @@ void ImageSaver::SaveOne(const char* fileKey, const char* newKey, bool fullView)
 // No program here writes metafiles, so a name that ends in .emf stands for a picture beside it.
 std::filesystem::path ImageSaver::FileOf(const char* key) const {
   const std::string stored = session_.store.GetSetting(Section::Settings, key);
-  std::filesystem::path file =
-      stored.starts_with('\\') ? session_.home / stored.substr(1) : std::filesystem::path(stored);
+  std::filesystem::path file = PathFromStored(stored, session_.home.string());
   if (file.extension() == ".emf" || file.extension().empty()) file.replace_extension(".png");
   return file;
 }

@@ -36,7 +36,8 @@ void KeepAlive::Fire() {
 
 void KeepAlive::ShowRate(double seconds) {
   const RunState& run = window_.run;
-  const bool slow = run.plan.SampleRate > recorder_.TimerKeepAlive->Interval();
+  const double period = run.plan.SampleRate * run.plan.vAvg;  // of the finished samples
+  const bool slow = period > recorder_.TimerKeepAlive->Interval();
   const std::string rate = slow ? SlowRateText(seconds) : run.Dcount > run.LastDcount ? RateText(seconds) : "";
   if (slow || !rate.empty()) {
     const bool notSaving = !window_.save.keeping.IsKept();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "automation/channel_equations/equation_check.h"
 #include "sources/source_table.h"
 #include "text/ansi.h"
 #include "text/number.h"
@@ -24,7 +25,8 @@ void AddDataSources(const RunPlan& plan, Metadata& metadata) {
 void AddEquations(const RunPlan& plan, Metadata& metadata) {
   if (!plan.ApplyToIncoming) return;
   for (int channel = 0; channel < plan.ActiveChannels(); ++channel) {
-    if (!plan.Equations.Applies(channel)) continue;
+    const bool isTooLong = plan.Equations.EquString[channel].size() > kLongestChannelEquation;
+    if (!plan.Equations.Applies(channel) || isTooLong) continue;
     metadata.AddToMetaData("Equation Applied When Collected CH " + ChannelNumber(channel),
                            EquationText(plan.Equations, channel));
   }

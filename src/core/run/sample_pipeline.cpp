@@ -108,6 +108,7 @@ void SamplePipeline::KeepMiniChartSmall() {
   if (run_.CurrentStamp - window_.chart.GetTime(0) < width) return;
   if (run_.log.DiskBackUp && !recorder_.backup.IsComplete()) return;
   if (session_.settings.images.SaveFTPImage) recorder_.images.Save();
+  run_.LetGo.Widen(window_.chart.Extremes());
   window_.chart.ClearData();
   recorder_.backup.StoreWasCleared();
   run_.StoreStart = run_.Dcount;

@@ -68,7 +68,10 @@ std::string JoinArguments(const std::vector<std::string>& arguments) {
   for (const std::string& argument : arguments) {
     if (!text.empty()) text += ' ';
     const bool isFile = previous == "/L" || previous == "/PF";
-    text += isFile && !IsQuoted(argument) ? '"' + argument + '"' : argument;
+    // Beside commands a data file is one of them: the whole text would else be taken for its name.
+    const bool isLoad = !isFile && arguments.size() > 1 && IsDataFileName(argument);
+    if (isLoad) text += "/L ";
+    text += (isFile || isLoad) && !IsQuoted(argument) ? '"' + argument + '"' : argument;
     previous = Upper(argument);
   }
   return text;

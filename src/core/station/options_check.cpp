@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "config/settings_table.h"
+#include "model/channel_table.h"
 #include "sources/source_table.h"
 #include "text/ansi.h"
 #include "text/number.h"
@@ -98,8 +99,16 @@ bool IsAMinute(double days) {
 }
 
 void CheckTiming(const Settings& draft, Problems& problems) {
+  constexpr double kLongestPeriod = 86'400'000;  // milliseconds: a day
+  constexpr double kWidestChart = 31'622'400;    // seconds: a leap year
   if (!(draft.timing.SampleRate >= 10)) {
     Add(problems, "Sample Rate must be 10 milliseconds or greater.", "SampleRate");
+  }
+  if (draft.timing.SampleRate > kLongestPeriod) {
+    Add(problems, "The sample period can be a day at most: 86400000 milliseconds.", "SampleRate");
+  }
+  if (draft.timing.ChartWidth > kWidestChart) {
+    Add(problems, "The chart can be a year wide at most: 31622400 seconds.", "ChartWidth");
   }
   if (draft.timing.MaxArrayCount < 10) Add(problems, "Max Samples must be at least 10", "MaxArrayCount");
   if (!IsAMinute(draft.timing.MaxDuration)) {
@@ -138,6 +147,23 @@ void CheckPorts(const Settings& draft, Problems& problems) {
   if (!IsBlank(draft.uds.TVudsPort) && !IsPort(ValLong(draft.uds.TVudsPort))) Add(problems, words, "TVudsPort");
 }
 
+// Two detectors of one side are two things; any other input that stands twice is mostly a slip.
+void WarnOfDoubles(const Settings& draft, Problems& warnings) {
+  const auto& rows = draft.channels.Dsrc;
+  for (int row = 1; row < ActiveChannels(draft); ++row) {
+    for (int other = 0; other < row; ++other) {
+      const bool isSide = rows[row] == kSoundLeft || rows[row] == kSoundRight;
+      const bool differs = isSide && draft.channels.Detection[row] != draft.channels.Detection[other];
+      if (rows[row] != rows[other] || IsEquation(rows[row]) || differs) continue;
+      Add(warnings,
+          "Warning: channels " + NumberText(std::int64_t{other + 1}) + " and " + NumberText(std::int64_t{row + 1}) +
+              " both record " + SourceName(rows[row]) + ".",
+          "Dsrc" + NumberText(std::int64_t{row}));
+      break;
+    }
+  }
+}
+
 }  // namespace
 
 std::string OptionText(const Settings& settings, std::string_view key) {
@@ -164,15 +190,24 @@ std::optional<OptionsProblem> ReadOptionTexts(const OptionTexts& texts, Settings
   return {};
 }
 
-void LiftOptions(Settings& draft) {
-  constexpr std::int16_t kLeastPatience = 20;
-  for (std::int32_t* number :
-       {&draft.timing.vAvg, &draft.timing.ClientAvg, &draft.timing.ChartUpdateRate, &draft.timing.ClientUpdateRate}) {
-    *number = std::max(*number, 1);
-  }
-  draft.timing.ChartWidth = std::max(draft.timing.ChartWidth, 1.0);
-  draft.net.ConnectionTimeOut = std::max(draft.net.ConnectionTimeOut, kLeastPatience);
-  draft.timing.AvgSamplingPeriod = std::max<std::int16_t>(draft.timing.AvgSamplingPeriod, 1);
+std::vector<OptionsProblem> LiftOptions(Settings& draft) {
+  Problems lifted;
+  const auto lift = [&](auto& number, auto least, const std::string& key) {
+    if (number >= least) return;
+    Add(lifted,
+        key + " was lifted from " + NumberText(static_cast<double>(number)) + " to " +
+            NumberText(static_cast<double>(least)) + ", the least that it can be.",
+        key);
+    number = least;
+  };
+  lift(draft.timing.vAvg, 1, "vAvg");
+  lift(draft.timing.ClientAvg, 1, "ClientAvg");
+  lift(draft.timing.ChartUpdateRate, 1, "ChartUpdateRate");
+  lift(draft.timing.ClientUpdateRate, 1, "ClientUpdateRate");
+  lift(draft.timing.ChartWidth, 1.0, "ChartWidth");
+  lift(draft.net.ConnectionTimeOut, std::int16_t{20}, "ConnectionTimeOut");
+  lift(draft.timing.AvgSamplingPeriod, std::int16_t{1}, "AvgSamplingPeriod");
+  return lifted;
 }
 
 std::vector<OptionsProblem> CheckOptions(const Settings& draft, const SoundFacts& sound) {
@@ -194,6 +229,14 @@ std::vector<OptionsProblem> OptionWarnings(const Settings& before, const Setting
                         "Sound format.",
                         "Dsrc0"});
   }
+  const bool hasProduct = std::count(draft.channels.Dsrc.begin(), draft.channels.Dsrc.end(), kCrossCorrelation) > 0;
+  if (isMono && hasProduct) {
+    warnings.push_back({kTitle,
+                        "Warning: Cross Correlation needs both sides, but the Sound format is mono: the channel keeps "
+                        "its last value.",
+                        "Dsrc0"});
+  }
+  if (draft.channels.Dsrc != before.channels.Dsrc) WarnOfDoubles(draft, warnings);
   if (draft.timing.NoTimeStamps && !before.timing.NoTimeStamps) {
     warnings.push_back(
         {kTitle,

@@ -35,8 +35,8 @@ std::string OptionText(const Settings& settings, std::string_view key);
 /// order, that holds no number where one is needed, or no position; the draft then holds those before it.
 std::optional<OptionsProblem> ReadOptionTexts(const OptionTexts& texts, Settings& draft);
 
-/// Raises what has a lowest value and is silently held to it.
-void LiftOptions(Settings& draft);
+/// Raises what has a lowest value to it; the words say what was raised.
+std::vector<OptionsProblem> LiftOptions(Settings& draft);
 
 /// All that stands against the options, in the order of the dialog's pages, but of the rows of sources the first one
 /// alone. Empty when they are fine.

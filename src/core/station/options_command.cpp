@@ -70,11 +70,12 @@ std::optional<OptionsProblem> OptionsCommand::TakeAnotherCard(const OptionTexts&
 
 // The settings are laid over those in force now: the run, a profile or a command may have changed others since the
 // dialog was opened.
-std::optional<OptionsProblem> OptionsCommand::Take(const OptionTexts& texts, Settings& draft) const {
+std::optional<OptionsProblem> OptionsCommand::Take(const OptionTexts& texts, Settings& draft,
+                                                   std::vector<OptionsProblem>& lifted) const {
   draft = session_.settings;
   if (auto problem = TakeAnotherCard(texts, draft)) return problem;
   if (auto problem = ReadOptionTexts(texts, draft)) return problem;
-  LiftOptions(draft);
+  lifted = LiftOptions(draft);
   return {};
 }
 
@@ -85,8 +86,9 @@ std::optional<OptionsProblem> OptionsCommand::Confirm(const OptionTexts& texts, 
   const auto isChanged = [&](const OptionsProblem& problem) { return changed.count(problem.key) > 0; };
   Settings draft;
   std::vector<OptionsProblem> problems;
+  std::vector<OptionsProblem> lifted;
   const auto take = [&]() -> std::optional<OptionsProblem> {
-    if (auto problem = Take(texts, draft)) return problem;
+    if (auto problem = Take(texts, draft, lifted)) return problem;
     problems = CheckOptions(draft, SoundFactsOf(session_, draft));
     const auto refusal = std::find_if(problems.begin(), problems.end(), isChanged);
     return refusal == problems.end() ? std::nullopt : std::optional(*refusal);
@@ -103,6 +105,7 @@ std::optional<OptionsProblem> OptionsCommand::Confirm(const OptionTexts& texts, 
   }
   std::vector<OptionsProblem> warnings = OptionWarnings(session_.settings, draft, SoundFactsOf(session_, draft));
   warnings.insert(warnings.begin(), problems.begin(), problems.end());
+  warnings.insert(warnings.end(), lifted.begin(), lifted.end());
   for (const OptionsProblem& warning : warnings) {
     session_.LogAndTell(warning.title, warning.text);
   }
@@ -117,13 +120,15 @@ void OptionsCommand::UpdateAfterOptionsChange() {
   }
   recorder_.commands.look.UpdateAfterOptionsChange();
   recorder_.triggers.FollowSetting();
+  const LogPlan& log = window.run.log;
+  const TimingSettings& timing = session_.settings.timing;
+  const bool restartMoves = log.UseRestartTime != timing.UseRestartTime || log.RestartTime != timing.RestartTime;
+  if (window.run.ChartRunning() && restartMoves) session_.Add2SLog("The restart time counts from the next log on.");
 }
 
 void OptionsCommand::Apply(const Settings& draft) {
   const RunState& run = recorder_.window.run;
   const Settings& now = session_.settings;
-  const bool restartMoves =
-      draft.timing.UseRestartTime != now.timing.UseRestartTime || draft.timing.RestartTime != now.timing.RestartTime;
   const bool nameChanges = draft.station.LocalName != now.station.LocalName;
   LogHiddenChanges(session_, draft);
   session_.settings = draft;
@@ -134,7 +139,6 @@ void OptionsCommand::Apply(const Settings& draft) {
   }
   NameSessionLog(session_, recorder_.window);
   session_.Add2SLog("Options changed.");
-  if (restartMoves && run.ChartRunning()) session_.Add2SLog("The restart time counts from the next log on.");
 }
 
 }  // namespace tarvolt

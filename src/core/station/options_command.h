@@ -35,7 +35,8 @@ class OptionsCommand {
 
  private:
   std::optional<OptionsProblem> TakeAnotherCard(const OptionTexts& texts, Settings& draft) const;
-  std::optional<OptionsProblem> Take(const OptionTexts& texts, Settings& draft) const;
+  std::optional<OptionsProblem> Take(const OptionTexts& texts, Settings& draft,
+                                     std::vector<OptionsProblem>& lifted) const;
   void Apply(const Settings& draft);
 
   Recorder& recorder_;

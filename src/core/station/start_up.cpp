@@ -95,7 +95,9 @@ void StartUp::CheckIdentity() {
   const Settings& settings = session_.settings;
   const bool knownName = ShowLocalName(session_, recorder_.window);
   if (!knownName) {
-    session_.Add2SLog("Please be sure to supply a Local Name and other info in Options / Identity");
+    const std::string note = "Please be sure to supply a Local Name and other info in Options / Identity";
+    session_.Add2SLog(note);
+    recorder_.window.view.Status.Say(note);
   }
   if (knownName && settings.station.Author != "unknown" && settings.station.QTH != "unknown") return;
   session_.Tell("Identity Not Completely Specified", "Please update settings under Options / Identity");

@@ -89,6 +89,10 @@ void DataFileReader::CountSamples() {
   step_ = layout_.timeStamps ? 0 : StepWithoutStamps(header_, lastIndex_);
 }
 
+bool DataFileReader::EndsWithinSample() const {
+  return fileSize_ > sampleOffset_ && (fileSize_ - sampleOffset_) % layout_.BytesPerSample() != 0;
+}
+
 bool DataFileReader::ReadSample(std::int32_t index, FileSample& sample) {
   if (index < 0 || index > lastIndex_ || wholeCount_ == 0) return false;
   const std::int32_t stored = std::min(index, wholeCount_ - 1);

@@ -64,6 +64,9 @@ class DataFileReader {
   /// Samples that stand whole in the file.
   std::int32_t WholeCount() const { return wholeCount_; }
 
+  /// True when bytes behind the last whole sample make no other.
+  bool EndsWithinSample() const;
+
   /// Index of the last sample as all readers count it: one more than the file holds in a layout of doubles without
   /// stamps. Below 2 the file has no usable data.
   std::int32_t LastIndex() const { return lastIndex_; }

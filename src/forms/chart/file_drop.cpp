@@ -9,7 +9,7 @@ namespace tarvolt {
 
 std::string DroppedDataFile(const QMimeData& data) {
   if (!data.hasUrls() || data.urls().isEmpty()) return {};
-  const std::string name = FromQString(data.urls().front().toLocalFile());
+  const std::string name = PathFromQString(data.urls().front().toLocalFile());
   return IsDataFileName(name) ? name : std::string();
 }
 

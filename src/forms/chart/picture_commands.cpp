@@ -17,7 +17,7 @@ void AskAndSave(StripChartPlot& plot, const PictureSaved& saved) {
   if (QFileInfo(name).suffix().isEmpty()) name += QStringLiteral(".png");
   std::string problem;
   if (SaveChartPicture(plot, name, plot.width(), plot.height(), problem)) {
-    if (saved) saved(FromQString(name));
+    if (saved) saved(PathFromQString(name));
     return;
   }
   QMessageBox::warning(&plot, QStringLiteral("Save Chart as Picture"),

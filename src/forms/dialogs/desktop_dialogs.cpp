@@ -94,23 +94,23 @@ Answer DesktopDialogs::Ask(const Question& question) {
 std::optional<std::string> DesktopDialogs::AskSaveFile(const SaveFileRequest& request) {
   const std::string proposed = (std::filesystem::path(request.folder) / request.fileName).string();
   if (ending_) return proposed;
-  QFileDialog dialog(parent_, ToQString(request.title), ToQString(request.folder), QtFilter(request.filter));
+  QFileDialog dialog(parent_, ToQString(request.title), PathToQString(request.folder), QtFilter(request.filter));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setFileMode(QFileDialog::AnyFile);
   dialog.setDefaultSuffix(ToQString(request.extension).remove(QLatin1Char('.')));
-  dialog.selectFile(ToQString(request.fileName));
+  dialog.selectFile(PathToQString(request.fileName));
   const bool accepted = dialog.exec() == QDialog::Accepted;
   if (ending_) return proposed;
   if (!accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
-  return FromQString(dialog.selectedFiles().front());
+  return PathFromQString(dialog.selectedFiles().front());
 }
 
 std::optional<std::string> DesktopDialogs::AskOpenFile(const OpenFileRequest& request) {
   if (ending_) return std::nullopt;
-  const QString name = QFileDialog::getOpenFileName(parent_, ToQString(request.title), ToQString(request.folder),
+  const QString name = QFileDialog::getOpenFileName(parent_, ToQString(request.title), PathToQString(request.folder),
                                                     QtFilter(request.filter));
   if (name.isEmpty()) return std::nullopt;
-  return FromQString(name);
+  return PathFromQString(name);
 }
 
 std::optional<std::string> DesktopDialogs::AskText(const TextRequest& request) {

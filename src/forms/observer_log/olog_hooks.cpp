@@ -16,10 +16,10 @@ bool OpenWord(WordKind kind, const std::string& word) {
 }
 
 std::optional<std::string> ChooseFolder(const std::string& folder) {
-  const QString chosen =
-      QFileDialog::getExistingDirectory(nullptr, QStringLiteral("Default Observer Log Directory"), ToQString(folder));
+  const QString chosen = QFileDialog::getExistingDirectory(nullptr, QStringLiteral("Default Observer Log Directory"),
+                                                           PathToQString(folder));
   if (chosen.isEmpty()) return std::nullopt;
-  return FromQString(chosen);
+  return PathFromQString(chosen);
 }
 
 }  // namespace

@@ -1,11 +1,30 @@
 #include "forms/options/option_fields.h"
 
+#include <QToolTip>
 #include <algorithm>
 #include <utility>
 
+#include "config/settings_table.h"
 #include "forms/qt_text.h"
+#include "text/path_text.h"
 
 namespace tarvolt {
+namespace {
+
+// As it is typed: what is stored would have a "?" in its place.
+void LeaveOutWhatCannotBeKept(QLineEdit& line) {
+  QString kept;
+  for (const char32_t c : line.text().toUcs4()) {
+    const QString character = QString::fromUcs4(&c, 1);
+    if (HasAnsiForm(character.toStdString())) kept += character;
+  }
+  if (kept == line.text()) return;
+  line.setText(kept);
+  QToolTip::showText(line.mapToGlobal(QPoint(0, line.height())),
+                     QStringLiteral("Only characters of Windows-1252 (Western Europe) can be kept here."), &line);
+}
+
+}  // namespace
 
 OptionFields::OptionFields(std::function<void()> changed) : changed_(std::move(changed)) {}
 
@@ -21,10 +40,12 @@ void OptionFields::Add(const std::string& key, QWidget& widget, std::function<st
 void OptionFields::Add(const std::string& key, QLineEdit& line) {
   line.setObjectName(QStringLiteral("Txt") + ToQString(key));
   QObject::connect(&line, &QLineEdit::textChanged, &line, [this] { Touched(); });
+  const bool isPath = IsPathSetting(key);
+  if (!isPath) QObject::connect(&line, &QLineEdit::textEdited, &line, [&line] { LeaveOutWhatCannotBeKept(line); });
   Add(
-      key, line, [&line] { return FromQString(line.text()); },
-      [&line](const std::string& text) {
-        line.setText(ToQString(text));
+      key, line, [&line, isPath] { return isPath ? PathFromQString(line.text()) : FromQString(line.text()); },
+      [&line, isPath](const std::string& text) {
+        line.setText(isPath ? PathToQString(text) : ToQString(text));
         line.setCursorPosition(0);
       });
 }
