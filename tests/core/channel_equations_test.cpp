@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "files/format/data_file_reader.h"
+#include "files/raw_file.h"
 #include "station/station.h"
 
 namespace tarvolt {
@@ -226,6 +229,24 @@ TEST_F(EquationsOnAChart, TellWhenTheChangedChartIsNotSaved) {
   Apply();
   EXPECT_EQ(station.FilesSaved().size(), 1u);
   EXPECT_TRUE(station.host.dialogs.HasShown("the changed chart was not saved."));
+}
+
+TEST_F(EquationsOnAChart, ALoadedChartThatAStartSavesKeepsItsNotes) {
+  RawFile raw;
+  raw.Front(40000, 40008, 1, Block("seen by eye", {"CHL0Power"}));
+  for (int i = 0; i < 10; ++i) raw.Add(40000.0 + i).Add(1.0 * i);
+  station.host.disk.Put("/station/old.tvd", raw.Bytes());
+  ASSERT_TRUE(station.Form().Loads().LoadDataFile("/station/old.tvd"));
+  station.Set("AutoSaveStandAlone", false).Set("SaveIF", 1).Set("SaveIFVal", 1000);
+  Apply();
+  station.host.dialogs.AnswerNext(Answer::Yes);
+  station.StartChart();
+  DataFileReader reader(station.host.disk);
+  const std::vector<std::string> files = station.FilesSaved();
+  const bool found = std::any_of(files.begin(), files.end(), [&](const std::string& file) {
+    return reader.Open(file) == OpenResult::Ok && reader.Notes().freeText.starts_with("seen by eye");
+  });
+  EXPECT_TRUE(found);
 }
 
 TEST_F(EquationsOnAChart, TheirStatusIsNotTakenOffWithAnOlderMessage) {

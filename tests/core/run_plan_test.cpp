@@ -108,6 +108,18 @@ TEST(RunPlan, AChangedRestartTimeCountsFromTheNextLogOn) {
   EXPECT_NEAR(static_cast<double>(station.FirstChannelIn(station.FilesSaved()[1]).size()), 600, 2);
 }
 
+TEST(RunPlan, ARestartChangedInTheOptionsOfASiderealRunDoesNotFireAtOnce) {
+  Station station(1, {2010, 1, 2, 12, 0, 0, 0});
+  station.Set("UseRestartTime", true).Set("LogLMST", true).Set("UserLng", 0).StartChart();
+  station.RunFor(10s);
+  for (const char* time : {"12:05:00", "18:55:00"}) {
+    EXPECT_FALSE(station.Form().Options().Confirm({{"RestartTime", time}}, {}));
+    station.RunFor(20s);
+    EXPECT_TRUE(station.FilesSaved().empty()) << time;
+  }
+  EXPECT_TRUE(station.Logged("The restart time counts from the next log on."));
+}
+
 TEST(RunPlan, LaterLogsNameTheSourcesAndEquationsOfTheRun) {
   Station station;
   station.Set("MetaDataActive", 1).Set("MaxArrayCount", 20).StartChart();

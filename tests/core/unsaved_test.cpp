@@ -109,15 +109,68 @@ TEST(Unsaved, ARunThatIsNotKeptWritesNoFragments) {
   EXPECT_TRUE(station.FilesSaved().empty());
 }
 
-TEST(Unsaved, AStartThatSoundRefusesLeavesTheOldChart) {
+TEST(Unsaved, TheThresholdOfAMiniRunCountsWhatMemoryHasLetGo) {
+  Station station;
+  station.uds.Measures([](std::int64_t set) {
+    return std::vector<double>{set == 20 ? 5000.0 : static_cast<double>(set), 0};
+  });
+  station.Set("MiniServer", true).Set("ChartWidth", 1).Set("SaveIF", 1).Set("SaveIFVal", 1000).StartChart();
+  station.RunForSets(120);
+  station.StopChart();
+  ASSERT_EQ(station.FilesSaved().size(), 1u);
+  EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]).size(), 120u);
+}
+
+TEST(Unsaved, AMiniRunWhoseBackupHasNoPlaceIsSavedFromMemory) {
   Station station;
   station.StartChart();
   station.RunForSets(40);
+  station.Kill();
+  station.host.disk.SetReadOnly("/station/Data/recovery", true);
+  station.Set("MiniServer", true).Set("ChartWidth", 1).Set("MaxArrayCount", 60).StartChart();
+  station.RunForSets(80);
+  EXPECT_FALSE(station.Form().Window().save.keeping.BackupActive) << "what the crash left is in its place";
+  station.RunForSets(140);
   station.StopChart();
-  station.Set("Dsrc0", 1).Set("Dsrc1", 0).Set("SoundCardName", "loop:/nowhere.wav").StartChart();
-  EXPECT_FALSE(station.Running());
-  EXPECT_TRUE(station.States().ToolCommands && station.States().InfoCommands) << "what can be done with it stays";
-  EXPECT_EQ(station.Form().Window().chart.Count(), 40);
+  const std::vector<double> values = station.FirstChannelInFilesAndStore();
+  ASSERT_EQ(values.size(), 100u);
+  EXPECT_EQ(values.back() - values.front(), 99);
+}
+
+TEST(Unsaved, AChartThatARuleRefusedIsSavedByAYesAndLetGoWithoutIt) {
+  for (const bool wanted : {false, true}) {
+    Station station;
+    station.Set("SaveIF", 1).Set("SaveIFVal", 1000).StartChart();
+    station.RunForSets(40);
+    station.StopChart();
+    if (wanted) station.host.dialogs.AnswerNext(Answer::Yes);
+    station.StartChart();
+    EXPECT_TRUE(station.Running());
+    EXPECT_EQ(station.FilesSaved().size(), wanted ? 1u : 0u);
+    EXPECT_TRUE(station.FilesRescued().empty());
+  }
+  Station station;
+  RecordUnsaved(station);
+  station.StartChart();
+  EXPECT_EQ(station.FilesSaved().size(), 1u) << "else Yes is the default";
+}
+
+TEST(Unsaved, AStartThatItsSourceRefusesLeavesTheOldChart) {
+  for (const bool sound : {false, true}) {
+    Station station;
+    station.StartChart();
+    station.RunForSets(40);
+    station.StopChart();
+    const std::string title = station.View().Title;
+    if (sound) station.Set("Dsrc0", 1).Set("Dsrc1", 0).Set("SoundCardName", "loop:/nowhere.wav");
+    station.Set("UDSport", 9).StartChart();
+    EXPECT_FALSE(station.Running());
+    EXPECT_TRUE(station.States().ToolCommands && station.States().InfoCommands) << "what can be done with it stays";
+    EXPECT_EQ(station.Form().Window().chart.Count(), 40);
+    EXPECT_EQ(station.View().Title, title);
+    station.Form().mnuSave();
+    EXPECT_EQ(station.FirstChannelIn(station.FilesSaved().back()), Ramp(40));
+  }
 }
 
 }  // namespace
