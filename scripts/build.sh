@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Configures once and builds: scripts/build.sh PRESET [TARGET...]
+# Configures and builds: scripts/build.sh PRESET [TARGET...]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 preset="$1"
 shift
-[ -f "build/$preset/build.ninja" ] || cmake --preset "$preset" >/dev/null
+cmake --preset "$preset" >/dev/null
 if [ "$#" -gt 0 ]; then
   cmake --build --preset "$preset" --target "$@"
 else

@@ -12,8 +12,8 @@ namespace tarvolt {
 /// range of a double give 0. "." is the decimal point; an exponent is "E" or "D" in either case. Always finite.
 double Val(std::string_view text);
 
-/// The strict reading of a number that a person typed: blanks around it are passed over, "." or "," is the decimal point.
-/// Nothing when the text is anything else than one finite number.
+/// The strict reading of a number that a person typed: blanks around it are passed over, "." or "," is the decimal
+/// point. Nothing when the text is anything else than one finite number.
 std::optional<double> ParseNumber(std::string_view text);
 
 /// Val rounded to nearest, ties to even, and held inside the 32-bit range. Not a number gives 0.

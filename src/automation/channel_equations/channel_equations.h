@@ -7,8 +7,8 @@
 
 #include "automation/channel_equations/compiled_program.h"
 #include "automation/channel_equations/equation_check.h"
-#include "model/run_listener.h"
 #include "model/equation_set.h"
+#include "model/run_listener.h"
 
 namespace tarvolt {
 

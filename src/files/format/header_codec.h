@@ -21,8 +21,8 @@ HeaderBytes EncodeHeader(const DataFileHeader& header);
 /// notesLength are whatever the file says.
 DataFileHeader DecodeHeader(std::string_view bytes);
 
-/// False when these bytes, which may be fewer than kHeaderSize, are no begin of such a record: text of any other kind has
-/// letters where the writer's version stands. Zeros are what a disk leaves of a file that was never written.
+/// False when these bytes, which may be fewer than kHeaderSize, are no begin of such a record: text of any other kind
+/// has letters where the writer's version stands. Zeros are what a disk leaves of a file that was never written.
 bool BeginsAsHeader(std::string_view bytes);
 
 }  // namespace tarvolt
