@@ -29,8 +29,8 @@ class SettingsStore {
 
   void OnProblem(Problem problem);
 
-  /// Reads the file. A missing one is an empty store. A line that cannot be understood is told and left out; a file
-  /// that cannot be read at all, or holds not one such line, is set aside under another name, told, and the store
+  /// Reads the file. A missing one is an empty store. A line that cannot be understood is reported and left out; a file
+  /// that cannot be read at all, or holds not one such line, is set aside under another name, reported, and the store
   /// starts empty. If it cannot even be set aside it is never written over: changes then last for this run alone.
   void Load();
 

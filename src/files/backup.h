@@ -14,7 +14,7 @@
 namespace tarvolt {
 
 /// The disk backup of a run: a data file that grows with every accepted sample and is complete at every moment.
-/// A write that fails is told once and cut back to the last whole sample; the samples it missed are still in the
+/// A write that fails is reported once and cut back to the last whole sample; the samples it missed are still in the
 /// store and are written with the next one that succeeds. A backup file that vanished is made anew from the store by
 /// the next append; one that was cut or exchanged by the next SyncToDisk, as asking for its length each time costs too
 /// much.
@@ -75,7 +75,7 @@ class LocalBackup final : public RunListener {
   std::filesystem::path file_;      ///< the last that this object began; empty before
   bool storeHoldsAll_ = true;       ///< the store has everything that is in the file
   bool lengthIsSure_ = true;        ///< the file had the length that it should have at the last look
-  bool failing_ = false;            ///< told already; a torn sample may stand at the end of the file
+  bool failing_ = false;            ///< reported already; a torn sample may stand at the end of the file
 };
 
 }  // namespace tarvolt

@@ -21,8 +21,8 @@ std::string NameDir(std::string_view text);
 
 /// The name for a file of this window, with its folder when `withPath`. With `withPath` the folders are made as the
 /// organising settings ask, and those made are noted in the window's CreatedFolders; the header's local name is
-/// cleaned. A data file of fewer than three samples is kBadFile. A folder that cannot be made is told in the session
-/// log.
+/// cleaned. A data file of fewer than three samples is kBadFile. A folder that cannot be made is reported in the
+/// session log.
 std::filesystem::path NameDataFile(Session& session, ChartWindow& window, NameKind kind, bool withPath,
                                    double offsetDays = 0);
 

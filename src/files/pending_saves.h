@@ -24,8 +24,8 @@ class PendingSaves {
   /// wait already, or the backup alone has the whole log and cannot be moved: then nothing is taken.
   bool SetAside(ChartWindow& window, const std::filesystem::path& name);
 
-  /// Tries to save the oldest that waits. Called once a second or less. Tells only success: the failure that brought
-  /// the log here was told. After a failure some calls pass without a try, more with each failure.
+  /// Tries to save the oldest that waits. Called once a second or less. Logs only success: the failure that brought
+  /// the log here was reported. After a failure some calls pass without a try, more with each failure.
   void Retry();
 
   /// Tries to save all that wait, now; stops at the first that fails.

@@ -13,7 +13,7 @@ void RemoveLeftParts(Session& session);
 
 /// At start-up: removes left parts, copies the backups of runs that were not ended properly to the recovery folder,
 /// resets their markers and shows "Recovery Alert". True when any was found. A backup that cannot be copied is moved;
-/// when that fails too, or its folder is not there, this is told and its marker stays set.
+/// when that fails too, or its folder is not there, this is reported and its marker stays set.
 bool RecoverBackups(Session& session);
 
 /// Sets the run marker of a backup that begins at `file`, and remembers where it is, whatever DataDirectory becomes.

@@ -82,7 +82,7 @@ std::optional<SavePlan> PlanSave(Session& session, ChartWindow& window, bool may
   file.layout = LayoutOfChart(session.settings, window);
   const NumberForm form = ChooseNumberForm(session, window, file.layout.integers, mayAsk);
   if (form == NumberForm::Cancelled) return std::nullopt;
-  // The block tells of integers also when the values are too large and doubles are written (meant).
+  // The block describes integers also when the values are too large and doubles are written (meant).
   file.notesBlock = GetModifiedNotes(window, window.notes + window.save.PendingNotes, file.layout);
   file.layout.integers = form == NumberForm::Integers;
   plan.storeHoldsRun = !window.save.keeping.BackupAlone();

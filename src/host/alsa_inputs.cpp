@@ -18,7 +18,7 @@ namespace {
 constexpr const char* kServerInput = "default: Sound server";
 constexpr std::chrono::milliseconds kPatience{1000};
 
-// The reasons of a failure come back as numbers too, and those are told.
+// The reasons of a failure come back as numbers too, and those are reported.
 void SayNothing(const char*, int, const char*, int, const char*, ...) {}
 
 bool Exists(const std::string& path) {

@@ -138,7 +138,7 @@ bool PutVolume(const std::string& card, int source, int volume) {
   return snd_mixer_selem_set_capture_volume_all(element, value) >= 0;
 }
 
-/// What `question` tells of the mixer; nothing when it does not answer.
+/// What `question` describes the mixer; nothing when it does not answer.
 template <class Answer>
 std::optional<Answer> AskMixer(DriverCalls& drivers, const std::string& card, std::function<Answer()> question) {
   return drivers.Ask("mixer of " + card, kPatience, std::move(question));

@@ -226,8 +226,8 @@ double AlsaWaveIn::HeardAt(Capture& capture) {
   return MillisecondsSinceBoot() - 1000 * left / capture.format.samplesPerSecond;
 }
 
-// Reads until the driver has no more, at most kReadsATurn times; tells how often something came. What the driver itself
-// lost counts as one buffer.
+// Reads until the driver has no more, at most kReadsATurn times; returns how often something came. What the driver
+// itself lost counts as one buffer.
 int AlsaWaveIn::ReadAvailable(Capture& capture, std::string& frames) {
   int reads = 0;
   while (!capture.stopping && reads < kReadsATurn) {

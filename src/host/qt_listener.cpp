@@ -59,8 +59,8 @@ void QtListener::Take(qintptr descriptor) {
   });
 }
 
-// Mostly the files that a program may have open are used up. Qt has stopped listening then, or it would be told of the
-// same connection for ever.
+// Mostly the files that a program may have open are used up. Qt has stopped listening then, or it would be informed of
+// the same connection for ever.
 void QtListener::CouldNotTake() {
   QTimer::singleShot(kRetry, server_.get(), [server = server_.get()] { server->resumeAccepting(); });
   loop_.Post([this, words = AnsiText(server_->errorString()), server = std::weak_ptr(server_)] {

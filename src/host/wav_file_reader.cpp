@@ -11,7 +11,7 @@ constexpr std::uint32_t kChunkHeaderBytes = 8;
 constexpr std::uint32_t kFormatBytes = 16;
 constexpr int kMostChunks = 1000;
 constexpr unsigned kPlainSamples = 1;
-constexpr unsigned kExtended = 0xFFFE;  // the samples of such a file are told by their width all the same
+constexpr unsigned kExtended = 0xFFFE;  // the samples of such a file are reported by their width all the same
 constexpr std::uint32_t kHighestRate = 1'000'000;
 
 unsigned Word(const unsigned char* bytes) {

@@ -56,10 +56,10 @@ std::optional<std::string> OLogDateFormat(std::string_view entered);
 /// The text as it goes into a log that ends in `tail`, its last two characters at most: on a line of its own.
 std::string OnNewLine(std::string_view tail, std::string_view text);
 
-/// Whose identity a block tells.
+/// Whose identity a block gives.
 enum class IdentityMode { Local, Client };
 
-/// A station as the identity block tells of it.
+/// A station as the identity block describes it.
 struct StationIdentity {
   std::string name;
   std::string observer;

@@ -26,7 +26,7 @@ using OMacroSet = std::array<OMacro, kOMacros>;
 struct OMacroAction {
   std::string text;      ///< the entry; the marks are taken out
   bool stamped = false;  ///< marked "~": the stamp goes in front
-  bool marked = false;   ///< marked "*": the chart window is told as well
+  bool marked = false;   ///< marked "*": the chart window is informed as well
 };
 
 /// Reads the marks, which stand among the last two characters; elsewhere "~" and "*" are text. Nothing for a macro of

@@ -32,7 +32,7 @@ class SessionLog {
   void AddListener(Listener listener);
 
   /// Writes one entry; the first of a day is preceded by the date line. A failing append stops nothing; the first of
-  /// several is told by a line of its own in the log in memory.
+  /// several is reported by a line of its own in the log in memory.
   void Add2SLog(std::string_view text);
 
   /// The last part of the log, with CR LF line ends; never longer than kTextLimit.

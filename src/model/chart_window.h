@@ -32,7 +32,7 @@ struct SaveState {
   std::int32_t LastSaveIndex = 0;    ///< last sample index to write
   bool LogSaved = false;             ///< a log of the run has been saved
   std::filesystem::path SavedAs;     ///< the file that this log was saved to; empty before that
-  std::filesystem::path FailedSave;  ///< the name whose save failed last: told once, not at each try
+  std::filesystem::path FailedSave;  ///< the name whose save failed last: reported once, not at each try
   std::string PendingNotes;          ///< the notes as they were when the chart started
   std::array<std::filesystem::path, 4> CreatedFolders;  ///< folders made for the last name, by slot
 };

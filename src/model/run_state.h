@@ -53,7 +53,7 @@ struct RunState {
   std::int32_t LastDcount = 0;    ///< Dcount at the last keep-alive
   std::int32_t AvgCount = 0;      ///< reads in the sample in progress
   std::int32_t EffectiveAvg = 1;
-  std::int32_t DroppedSamples = 0;  ///< since they were told last: the clock did not advance
+  std::int32_t DroppedSamples = 0;  ///< since they were reported last: the clock did not advance
   std::int32_t UpdateCount = 0;     ///< samples since the last repaint
 
   std::array<double, kChannels> ChannelValue{};

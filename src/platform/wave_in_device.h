@@ -58,7 +58,7 @@ class WaveInDevice {
   /// Bytes in a filled buffer.
   virtual std::size_t ParseWaveHeader(WaveHandle handle) const = 0;
 
-  /// Copies at most `count` bytes of a filled buffer; tells how many.
+  /// Copies at most `count` bytes of a filled buffer; returns how many.
   virtual std::size_t CopyWaveHeader(WaveHandle handle, void* destination, std::size_t count) const = 0;
 
   /// Milliseconds for which a filled buffer has waited since its last frame was heard, as well as the driver can tell.

@@ -24,7 +24,7 @@ class UdsClient {
   UdsClient(Session& session, ChartWindow& window, RunControl& control, SoundInput& sound, SetEnded onSet);
   ~UdsClient();
 
-  /// Finds or starts the source, connects and runs the opening exchange. False, told and logged, when it did not
+  /// Finds or starts the source, connects and runs the opening exchange. False, shown and logged, when it did not
   /// come to an end. Yields; Escape ends every wait.
   bool UDSConnect();
 

@@ -22,7 +22,7 @@ struct SimCrash {
   std::uint64_t operation = 0;  ///< the number of the operation, from 1
 };
 
-/// A disk in memory that outlives a crash of the program, and fails when it is told to.
+/// A disk in memory that outlives a crash of the program, and fails when it is reported to.
 ///
 /// An operation, here, is one that changes the disk: opening a file that is made or emptied, Write, Truncate,
 /// Rename, Remove, MakeFolders that makes one, and Sync. Reading is free.

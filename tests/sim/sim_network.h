@@ -26,8 +26,8 @@ class SimNetwork final : public Sockets {
   /// Connections to there neither come up nor fail, or do again.
   void SetUnreachable(const std::string& address, std::uint16_t port, bool unreachable);
 
-  /// Breaks the connection of a socket of this network: what is on the way to the other end is lost, and that is told
-  /// of the failure. The socket itself is told nothing.
+  /// Breaks the connection of a socket of this network: what is on the way to the other end is lost, and that is
+  /// reported of the failure. The socket itself is reported nothing.
   void Break(SocketControl& socket, const std::string& why = "Connection reset by peer");
 
   /// For everything sent, and every connection asked for, from here on.

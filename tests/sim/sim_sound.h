@@ -41,7 +41,7 @@ class SimSound final : public WaveInDevices {
   /// It has but this one format, as a file has.
   void Fix(const std::string& name, const WaveFormat& format) { fixed_[name] = format; }
 
-  /// It is pulled out: who has it open is told.
+  /// It is pulled out: who has it open is reported.
   void Unplug(const std::string& name);
 
   /// It keeps its connection and delivers nothing, until the next Heal.

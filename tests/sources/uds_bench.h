@@ -19,7 +19,7 @@
 
 namespace tarvolt {
 
-/// A User Data Source at the other end of a simulated network: answers STAT and GETD with what it is told to.
+/// A User Data Source at the other end of a simulated network: answers STAT and GETD with what it is reported to.
 class ScriptedSource {
  public:
   ScriptedSource(SimHost& machine, std::uint16_t port) : listener_(machine.network.MakeListener()) {

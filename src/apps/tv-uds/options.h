@@ -29,8 +29,8 @@ struct Options {
   bool once = false;  ///< end with the first connection
 };
 
-/// Reads the command line. On an answer of 0 (help or version, written to standard output) or 2 (wrong usage, told on
-/// standard error) the program is to end with it; nothing means go on.
+/// Reads the command line. On an answer of 0 (help or version, written to standard output) or 2 (wrong usage, reported
+/// on standard error) the program is to end with it; nothing means go on.
 std::optional<int> ParseOptions(int argc, char** argv, Options& options);
 
 }  // namespace tarvolt::uds

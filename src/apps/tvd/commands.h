@@ -35,7 +35,7 @@ struct PlotOptions {
 
 enum class PlotResult { Drawn, Failed, WrongUsage };
 
-/// Draws it without a display. What is wrong is told on standard error.
+/// Draws it without a display. What is wrong is reported on standard error.
 PlotResult PlotFile(const PlotOptions& options, int argc, char** argv);
 
 /// Equations to apply to a data file.
@@ -51,7 +51,7 @@ enum class CommandResult { Done, Failed, WrongUsage };
 /// What is wrong with an N=TEXT; empty when it is fine.
 std::string EquationArgumentFault(const std::string& argument);
 
-/// Applies the equations and writes the result; FILE stays as it is. What is wrong is told on standard error.
+/// Applies the equations and writes the result; FILE stays as it is. What is wrong is reported on standard error.
 CommandResult ApplyToFile(const ApplyRequest& request, int argc, char** argv);
 
 /// An equation to evaluate, as the shell gave it.
@@ -64,7 +64,7 @@ struct EvalRequest {
 /// What is wrong with a NAME=VALUE; empty when it is fine.
 std::string VariableFault(const std::string& variable);
 
-/// Prints the value with every digit; true when it has one and it went out. Tells what is wrong with the equation.
+/// Prints the value with every digit; true when it has one and it went out. Reports what is wrong with the equation.
 bool PrintValue(const EvalRequest& request);
 
 }  // namespace tarvolt

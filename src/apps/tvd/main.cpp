@@ -119,7 +119,7 @@ int RunApply(const Options& options, int argc, char** argv) {
   return kFailed;
 }
 
-// Tells in one line what is wrong with the file; false then.
+// Reports in one line what is wrong with the file; false then.
 bool OpenDataFile(DataFileReader& reader, const std::string& name) {
   switch (reader.Open(name)) {
     case OpenResult::Ok:

@@ -12,7 +12,7 @@
 namespace tarvolt {
 
 /// Reads the text of a trigger file: a line "{n}" begins trigger n (any with a "{" and no "=" does), and lines
-/// "KEY=value" in any order tell of it. What stands under a number outside 1 to 10, or under none, is passed over, and
+/// "KEY=value" in any order describe it. What stands under a number outside 1 to 10, or under none, is passed over, and
 /// so are unknown keys. A trigger or a key that is not there has its default. Nothing when the text has no trigger at
 /// all.
 std::optional<TriggerDefinitions> ParseTriggers(std::string_view text);

@@ -40,7 +40,7 @@ struct TriggerDefinition {
   bool operator==(const TriggerDefinition&) const = default;
 };
 
-/// A trigger at work: it watches values sample by sample and tells when to act.
+/// A trigger at work: it watches values sample by sample and says when to act.
 ///
 ///     Armed    fires after MinDuration passing samples in a row          -> Busy (OneShot: and no longer Enabled)
 ///     Busy     ends after MinResetSamples failing samples in a row       -> Resting, or Armed without a RestPeriod

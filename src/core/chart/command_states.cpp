@@ -10,8 +10,8 @@ bool HasLog(const ChartWindow& window) {
   return keeping.BackupAlone() || window.chart.Count() > 1;
 }
 
-// A run tells of itself as soon as a log of it is a file; a mini window shows too little of it. One that has ended does
-// so even if it brought no sample.
+// A run describes itself as soon as a log of it is a file; a mini window shows too little of it. One that has ended
+// does so even if it brought no sample.
 bool HasInfo(const ChartWindow& window) {
   if (window.run.ChartRunning()) return window.save.LogSaved && !window.save.keeping.Mini;
   const bool hasChart = window.chart.Count() > 0 || window.save.keeping.LoadedFromFile;

@@ -17,7 +17,7 @@ class CursorCommands {
   void cmdCursor();
   void cmdZoom();
 
-  /// Puts the cursor to the sample nearest in time to `x`, on the visible channel nearest to `y`, and tells it in the
+  /// Puts the cursor to the sample nearest in time to `x`, on the visible channel nearest to `y`, and shows it in the
   /// status line. Does nothing without samples or when the cursor is not on.
   void MoveCursor(double x, double y);
   void mnuSetTimeMarker();

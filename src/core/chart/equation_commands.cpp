@@ -100,7 +100,7 @@ std::optional<int> EquationCommands::AskForNewChannels() {
   return std::nullopt;
 }
 
-// Nothing is told while the program ends.
+// Nothing is reported while the program ends.
 void EquationCommands::Refuse(const std::string& title, const std::string& text) {
   if (EndRequested()) return;
   window_.view.Status.Hold(text);

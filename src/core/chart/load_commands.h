@@ -10,8 +10,8 @@
 
 namespace tarvolt {
 
-/// Loads a data file into a window without a run, as LoadData does, and shows the whole of it. False, and told, when
-/// not all of it could be loaded. Yields.
+/// Loads a data file into a window without a run, as LoadData does, and shows the whole of it. False, and reported,
+/// when not all of it could be loaded. Yields.
 bool LoadAndShow(Session& session, ChartWindow& window, ChartCommands& commands, const std::string& path,
                  const LoadRequest& request = {}, const std::function<bool()>& makeRoom = {});
 
@@ -22,8 +22,8 @@ void StoreLoadOptions(Session& session, const LoadOptions& options, bool showFor
 /// and yield.
 class LoadCommands {
  public:
-  /// All outlive it. `makeRoom` readies the window for the chart of a file that can be read, or refuses, having told
-  /// why.
+  /// All outlive it. `makeRoom` readies the window for the chart of a file that can be read, or refuses, having
+  /// reported why.
   LoadCommands(Session& session, ChartWindow& window, ChartCommands& commands, Person& person,
                std::function<bool()> makeRoom = {});
 
@@ -39,10 +39,10 @@ class LoadCommands {
   void mnuRecentLoaded(int place);
   void mnuRecentSaved(int place);
 
-  /// A file dropped on the window. Told when the mode forbids it.
+  /// A file dropped on the window. Reported when the mode forbids it.
   void DropFile(const std::string& path);
 
-  /// Loads without asking anything, in any mode. False, and told, when it cannot be loaded as a whole. Yields.
+  /// Loads without asking anything, in any mode. False, and reported, when it cannot be loaded as a whole. Yields.
   bool LoadDataFile(const std::string& path);
 
  private:

@@ -23,15 +23,15 @@ class RecoveredCharts {
   /// True when a chart can be opened now.
   bool CanOpen() const { return loads_.CanLoad(); }
 
-  /// Opens one in the main window; the file stays where it is. False, and told, when it cannot be loaded as a whole.
-  /// Yields.
+  /// Opens one in the main window; the file stays where it is. False, and reported, when it cannot be loaded as a
+  /// whole. Yields.
   bool Open(const RecoveredChart& chart);
 
-  /// Moves one among the station's data files, under the name and in the folder of its date. False, and told, when it
-  /// must stay.
+  /// Moves one among the station's data files, under the name and in the folder of its date. False, and reported, when
+  /// it must stay.
   bool Keep(const RecoveredChart& chart);
 
-  /// Asks, and deletes one for good. False when the person does not want that or, as is told, it must stay. Yields.
+  /// Asks, and deletes one for good. False when the person does not want that or, as is reported, it must stay. Yields.
   bool Delete(const RecoveredChart& chart);
 
  private:

@@ -16,7 +16,7 @@ class FrmReview {
   /// `number` is 1 to kMost; the others outlive it.
   FrmReview(Session& session, int number, Person& person);
 
-  /// Opens a data file. False, and told, when it cannot be loaded as a whole. Yields.
+  /// Opens a data file. False, and reported, when it cannot be loaded as a whole. Yields.
   bool LoadDataFile(const std::string& path) { return loads_.LoadDataFile(path); }
   void cmdSaveView();
 

@@ -53,7 +53,7 @@ class ViewCommands {
   /// Back to the range before the last cmdFullView.
   void RestoreFullView();
 
-  /// False, and told in the status line, with fewer than five samples or a range that is none.
+  /// False, and reported in the status line, with fewer than five samples or a range that is none.
   bool SetChartView(const ChartViewRequest& request);
   void SaveChartViewParams();
   void RestoreChartViewParams();

@@ -14,7 +14,7 @@ class ChartRun {
   /// Works on the parts of `recorder`, which outlives it.
   explicit ChartRun(Recorder& recorder);
 
-  /// Checks, readies the sources and arms the run. `profile` may be empty. A refusal is told and leaves the program
+  /// Checks, readies the sources and arms the run. `profile` may be empty. A refusal is reported and leaves the program
   /// idle. Does nothing while a run goes on or is being started, or a file is being loaded. Yields while the data
   /// source connects.
   void StartChart(const std::string& profile);
@@ -25,7 +25,7 @@ class ChartRun {
   /// Turns the log over: saves it when that is wanted and starts a new one, or ends the run.
   void MaxedOut(MaxedOutMode mode);
 
-  /// Logs how many samples a clock that stood or went back has cost since this was told last.
+  /// Logs how many samples a clock that stood or went back has cost since this was reported last.
   void TellDropped();
 
   /// At rest: takes the base of log time from the settings and the clock, as at the start of a log.

@@ -32,7 +32,7 @@ void ChartRun::StartChart(const std::string& profile) {
   displayed_.reset();
 }
 
-// The thirty steps of a start. False when one of them refused; it has told why.
+// The steps of a start. False when one of them refused; it has reported why.
 bool ChartRun::RunTheStart(const std::string& profile) {
   LoadRunProfile(profile);
   recorder_.triggers.FollowSetting();

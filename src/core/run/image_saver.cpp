@@ -62,7 +62,7 @@ void ImageSaver::Save() {
   if (which != kViewAlone) SaveOne("FTPImageFileFV", "NewFVImage", true);
 }
 
-// The mark of a new image is for whoever sends it on. A failure is told once, until a picture is written again.
+// The mark of a new image is for whoever sends it on. A failure is reported once, until a picture is written again.
 void ImageSaver::SaveOne(const char* fileKey, const char* newKey, bool fullView) {
   const std::filesystem::path file = FileOf(fileKey);
   std::string problem;

@@ -29,7 +29,7 @@ class KeepAlive {
   ChartWindow& window_;
   double lastFiring_ = 0;  // monotonic milliseconds
   double secondsSinceSync_ = 0;
-  double secondsSinceTold_ = 60;  // since dropped samples were told last
+  double secondsSinceTold_ = 60;  // since dropped samples were reported last
   double slowSeconds_ = 0;        // length of the window of a slow rate so far
   std::int32_t slowStart_ = 0;    // Dcount when that window began
   std::string slowText_;

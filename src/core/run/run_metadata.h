@@ -11,7 +11,7 @@ namespace tarvolt {
 /// Clears the metadata of the window and adds the rows that describe the run about to start.
 void BuildRunMetadata(const Session& session, ChartWindow& window);
 
-/// A channel's equation as the metadata tell of it.
+/// A channel's equation as the metadata describe it.
 std::string EquationText(const EquationSet& set, int channel);
 
 /// Adds the rows about the pacing of the run. `actualPeriod`, in milliseconds, when the period asked for cannot be made

@@ -19,7 +19,7 @@ class TriggerRun final : public RunListener {
   /// Both outlive it. All triggers have their defaults until a file is loaded.
   TriggerRun(Session& session, ChartWindow& window);
 
-  /// Gives the triggers the outputs that they drive, which outlive it. Without them such an action is told in the
+  /// Gives the triggers the outputs that they drive, which outlive it. Without them such an action is reported in the
   /// session log instead.
   void UseOutputs(TriggerOutputs& outputs) { outputs_ = &outputs; }
 
@@ -44,7 +44,7 @@ class TriggerRun final : public RunListener {
   /// channels into the settings and into the run that is going on. Fails, with nothing changed, when the disk refuses.
   Outcome TakeOver(const TriggerDefinitions& triggers, const TriggerChannels& channels);
 
-  /// The start of a chart: the devices that the triggers in use name are opened. What is missing is told.
+  /// The start of a chart: the devices that the triggers in use name are opened. What is missing is reported.
   void OpenDevices();
 
   /// The start of a chart: all triggers are armed and enabled.
@@ -58,7 +58,7 @@ class TriggerRun final : public RunListener {
   void SampleFinished(const FinishedSample& sample) override;
 
   /// Does what a trigger says: its action, then its notes. `channel` is the one that fired it. Waits for nothing, and
-  /// what fails is told in the session log; an output that stays as it was told in this run is not told again. A slot
+  /// what fails is logged; an output that stays as it was reported in this run is not reported again. A slot
   /// outside 0 to 9 does nothing.
   void ExecuteTrigger(int slot, int channel);
 
@@ -83,7 +83,7 @@ class TriggerRun final : public RunListener {
   Triggers triggers_;
   TriggerOutputs* outputs_ = nullptr;
   std::string lookedAt_;                         // DefaultTriggerFile, when it was last followed
-  std::array<std::string, kTriggerSlots> told_;  // what is wrong with its output, as it was told in this run
+  std::array<std::string, kTriggerSlots> told_;  // what is wrong with its output, as it was reported in this run
   std::array<double, 2> u12Levels_{};
 };
 

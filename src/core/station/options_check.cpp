@@ -119,6 +119,12 @@ void CheckTiming(const Settings& draft, Problems& problems) {
   }
 }
 
+void CheckLook(const Settings& draft, Problems& problems) {
+  constexpr int kMostDecimals = 12;
+  if (draft.chart.YAxisLabelPrecision >= 0 && draft.chart.YAxisLabelPrecision <= kMostDecimals) return;
+  Add(problems, "The y axis can have 0 to 12 decimals.", "YAxisLabelPrecision");
+}
+
 void CheckSound(const Settings& draft, Problems& problems) {
   for (const auto& [value, key] :
        {std::pair(draft.card.PwrMultiL, "PwrMultiL"), std::pair(draft.card.PwrMultiR, "PwrMultiR")}) {
@@ -214,6 +220,7 @@ std::vector<OptionsProblem> CheckOptions(const Settings& draft, const SoundFacts
   Problems problems;
   CheckSourceRows(draft, sound, problems);
   CheckTiming(draft, problems);
+  CheckLook(draft, problems);
   CheckSound(draft, problems);
   CheckPorts(draft, problems);
   return problems;

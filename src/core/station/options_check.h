@@ -42,7 +42,7 @@ std::vector<OptionsProblem> LiftOptions(Settings& draft);
 /// alone. Empty when they are fine.
 std::vector<OptionsProblem> CheckOptions(const Settings& draft, const SoundFacts& sound);
 
-/// What is told about options that are accepted all the same. `before` are those in force until now.
+/// What is reported about options that are accepted all the same. `before` are those in force until now.
 std::vector<OptionsProblem> OptionWarnings(const Settings& before, const Settings& draft, const SoundFacts& sound);
 
 }  // namespace tarvolt

@@ -10,7 +10,7 @@ namespace tarvolt {
 /// The class of a stored number; nothing for a number that names none.
 std::optional<PriorityClass> PriorityFromNumber(std::int32_t number);
 
-/// Applies a priority class, logs it and stores it. A system that refuses is told in the log; the class is stored all
+/// Applies a priority class, logs it and stores it. A system that refuses is logged; the class is stored all
 /// the same.
 void SetPriority(Session& session, PriorityClass priority);
 

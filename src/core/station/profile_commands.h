@@ -13,7 +13,7 @@ class ProfileCommands {
   /// `taken` is called when a profile's settings are in force. The session outlives it.
   ProfileCommands(Session& session, std::function<void()> taken);
 
-  /// Puts the settings of a profile in force. False, and told, when it cannot be read; then nothing has changed.
+  /// Puts the settings of a profile in force. False, and reported, when it cannot be read; then nothing has changed.
   bool Load(const std::string& path);
 
   /// Asks for a profile or a name for one, and does what the command says with it. Yields.

@@ -37,7 +37,7 @@ class DataFileReader {
   OpenResult Open(const std::filesystem::path& name);
 
   /// Reads the samples of an opened file by these values instead of its own; more channels than kMaxFileChannels are as
-  /// many. Header() then tells of the forced times and channels.
+  /// many. Header() then describes the forced times and channels.
   void Force(const ForcedValues& forced);
 
   /// What the platform said about the last failure.

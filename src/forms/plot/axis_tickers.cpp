@@ -11,6 +11,7 @@ namespace tarvolt {
 namespace {
 
 constexpr double kDay = 86400;
+constexpr int kMostDecimals = 12;
 
 /// Seconds that divide a minute, an hour or a day.
 constexpr double kTimeSteps[] = {0.001, 0.002, 0.005, 0.01,     0.02,     0.05,     0.1,      0.2,
@@ -55,7 +56,7 @@ QString ValueTicker::getTickLabel(double tick, const QLocale&, QChar, int) {
   const double value = std::abs(tick) < step_ * 1e-6 ? 0 : tick / scale;
   const int needed = static_cast<int>(std::ceil(-std::log10(step_ / scale) - 1e-9));
   if (std::abs(value) >= 1e9 || needed > 8) return QString::number(value, 'g', 6);
-  return QString::number(value, 'f', std::max({decimals, needed, 0}));
+  return QString::number(value, 'f', std::clamp(std::max(decimals, needed), 0, kMostDecimals));
 }
 
 }  // namespace tarvolt

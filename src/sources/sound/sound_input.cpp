@@ -188,7 +188,7 @@ std::size_t SoundInput::FetchSamples(WaveHandle handle) {
   return device_->CopyWaveHeader(handle, samples_.data(), bytes) / sizeof(std::int16_t);
 }
 
-// Each lost buffer counts and is told; of a flood only the first in a second, and the number of all at the end.
+// Each lost buffer counts and is reported; of a flood only the first in a second, and the number of all at the end.
 void SoundInput::NoteOverRuns(std::int64_t buffers, const char* words) {
   sound_.overRuns += buffers;
   sound_.spectrum.BeginAnew();

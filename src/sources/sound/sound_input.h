@@ -17,8 +17,8 @@
 namespace tarvolt {
 
 /// The sound input of a window: opens the device, reduces each filled buffer to its readings, and watches over the
-/// delivery. A device that fails, stalls or turns to zeros during a run is told, and opened again by its name as soon
-/// as it is there.
+/// delivery. A device that fails, stalls or turns to zeros during a run is reported, and opened again by its name as
+/// soon as it is there.
 class SoundInput {
  public:
   /// Closed. `session` and `window` outlive it.
@@ -48,7 +48,7 @@ class SoundInput {
   void Restart();
   void Stop();
 
-  /// Lets the device go, and tells the over-runs of the run. Harmless when nothing is open. May be called inside
+  /// Lets the device go, and logs the over-runs of the run. Harmless when nothing is open. May be called inside
   /// onBuffer.
   void Close();
 
@@ -111,14 +111,14 @@ class SoundInput {
   bool rewinds_ = false;   ///< opening it again would begin it anew, as with a file
   bool opening_ = false;   ///< the device is being opened again
   bool delivers_ = false;  ///< a buffer has come since the start
-  bool silent_ = false;    ///< exact zeros have been told
+  bool silent_ = false;    ///< exact zeros have been reported
   double lastBuffer_ = 0;  ///< monotonic milliseconds
   double lastSound_ = 0;   ///< of the last sample that was not zero
   double lostSince_ = 0;
   double nextTry_ = 0;
   double lastWatch_ = 0;
   DeliveryBalance balance_;
-  double overRunSecond_ = 0;  ///< when the second began in which over-runs are told
+  double overRunSecond_ = 0;  ///< when the second began in which over-runs are logged
   int overRunLines_ = 0;      ///< of that second
 };
 

@@ -45,7 +45,7 @@ void SoundInput::Announce(const std::string& text) {
   session_.LogAndTell("Tarvolt", text);
 }
 
-// The status line of a run tells it as long as it lasts, unless another message is there.
+// The status line of a run shows it as long as it lasts, unless another message is there.
 void SoundInput::ShowTrouble() {
   StatusLine& line = window_.view.Status;
   const bool isTrouble = window_.run.ChartRunning() && (lost_ || silent_);
