@@ -56,7 +56,7 @@ struct FileChart {
 /// or it ends within a sample. Empty when nothing is known to be missing.
 std::string WhatIsMissing(const FileChart& file, const StripChart& chart);
 
-/// Called after every 5,000 samples of the file how many are in the chart; false ends the load.
+/// Called after every 5,000 samples of the file, with the number that is in the chart; false ends the load.
 using LoadProgress = std::function<bool(std::int32_t stored)>;
 
 /// The load of one data file. Changes nothing but the chart that its samples are read into.

@@ -10,7 +10,7 @@ namespace tarvolt {
 enum class SaveOutcome {
   Saved,      ///< the file stands complete under its final name
   NotWanted,  ///< a rule says that nobody wants the samples
-  Unsaved,    ///< nothing was written: autosave is off, or a person said no or was reported why not
+  Unsaved,    ///< nothing was written: autosave is off, or a person said no or was shown why not
   Failed      ///< the disk refused; the samples stay in the store and in the backup
 };
 

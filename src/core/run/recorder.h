@@ -35,23 +35,29 @@ struct Recorder {
   RunControl& control;
   Person& person;
   ChartWindow window;
-  LocalBackup backup;
-  UnsavedCharts unsaved;
-  SoundInput sound;
-  SoundSource soundSource;
+  LocalBackup backup{session, window};
+  UnsavedCharts unsaved{session, window};
+  ChartCommands commands{session, window};
+  ChannelOffsets offsets{session, window};
+
+  // The sources, in the order in which they are registered.
+  SoundInput sound{session, window};
+  SoundSource soundSource{session, window, sound, [this] { person.ChooseSoundFormat(); }};
   UdsSource uds;
   EquationSource equationRows;
-  ChannelSources sources;  ///< all of these
-  ChartCommands commands;
-  ChannelOffsets offsets;
-  ChannelAverage average;
-  ImageSaver images;
-  TriggerRun triggers;
-  ChannelEquations equations;
-  ValueDisplay valueDisplay;
-  LogLimits limits;
-  RunEntries entries;
-  RunEvents events;                       ///< of the run, for all who listen to it
+  ChannelSources sources{window.run};  ///< all of them
+
+  // Those who listen to the run.
+  ChannelEquations equations{static_cast<std::uint64_t>(session.host.clock.MonotonicMilliseconds()),
+                             [this](const std::string& words) { session.Add2SLog(words); }};
+  TriggerRun triggers{session, window};
+  ValueDisplay valueDisplay{window};
+  ChannelAverage average{session, window};
+  LogLimits limits{window, control};
+  ImageSaver images{session, window, person};
+  RunEntries entries{*this};
+  RunEvents events{session.log};  ///< of the run, for all of them
+
   std::unique_ptr<Timer> LoTime1;         ///< paces the samples with Pacer::Timer
   std::unique_ptr<Timer> TimerKeepAlive;  ///< rate display and watchdogs
 
@@ -63,8 +69,26 @@ struct Recorder {
   std::string LocalTimeText() { return FormatDate(NowPrecise(session.host.clock), "hh:nn:ss"); }
 
  private:
-  void RegisterSources();
-  void RegisterListeners();
+  // Sound is readied while the old chart is still on display; a data source may send as soon as it is connected.
+  void RegisterSources() {
+    sources.Add(soundSource);
+    sources.Add(uds);
+    sources.Add(equationRows);
+  }
+
+  // In the order in which a sample reaches them. What stands behind the limits may see the sample that ended a log when
+  // the next one has begun.
+  void RegisterListeners() {
+    events.Add(equations, "equations");
+    events.Add(triggers, "triggers");
+    events.Add(valueDisplay, "value display");
+    events.Add(backup, "backup");
+    events.Add(average, "channel average");
+    events.Add(limits, "limits of the log");
+    events.Add(images, "image saver");
+    events.Add(entries, "entries of the observer log");
+  }
+
   void FollowZone(double zone);
 };
 
