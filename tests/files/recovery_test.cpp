@@ -4,9 +4,7 @@
 
 #include <algorithm>
 
-#include "files/backup.h"
 #include "files/desk.h"
-#include "files/saving.h"
 #include "files/unsaved_charts.h"
 
 namespace tarvolt {
@@ -115,18 +113,6 @@ TEST(RecoverBackups, WhatCouldNotBeRescuedIsNeverWrittenOver) {
   EXPECT_TRUE(desk.window.save.keeping.BackupActive);
   EXPECT_EQ(desk.Bytes(kCopy), "the samples");
   EXPECT_NE(desk.Bytes(kBackup), "the samples");
-}
-
-TEST(RecoverBackups, AFailedLogIsNotWrittenOverByTheNextRunOfTheSameProgram) {
-  Desk desk;
-  desk.session.settings.files.DiskBackUp = true;
-  LocalBackup backup(desk.session, desk.window);
-  desk.BeginLog(backup);
-  desk.Record(3);
-  backup.LocalBackUp();
-  const std::string log = desk.Bytes(kBackup);
-  desk.BeginLog(backup);
-  EXPECT_EQ(desk.Bytes(kCopy), log);
 }
 
 TEST(RecoverBackups, TheBackupIsFoundWhereItWasBegun) {
