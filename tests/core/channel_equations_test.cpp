@@ -41,9 +41,7 @@ TEST(EquationsOnARun, RewriteEachSampleBeforeItIsStoredAndTheFileTellsOfThem) {
 TEST(EquationsOnARun, MakeChannelsOfTheirOwnBesideThoseOfTheSource) {
   Station station;  // whose source declares two channels
   station.Set("Dsrc2", 42).Set("ApplyToIncoming", true).Set("Equ2", "IF{[Z1]>[2]};THEN{Z1-Z1[-1]};ELSE{7}");
-  station.StartChart();
-  station.RunForSets(6);
-  station.StopChart();
+  station.StartChart().RunForSets(6).StopChart();
   const auto samples = station.SamplesIn(station.FilesSaved().at(0));
   ASSERT_EQ(samples.size(), 6u);
   ASSERT_EQ(samples[5].values.size(), 3u);
@@ -53,8 +51,7 @@ TEST(EquationsOnARun, MakeChannelsOfTheirOwnBesideThoseOfTheSource) {
 
 TEST(EquationsOnARun, AFaultIsLoggedOnce) {
   Station station;
-  station.Set("ApplyToIncoming", true).Set("Equ0", "sqrt(X)").StartChart();
-  station.RunForSets(6);
+  station.Set("ApplyToIncoming", true).Set("Equ0", "sqrt(X)").StartChart().RunForSets(6);
   const std::string words = "Equation of channel 1, statement 1 \"sqrt(X)\": Undefined Function: sqrt()";
   ASSERT_TRUE(station.Logged(words)) << station.Log();
   EXPECT_EQ(station.Log().find(words), station.Log().rfind(words));
@@ -65,7 +62,7 @@ TEST(EquationsOnARun, NeedNoSource) {
   station.Set("Dsrc0", 40).Set("Dsrc1", 0).Set("ApplyToIncoming", true).Set("Equ0", "n=n0+1;Snum*10").StartChart();
   ASSERT_TRUE(station.Running()) << station.Log();
   station.RunFor(1050ms);
-  EXPECT_EQ(Channel(station.Form().Window().chart, 0), (std::vector<double>{0, 10, 20, 30, 40, 50, 60, 70, 80, 90}));
+  EXPECT_EQ(Channel(station.Chart(), 0), (std::vector<double>{0, 10, 20, 30, 40, 50, 60, 70, 80, 90}));
   EXPECT_FALSE(station.Logged("UDS"));
 }
 
@@ -74,8 +71,7 @@ class EquationsOnAChart : public testing::Test, protected Person {
  protected:
   EquationsOnAChart() {
     station.For(*this).StartChart();
-    station.RunForSets(1200);
-    station.StopChart();
+    station.RunForSets(1200).StopChart();
     original = station.FilesSaved().at(0);
     edited.ApplyToCH = {1, 0, 1};
     edited.EquString = {"X*2", "nothing", "Z1+Z2[-1]"};
@@ -238,9 +234,7 @@ TEST_F(EquationsOnAChart, TheirStatusIsNotTakenOffWithAnOlderMessage) {
 
 TEST(EquationsOnAShortChart, NeedSixSamplesOfARunAndNoneOfAFile) {
   Station station;
-  station.StartChart();
-  station.RunForSets(5);
-  station.StopChart();
+  station.StartChart().RunForSets(5).StopChart();
   EXPECT_FALSE(station.Form().Equations().CanApplyFunction());
   ASSERT_TRUE(station.Form().Loads().LoadDataFile(station.FilesSaved().at(0)));
   EXPECT_TRUE(station.Form().Equations().CanApplyFunction());
@@ -249,9 +243,7 @@ TEST(EquationsOnAShortChart, NeedSixSamplesOfARunAndNoneOfAFile) {
 TEST(EquationsOnAMiniChart, AreRefusedWhileTheRestOfItsLogIsNotSaved) {
   Station station;
   station.Set("MiniServer", true).Set("ChartWidth", "1").Set("DiskBackUp", true);
-  station.Set("SaveIF", 1).Set("SaveIFVal", 1000000).StartChart();
-  station.RunForSets(38);
-  station.StopChart();
+  station.Set("SaveIF", 1).Set("SaveIFVal", 1000000).StartChart().RunForSets(38).StopChart();
   ASSERT_TRUE(station.FilesSaved().empty());
   ASSERT_TRUE(station.Form().Equations().CanApplyFunction());
   station.Form().Equations().mnuApplyFunction();
@@ -259,8 +251,7 @@ TEST(EquationsOnAMiniChart, AreRefusedWhileTheRestOfItsLogIsNotSaved) {
   EXPECT_TRUE(station.host.dialogs.HasShown("The chart shows only the end of its log"));
   station.TheSession().settings.files.SaveIF = 0;
   station.Form().mnuSave();
-  ASSERT_EQ(station.FilesSaved().size(), 1u);
-  EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]), Ramp(38));
+  EXPECT_EQ(station.OnlySaved(), Ramp(38));
 }
 
 TEST_F(EquationsOnAChart, TheEquationsOfRunsToComeSwitchApplyToIncoming) {
@@ -273,8 +264,7 @@ TEST_F(EquationsOnAChart, TheEquationsOfRunsToComeSwitchApplyToIncoming) {
   EXPECT_EQ(store.GetSetting(Section::Settings, "Equ2"), "Z1+Z2[-1]");
   EXPECT_EQ(store.GetSetting(Section::Settings, "ApplyToCH2"), "1");
   EXPECT_EQ(store.GetSetting(Section::Settings, "Equ1"), "kept") << "an override is of this run alone";
-  station.StartChart();
-  station.RunForSets(1210);
+  station.StartChart().RunForSets(1210);
   EXPECT_EQ(Window().chart.GetValue(0, 2), 2 * (-Window().chart.GetValue(1, 2)));
   station.StopChart();
   edited.ApplyToCH = {};

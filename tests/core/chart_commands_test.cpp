@@ -13,12 +13,9 @@ using namespace std::chrono_literals;
 // A run of 100 seconds of which the chart shows ten.
 class LookingBack : public testing::Test {
  protected:
-  LookingBack() {
-    station.Set("ChartWidth", 10).StartChart();
-    station.RunForSets(1000);
-  }
+  LookingBack() { station.Set("ChartWidth", 10).StartChart().RunForSets(1000); }
 
-  const StripChart& Chart() { return station.Form().Window().chart; }
+  const StripChart& Chart() { return station.Chart(); }
   ChartCommands& Commands() { return station.Form().Chart(); }
   double Newest() { return Chart().GetTime(Chart().Count() - 1); }
   double Width() { return (Chart().XAxisMax - Chart().XAxisMin) * 86400; }
@@ -135,8 +132,7 @@ TEST_F(LookingBack, AViewByNumbersIsCheckedBeforeItIsShown) {
 
 TEST(ChartView, NeedsFiveSamples) {
   Station station;
-  station.StartChart();
-  station.RunForSets(4);
+  station.StartChart().RunForSets(4);
   EXPECT_EQ(ApplyChartView(ChartViewEntry(), station.Form().Window(), station.Form().Chart().view),
             "Not enough data loaded for Manual Chart View entry.");
   station.RunForSets(5);
@@ -145,8 +141,7 @@ TEST(ChartView, NeedsFiveSamples) {
 
 TEST(Offsets, AButtonHeldDownGoesEverFasterAndCountsForLaterSamplesAlone) {
   Station station;
-  station.StartChart();
-  station.RunForSets(10);
+  station.StartChart().RunForSets(10);
   ChannelOffsets& offsets = station.Form().Offsets();
   offsets.cmdOffset();
   ASSERT_TRUE(station.View().OffsetFrameShown);
@@ -162,7 +157,7 @@ TEST(Offsets, AButtonHeldDownGoesEverFasterAndCountsForLaterSamplesAlone) {
   EXPECT_TRUE(station.Run().OffsetsChanged);
   station.RunFor(1s);
   EXPECT_EQ(station.Run().ChannelOffset[1], expected) << "a button let go adds nothing";
-  const StripChart& chart = station.Form().Window().chart;
+  const StripChart& chart = station.Chart();
   EXPECT_EQ(chart.GetValue(1, 9), -9) << "stored samples stay";
   const std::int32_t newest = chart.Count() - 1;
   EXPECT_EQ(chart.GetValue(1, newest), -newest + expected);
@@ -174,8 +169,11 @@ TEST(Offsets, AButtonHeldDownGoesEverFasterAndCountsForLaterSamplesAlone) {
 
 TEST(Offsets, AChangeDuringARunLeavesItsTraceAndNonsenseIsRefused) {
   Station station;
-  station.Set("Channel1Offset", "1E+300").Set("UseOffsets", true).Set("MetaDataActive", 1).Set("ShowMsgBox", true);
-  station.StartChart();
+  station.Set("Channel1Offset", "1E+300")
+      .Set("UseOffsets", true)
+      .Set("MetaDataActive", 1)
+      .Set("ShowMsgBox", true)
+      .StartChart();
   EXPECT_EQ(station.Run().ChannelOffset[1], 0);
   station.RunForSets(10);
   ChannelOffsets& offsets = station.Form().Offsets();
@@ -186,8 +184,7 @@ TEST(Offsets, AChangeDuringARunLeavesItsTraceAndNonsenseIsRefused) {
   offsets.TxtOffset("3");
   EXPECT_TRUE(station.Logged("Offset of CH 1 changed from 2.5 to 3")) << station.Log();
   offsets.ButtonDown(1);
-  station.RunFor(1s);
-  station.StopChart();
+  station.RunFor(1s).StopChart();
   const std::string bytes = *station.host.disk.Contents(station.FilesSaved().at(0));
   for (const char* row : {"Offset Changed 2010-01-02 12:00:01 CH 1\xC8"
                           "from 0 to 2.5",
@@ -198,8 +195,7 @@ TEST(Offsets, AChangeDuringARunLeavesItsTraceAndNonsenseIsRefused) {
 
 TEST(Average, OfAChannelIsShownWhenItsTimeIsOverAndHeld) {
   Station station;
-  station.Set("AvgSamplingPeriod", 2).StartChart();
-  station.RunForSets(10);
+  station.Set("AvgSamplingPeriod", 2).StartChart().RunForSets(10);
   station.Form().Average().StartChannelAvg(1);
   EXPECT_EQ(station.View().Status.Text(), "Getting Average for CH1");
   station.RunFor(4s);
@@ -215,23 +211,19 @@ TEST(Average, OfAChannelIsShownWhenItsTimeIsOverAndHeld) {
 
 TEST(FileSave, DuringARunSavesTheLogAndBeginsANewOne) {
   Station station;
-  station.Set("Continuous", false).Set("AutoSaveStandAlone", false).StartChart();
-  station.RunForSets(20);
+  station.Set("Continuous", false).Set("AutoSaveStandAlone", false).StartChart().RunForSets(20);
   station.Form().mnuSave();
   EXPECT_TRUE(station.Running()) << "whatever Continuous says";
   EXPECT_TRUE(station.States().InfoCommands) << "there is a file to tell of";
-  EXPECT_EQ(station.Form().Window().chart.Count(), 0);
-  ASSERT_EQ(station.FilesSaved().size(), 1u);
-  EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]), Ramp(20));
-  station.RunForSets(30);
-  station.StopChart();
+  EXPECT_EQ(station.Chart().Count(), 0);
+  EXPECT_EQ(station.OnlySaved(), Ramp(20));
+  station.RunForSets(30).StopChart();
   EXPECT_EQ(station.FilesSaved().size(), 1u) << "the force was for that save alone";
 }
 
 TEST(Stopping, ARunIsNotStartedFromInsideTheQuestionOfItsStop) {
   Station station;
-  station.Set("UseOffsets", true).StartChart();
-  station.RunForSets(10);
+  station.Set("UseOffsets", true).StartChart().RunForSets(10);
   station.Form().Offsets().cmdOffset();
   station.Form().Offsets().TxtOffset("3");
   bool asked = false;

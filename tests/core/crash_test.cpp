@@ -64,14 +64,12 @@ TEST(Crash, AtEveryDiskOperationNothingAcceptedIsLost) {
 TEST(Crash, AProgramKilledAnywhereIsRescuedUpToItsLastSample) {
   for (std::uint64_t seed = 1; seed <= 100; ++seed) {
     Station station(seed);
-    station.Set("MaxArrayCount", 30).StartChart();
-    station.RunFor(std::chrono::milliseconds(137 * seed));
+    station.Set("MaxArrayCount", 30).StartChart().RunFor(std::chrono::milliseconds(137 * seed));
     const std::int64_t accepted = station.uds.SetsSent();
     station.Kill();
     station.Boot();
     ExpectNothingLost(station, accepted, "seed " + std::to_string(seed));
-    station.StartChart();
-    station.RunFor(1s);
+    station.StartChart().RunFor(1s);
     EXPECT_TRUE(station.Running());
   }
 }
@@ -81,8 +79,7 @@ TEST(Crash, APowerCutCostsAtMostTheLastSeconds) {
   for (std::uint64_t seed = 1; seed <= 30; ++seed) {
     Station station(seed);
     station.host.disk.SetPowerLoss(true);
-    station.StartChart();
-    station.RunFor(std::chrono::milliseconds(20000 + 337 * seed));
+    station.StartChart().RunFor(std::chrono::milliseconds(20000 + 337 * seed));
     const std::int64_t accepted = station.uds.SetsSent();
     station.Kill();
     station.Boot();
@@ -95,8 +92,7 @@ TEST(Crash, APowerCutCostsAtMostTheLastSeconds) {
 
 TEST(Crash, ACleanEndLeavesNothingToRescue) {
   Station station;
-  station.StartChart();
-  station.RunForSets(20);
+  station.StartChart().RunForSets(20);
   station.ShutDown();
   station.Boot();
   EXPECT_TRUE(station.FilesRescued().empty());
@@ -106,13 +102,12 @@ TEST(Crash, ACleanEndLeavesNothingToRescue) {
 
 TEST(Crash, ARescuedFileOpensWithItsSamples) {
   Station station;
-  station.StartChart();
-  station.RunForSets(25);
+  station.StartChart().RunForSets(25);
   station.Kill();
   station.Boot();
   ASSERT_EQ(station.FilesRescued().size(), 1u);
   station.Form().ProcessCmd("/L \"" + station.FilesRescued()[0] + "\"");
-  EXPECT_EQ(station.Form().Window().chart.Count(), 25);
+  EXPECT_EQ(station.Chart().Count(), 25);
   EXPECT_TRUE(station.Logged("Loaded from disk."));
 }
 

@@ -28,11 +28,9 @@ struct PanelPerson : Person {
 struct Loads : testing::Test {
   Loads() {
     RawFile raw;
-    raw.Front(40000, 40002, 2,
-              Block("", {"Logged In LMST", "CHL0Power", "CHL1Noise", "CHO010", "CHO120",
-                         "LBL^|^0\xFE"
-                         "1\xFE"
-                         "event\xFE"}));
+    raw.Front(
+        40000, 40002, 2,
+        Block("", {"Logged In LMST", "CHL0Power", "CHL1Noise", "CHO010", "CHO120", NotationItem("0", "1", "event")}));
     for (int i = 0; i < 4; ++i) raw.Add(40000.0 + i).Add(1.0 * i).Add(-1.0 * i);
     station.host.disk.Put(kFile, raw.Bytes());
     station.Set("Channel0Offset", "0.5").For(person).Boot();
@@ -87,7 +85,7 @@ TEST_F(Loads, ThePanelBeginsWithWhatWasStoredAndIsLeftOutWhenNotWanted) {
   Commands().MnuLoadDataFile();
   EXPECT_EQ(panels.size(), 1u);
   EXPECT_EQ(Window().chart.GetValue(0, 3), 3) << "nothing is added that nobody saw";
-  EXPECT_EQ(station.TheSession().store.GetSetting(Section::Settings, "LastLoadDir"), "/station/Data/old");
+  EXPECT_EQ(station.Setting("LastLoadDir"), "/station/Data/old");
 }
 
 TEST_F(Loads, TheWindowShowsTheWholeChartAndItsNotations) {
@@ -132,8 +130,7 @@ TEST_F(Loads, ADropIsRefusedInWordsOutsideStandAloneMode) {
 }
 
 TEST_F(Loads, ARunAndAnOpenPanelHoldLoadsOff) {
-  station.StartChart();
-  station.RunFor(2s);
+  station.StartChart().RunFor(2s);
   const std::int32_t count = Window().chart.Count();
   ASSERT_GT(count, 0);
   Commands().DropFile(kFile);
@@ -178,8 +175,7 @@ TEST_F(Loads, AnOptionsChangeInTheMiddleOfALoadLeavesItsChannels) {
 }
 
 TEST_F(Loads, ChartsGetTheirTitleAtStartAndSave) {
-  station.Set("AutoTitle", true).Set("LocalName", "Home").Set("AutoTitleFormat", "%name %date");
-  station.StartChart();
+  station.Set("AutoTitle", true).Set("LocalName", "Home").Set("AutoTitleFormat", "%name %date").StartChart();
   EXPECT_EQ(Window().chart.Title, "Home 2010/01/02");
   station.RunFor(2s);
   station.Set("AutoTitleFormat", "%name saved").StopChart();

@@ -157,7 +157,7 @@ TEST(OptionsCheck, WarnsOnceOfFilesWithoutStampsAndOfMonoFormats) {
 // The command that puts options in force, on a whole recorder.
 class OptionsCommand : public testing::Test {
  protected:
-  std::string Stored(const char* key) { return station_.TheSession().store.GetSetting(Section::Settings, key); }
+  std::string Stored(const char* key) { return station_.Setting(key); }
 
   Station station_;
 };
@@ -200,8 +200,7 @@ TEST_F(OptionsCommand, AMissingDataFolderIsCreatedWhenThePersonWantsIt) {
 
 // Every option that shapes a recording is turned while one is under way.
 TEST_F(OptionsCommand, ARunKeepsWhatItWasStartedWith) {
-  station_.Set("MiniServer", true).StartChart();
-  station_.RunForSets(50);
+  station_.Set("MiniServer", true).StartChart().RunForSets(50);
   EXPECT_FALSE(station_.Form().Options().Confirm({{"Dsrc0", "27"},
                                                   {"Dsrc1", "0"},
                                                   {"vAvg", "10"},
@@ -213,9 +212,8 @@ TEST_F(OptionsCommand, ARunKeepsWhatItWasStartedWith) {
                                                   {"ChartWidth", "1"},
                                                   {"YALabel", "Jansky"}},
                                                  {}));
-  EXPECT_EQ(station_.Form().Window().chart.YAxisLabel, "Jansky") << "what is only looked at changes at once";
-  station_.RunForSets(300);
-  station_.StopChart();
+  EXPECT_EQ(station_.Chart().YAxisLabel, "Jansky") << "what is only looked at changes at once";
+  station_.RunForSets(300).StopChart();
   ASSERT_EQ(station_.FilesSaved().size(), 1u);
   const std::string file = station_.FilesSaved().front();
   EXPECT_EQ(station_.FirstChannelIn(file), Ramp(300)) << "a small chart goes on being backed up";
@@ -223,9 +221,7 @@ TEST_F(OptionsCommand, ARunKeepsWhatItWasStartedWith) {
 }
 
 TEST_F(OptionsCommand, AChartThatIsNotSavedYetKeepsItsTimeBase) {
-  station_.Set("TimeRefZero", true).Set("AutoSaveStandAlone", false).StartChart();
-  station_.RunForSets(50);
-  station_.StopChart();
+  station_.Set("TimeRefZero", true).Set("AutoSaveStandAlone", false).StartChart().RunForSets(50).StopChart();
   ASSERT_TRUE(station_.FilesSaved().empty());
   const TimeStamp first = station_.Run().time.firstStamp;
   station_.RunFor(std::chrono::hours(1));

@@ -9,8 +9,7 @@ namespace {
 
 TEST(RecoveredCharts, AreListedOpenedKeptAndDeleted) {
   Station station;
-  station.StartChart();
-  station.RunForSets(41);
+  station.StartChart().RunForSets(41);
   station.Kill();
   station.host.disk.Put("/station/Data/recovery/torn.tvd", "no chart");
   station.Boot();
@@ -25,7 +24,7 @@ TEST(RecoveredCharts, AreListedOpenedKeptAndDeleted) {
   EXPECT_EQ(FormatDate(rescued.start, "YYYY/MM/DD HH:nn"), "2010/01/02 12:00");
 
   EXPECT_TRUE(recovered.Open(rescued));
-  EXPECT_EQ(station.Form().Window().chart.Count(), 41);
+  EXPECT_EQ(station.Chart().Count(), 41);
   EXPECT_FALSE(recovered.Delete(rescued)) << "it is asked about, and No is the default";
   station.host.dialogs.AnswerNext(Answer::Yes);
   EXPECT_TRUE(recovered.Delete(charts[0]));

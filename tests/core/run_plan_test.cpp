@@ -26,34 +26,27 @@ TEST(RunPlan, NothingMovesTheTimeBaseOfALog) {
   for (const char* key : {"DetectTZ", "LogLMST", "LogUsingUT", "TimeRefZero", "NoTimeStamps", "SaveAsIntegers"}) {
     Station station;
     zone(station);
-    station.StartChart();
-    station.RunForSets(30);
+    station.StartChart().RunForSets(30);
     const bool now = station.TheSession().settings.place.LogUsingUT;
-    station.Set(key, key == std::string("LogUsingUT") ? !now : true).Set("TZ", 5);
-    station.RunForSets(60);
-    station.StopChart();
+    station.Set(key, key == std::string("LogUsingUT") ? !now : true).Set("TZ", 5).RunForSets(60).StopChart();
     ExpectEvenStamps(station.SamplesIn(station.FilesSaved().at(0)), 60);
   }
 }
 
 TEST(RunPlan, ASiderealLogAfterOneFromMidnightHasSiderealStamps) {
   Station station(1, {2010, 1, 2, 13, 20, 0, 0});
-  station.Set("TimeRefZero", true).Set("MaxArrayCount", 50).StartChart();
-  station.RunForSets(20);
-  station.Set("LogLMST", true);
-  station.RunForSets(90);
+  station.Set("TimeRefZero", true).Set("MaxArrayCount", 50).StartChart().RunForSets(20);
+  station.Set("LogLMST", true).RunForSets(90);
   EXPECT_TRUE(station.Run().ChartIsLMST);
   EXPECT_FALSE(station.Run().log.TimeRefZero);
-  EXPECT_GE(station.Form().Window().chart.GetTime(0), station.Run().time.startLMST);
+  EXPECT_GE(station.Chart().GetTime(0), station.Run().time.startLMST);
   EXPECT_EQ(station.FirstChannelInFilesAndStore(), Ramp(90));
 }
 
 TEST(RunPlan, ABackupSwitchedOffInARunStillHoldsTheLog) {
   Station station;
-  station.Set("MaxArrayCount", 50).StartChart();
-  station.RunForSets(20);
-  station.Set("DiskBackUp", false);
-  station.RunForSets(40);
+  station.Set("MaxArrayCount", 50).StartChart().RunForSets(20);
+  station.Set("DiskBackUp", false).RunForSets(40);
   const auto& keeping = station.Form().Window().save.keeping;
   EXPECT_EQ(station.FirstChannelIn(keeping.LocalBackupFile.string()), Ramp(40));
   station.RunForSets(70);
@@ -62,8 +55,7 @@ TEST(RunPlan, ABackupSwitchedOffInARunStillHoldsTheLog) {
 
 TEST(RunPlan, ARestartComesAtItsTimeAlsoFromMidnightStamps) {
   Station station(1, {2010, 1, 2, 13, 20, 0, 0});
-  station.Set("TimeRefZero", true).Set("UseRestartTime", true).Set("RestartTime", "13:21:00").StartChart();
-  station.RunFor(2min);
+  station.Set("TimeRefZero", true).Set("UseRestartTime", true).Set("RestartTime", "13:21:00").StartChart().RunFor(2min);
   EXPECT_FALSE(station.Running()) << "it ends the run, as stamps from midnight cannot go on";
   ASSERT_EQ(station.FilesSaved().size(), 1u);
   EXPECT_NEAR(static_cast<double>(station.FirstChannelIn(station.FilesSaved()[0]).size()), 600, 2);
@@ -71,22 +63,21 @@ TEST(RunPlan, ARestartComesAtItsTimeAlsoFromMidnightStamps) {
 
 TEST(RunPlan, AChangedRestartTimeCountsFromTheNextLogOn) {
   Station station(1, {2010, 1, 2, 12, 0, 0, 0});
-  station.Set("UseRestartTime", true).Set("RestartTime", "12:01:00").Set("LogLMST", false).StartChart();
-  station.RunFor(10s);
-  station.Set("RestartTime", "12:02:00");
-  station.RunFor(170s);
-  station.StopChart();
+  station.Set("UseRestartTime", true).Set("RestartTime", "12:01:00").Set("LogLMST", false).StartChart().RunFor(10s);
+  station.Set("RestartTime", "12:02:00").RunFor(170s).StopChart();
   ASSERT_EQ(station.FilesSaved().size(), 3u);
   EXPECT_NEAR(static_cast<double>(station.FirstChannelIn(station.FilesSaved()[1]).size()), 600, 2);
 }
 
 TEST(RunPlan, LaterLogsNameTheSourcesAndEquationsOfTheRun) {
   Station station;
-  station.Set("MetaDataActive", 1).Set("MaxArrayCount", 20).StartChart();
-  station.RunForSets(10);
-  station.Set("Dsrc0", 22).Set("ApplyToIncoming", true).Set("Equ0", "X*2").Set("ApplyToCH0", 1);
-  station.RunForSets(50);
-  station.StopChart();
+  station.Set("MetaDataActive", 1).Set("MaxArrayCount", 20).StartChart().RunForSets(10);
+  station.Set("Dsrc0", 22)
+      .Set("ApplyToIncoming", true)
+      .Set("Equ0", "X*2")
+      .Set("ApplyToCH0", 1)
+      .RunForSets(50)
+      .StopChart();
   const std::string bytes = *station.host.disk.Contents(station.FilesSaved().at(1));
   EXPECT_NE(bytes.find("UDS CH1"), std::string::npos);
   EXPECT_EQ(bytes.find("UDS CH3"), std::string::npos);
@@ -97,11 +88,8 @@ TEST(RunPlan, AFactorOfTheCardChangesWithTheNextRun) {
   Station station;
   station.host.sound.Plug("USB,0: Receiver, Line", [](std::int64_t) { return std::pair(1000, 1000); });
   station.Set("Dsrc0", 1).Set("Dsrc1", 0).Set("Detection0", 3).Set("sWavFormat", 8).Set("Pbuffer", 800);
-  station.Set("MaxArrayCount", 50).Set("PwrMultiL", 2000).Set("LCHbkgnd0", 0).StartChart();
-  station.RunFor(2s);
-  station.Set("PwrMultiL", 1000).Set("LCHbkgnd0", 900);
-  station.RunFor(6s);
-  station.StopChart();
+  station.Set("MaxArrayCount", 50).Set("PwrMultiL", 2000).Set("LCHbkgnd0", 0).StartChart().RunFor(2s);
+  station.Set("PwrMultiL", 1000).Set("LCHbkgnd0", 900).RunFor(6s).StopChart();
   const std::vector<double> values = station.FirstChannelInFilesAndStore();
   ASSERT_GT(values.size(), 60u);
   for (const double value : values) ASSERT_EQ(value, 500);
@@ -114,9 +102,7 @@ TEST(RunPlan, ASourceThatDeclaresMoreChannelsThanTheTableHasRowsIsRecordedWhole)
     const auto n = static_cast<double>(set);
     return std::vector<double>{n, -n, 100 + n, 200 + n};
   });
-  station.StartChart();
-  station.RunForSets(20);
-  station.StopChart();
+  station.StartChart().RunForSets(20).StopChart();
   const std::string file = station.FilesSaved().at(0);
   EXPECT_EQ(station.SamplesIn(file).at(7).values, (std::vector<double>{-7, 7, 107, 207}));
   EXPECT_TRUE(station.Logged("Recorded as well: UDS CH3, UDS CH4."));
@@ -133,9 +119,7 @@ TEST(RunEvents, AListenerThatFailsIsNamedOncePerLogAndCostsNoSample) {
   Failing failing;
   station.Boot();
   station.Form().Events().Add(failing, "broken listener");
-  station.StartChart();
-  station.RunForSets(30);
-  station.StopChart();
+  station.StartChart().RunForSets(30).StopChart();
   EXPECT_EQ(station.FirstChannelInFilesAndStore(), Ramp(30));
   const std::string log = station.Log();
   const std::size_t named = log.find("The broken listener failed: out of order");

@@ -10,15 +10,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-std::vector<Sample> StoredSamples(Station& station) {
-  std::vector<Sample> samples;
-  const StripChart& chart = station.Form().Window().chart;
-  for (std::int32_t i = 0; i < chart.Count(); ++i) {
-    samples.push_back({chart.GetTime(i), {chart.GetValue(0, i), chart.GetValue(1, i)}});
-  }
-  return samples;
-}
-
 TEST(Run, PushedSetsBecomeSamplesOfTheirChannels) {
   Station station;
   station.StartChart();
@@ -26,22 +17,19 @@ TEST(Run, PushedSetsBecomeSamplesOfTheirChannels) {
   station.RunForSets(50);
   EXPECT_EQ(station.Run().chartState(), ChartState::Running);
   EXPECT_EQ(station.States().StartCaption, "&Stop Chart");
-  const std::vector<Sample> samples = StoredSamples(station);
+  const std::vector<Sample> samples = station.Stored();
   ASSERT_EQ(samples.size(), 50u);
   for (int i = 0; i < 50; ++i) EXPECT_EQ(samples[i].values, (std::vector<double>{1.0 * i, -1.0 * i}));
   station.StopChart();
   EXPECT_EQ(station.States().StartCaption, "&Start Chart");
-  ASSERT_EQ(station.FilesSaved().size(), 1u);
-  EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]), Ramp(50));
+  EXPECT_EQ(station.OnlySaved(), Ramp(50));
   EXPECT_TRUE(station.Logged(" Chart Stopped (Avg Rate .1)")) << station.Log();
 }
 
 TEST(Run, APolledSourceIsAskedOnceATickAndNeverWhileItAnswers) {
   Station station;
   station.uds.AnswersAfter(30ms);
-  station.Set("UDSpush", false).Set("SampleRate", 70).StartChart();
-  station.RunFor(10s);
-  station.StopChart();
+  station.Set("UDSpush", false).Set("SampleRate", 70).StartChart().RunFor(10s).StopChart();
   EXPECT_EQ(station.uds.SetsSent(), 100);  // the period is the interval and the length of the tick
   ASSERT_EQ(station.FilesSaved().size(), 1u);
   const std::vector<double> values = station.FirstChannelIn(station.FilesSaved()[0]);
@@ -51,23 +39,20 @@ TEST(Run, APolledSourceIsAskedOnceATickAndNeverWhileItAnswers) {
 
 TEST(Run, AveragesAreTheMeanOfTheReadsAndOnlyWholeOnesAreStored) {
   Station station;
-  station.Set("vAvg", 4).StartChart();
-  station.RunForSets(43);
-  const std::vector<Sample> samples = StoredSamples(station);
+  station.Set("vAvg", 4).StartChart().RunForSets(43);
+  const std::vector<Sample> samples = station.Stored();
   ASSERT_EQ(samples.size(), 10u);
   for (int i = 0; i < 10; ++i) EXPECT_EQ(samples[i].values[0], 4 * i + 1.5);
 }
 
 TEST(Run, OffsetsAreInTheStoreOnlyWhenTheyAreAskedFor) {
   Station plain;
-  plain.Set("Channel0Offset", 1000).StartChart();
-  plain.RunForSets(3);
-  EXPECT_EQ(StoredSamples(plain)[1].values[0], 1);
+  plain.Set("Channel0Offset", 1000).StartChart().RunForSets(3);
+  EXPECT_EQ(plain.Stored()[1].values[0], 1);
   Station moved;
-  moved.Set("Channel0Offset", 1000).Set("UseOffsets", true).StartChart();
-  moved.RunForSets(3);
-  EXPECT_EQ(StoredSamples(moved)[1].values[0], 1001);
-  EXPECT_EQ(StoredSamples(moved)[1].values[1], -1);
+  moved.Set("Channel0Offset", 1000).Set("UseOffsets", true).StartChart().RunForSets(3);
+  EXPECT_EQ(moved.Stored()[1].values[0], 1001);
+  EXPECT_EQ(moved.Stored()[1].values[1], -1);
 }
 
 // UT is the simulated machine's wall clock; the zone is two hours east.
@@ -86,10 +71,9 @@ class StampTest : public ::testing::Test {
       moments.push_back(StampOf(station_.host.clock.UtNow()));
       return std::vector<double>{1.0 * set, 0};
     });
-    station_.StartChart();
-    station_.RunForSets(300);
+    station_.StartChart().RunForSets(300);
     std::vector<std::pair<TimeStamp, TimeStamp>> pairs;
-    const std::vector<Sample> samples = StoredSamples(station_);
+    const std::vector<Sample> samples = station_.Stored();
     for (std::size_t i = 0; i < samples.size(); ++i) pairs.emplace_back(samples[i].stamp, moments[i]);
     return pairs;
   }
@@ -130,9 +114,7 @@ TEST_F(StampTest, ASourceThatStampsIsTheClock) {
 
 TEST(Run, WithTimeRefZeroTheFirstSampleStandsAtMidnightAndTheNameKeepsTheTime) {
   Station station(1, {2010, 1, 2, 13, 20, 0, 0});
-  station.Set("TimeRefZero", true).StartChart();
-  station.RunForSets(20);
-  station.StopChart();
+  station.Set("TimeRefZero", true).StartChart().RunForSets(20).StopChart();
   ASSERT_EQ(station.FilesSaved().size(), 1u);
   EXPECT_NE(station.FilesSaved()[0].find("UT100102132000"), std::string::npos) << station.FilesSaved()[0];
   const std::vector<Sample> samples = station.SamplesIn(station.FilesSaved()[0]);
@@ -143,9 +125,8 @@ TEST(Run, WithTimeRefZeroTheFirstSampleStandsAtMidnightAndTheNameKeepsTheTime) {
 
 TEST(Run, TheFirstTickWaitsForTheSecond) {
   Station station(1, {2010, 1, 2, 12, 0, 0, 137});
-  station.Set("UDSpush", false).Set("StartOnSecondBoundary", true).Set("SampleRate", 250).StartChart();
-  station.RunFor(3s);
-  EXPECT_EQ(FieldsOf(StoredSamples(station).at(0).stamp).millisecond, 0);
+  station.Set("UDSpush", false).Set("StartOnSecondBoundary", true).Set("SampleRate", 250).StartChart().RunFor(3s);
+  EXPECT_EQ(FieldsOf(station.Stored().at(0).stamp).millisecond, 0);
 }
 
 TEST(Run, RefusalsAreToldAndLeaveTheProgramIdle) {
@@ -165,7 +146,7 @@ TEST(Run, RefusalsAreToldAndLeaveTheProgramIdle) {
     EXPECT_TRUE(station.host.dialogs.HasShown(words)) << key;
     EXPECT_FALSE(station.Running()) << key;
     EXPECT_TRUE(station.States().cmdStart && station.States().ModeMenus) << key;
-    EXPECT_EQ(station.TheSession().store.GetSetting(Section::Settings, "LocalRun"), "OK") << key;
+    EXPECT_EQ(station.Setting("LocalRun"), "OK") << key;
     station.RunFor(60s);
     EXPECT_TRUE(station.FilesSaved().empty()) << key;
   }
@@ -175,23 +156,19 @@ TEST(Run, WithMessagesOffNothingAsksAndTheLogStillTells) {
   Station station;
   station.Set("ShowMsgBox", false).Set("PromptBeforeSaving", true).Set("vAvg", 0).StartChart();
   EXPECT_TRUE(station.Logged("Must have greater than zero samples to average."));
-  station.Set("vAvg", 1).StartChart();
-  station.RunForSets(30);
-  station.StopChart();
+  station.Set("vAvg", 1).StartChart().RunForSets(30).StopChart();
   EXPECT_EQ(station.FilesSaved().size(), 1u);
   EXPECT_TRUE(station.host.dialogs.Boxes().empty());
 }
 
 TEST(Run, ALinkThatBreaksEndsTheRunWithItsDataSaved) {
   Station station;
-  station.StartChart();
-  station.RunForSets(40);
+  station.StartChart().RunForSets(40);
   station.uds.BreakLink();
   station.RunFor(1s);
   EXPECT_FALSE(station.Running());
   EXPECT_TRUE(station.Logged("Lost UDS Connection Stopping Chart."));
-  ASSERT_EQ(station.FilesSaved().size(), 1u);
-  EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]), Ramp(40));
+  EXPECT_EQ(station.OnlySaved(), Ramp(40));
 }
 
 TEST(Run, APolledSourceThatFallsSilentHoldsTheReadUntilTheEndIsAskedFor) {
@@ -202,16 +179,14 @@ TEST(Run, APolledSourceThatFallsSilentHoldsTheReadUntilTheEndIsAskedFor) {
   station.host.loop.RunUntil([&] { return station.Run().EndRequested; }, 5min);
   station.RunFor(1s);
   EXPECT_FALSE(station.Running());
-  ASSERT_EQ(station.FilesSaved().size(), 1u);
-  EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]), Ramp(20));
+  EXPECT_EQ(station.OnlySaved(), Ramp(20));
 }
 
 TEST(Run, AProfileLoadedMeanwhileLeavesTheRunAsItIs) {
   Station station;
   station.host.disk.Put("/station/other.tvp",
                         "vAvg = 5;\r\nDsrc0 = 22;\r\nUDSpush = False;\r\nDataDirectory = /station/Data;\r\n");
-  station.StartChart();
-  station.RunForSets(30);
+  station.StartChart().RunForSets(30);
   station.TheSession().overrides.clear();
   station.uds.Send("^^1002/PF |station|other.tvp");
   station.RunForSets(60);
@@ -246,31 +221,27 @@ TEST(Run, TheEndIsObeyedWhileTheSourceIsAwaited) {
 TEST(Run, AFolderGivenForThisRunAloneIsNotStoredWhenItIsMissing) {
   Station station;
   station.Boot();
-  const std::string stored = station.TheSession().store.GetSetting(Section::Settings, "DataDirectory");
+  const std::string stored = station.Setting("DataDirectory");
   station.Set("DataDirectory", "/nowhere/at/all").StartChart();
   EXPECT_TRUE(station.Running());
   EXPECT_TRUE(station.host.dialogs.HasShown("Your specified Data Directory:"));
-  EXPECT_EQ(station.TheSession().store.GetSetting(Section::Settings, "DataDirectory"), stored);
+  EXPECT_EQ(station.Setting("DataDirectory"), stored);
 }
 
 TEST(Run, TheRateIsShownEachSecond) {
   Station station;
-  station.StartChart();
-  station.RunFor(10500ms);
+  station.StartChart().RunFor(10500ms);
   EXPECT_EQ(station.View().LeftStatus, "Data Samp/Sec 10.0   Samples: 99");
   EXPECT_EQ(station.View().RightStatus, "12:00:10 UT");
   Station slow;
   slow.uds.PushesEvery(5s);
-  slow.Set("SampleRate", 5000).StartChart();
-  slow.RunFor(110s);
+  slow.Set("SampleRate", 5000).StartChart().RunFor(110s);
   EXPECT_EQ(slow.View().LeftStatus, "Data Sec/Sample 5.000   Samples: 21");
 }
 
 TEST(Run, TheFileTellsHowItWasRecorded) {
   Station station;
-  station.Set("ServerEmail", "me@observatory.org").Set("LocalName", "Hill").StartChart();
-  station.RunForSets(10);
-  station.StopChart();
+  station.Set("ServerEmail", "me@observatory.org").Set("LocalName", "Hill").StartChart().RunForSets(10).StopChart();
   const std::string bytes = *station.host.disk.Contents(station.FilesSaved().at(0));
   for (const char* item : {"Logged Using UT", "CHL0CH 1", "CHO10",
                            "Requested Sample Period: \xC8"

@@ -39,9 +39,7 @@ class SoundCardTest : public ::testing::Test, protected Person {
   }
 
   std::string MixerRow() {
-    station.StartChart();
-    station.RunFor(2s);
-    station.StopChart();
+    station.StartChart().RunFor(2s).StopChart();
     const std::string bytes = *station.host.disk.Contents(station.FilesSaved().back());
     const std::size_t at = bytes.find("Source:");
     return at == std::string::npos ? "" : bytes.substr(at, bytes.find_first_of("\xC8\xFE\xFF\r", at) - at);

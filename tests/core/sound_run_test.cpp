@@ -40,13 +40,12 @@ TEST_F(SoundRun, BuffersAreTheClockAndTheFirstBeginsTheLog) {
     EXPECT_NEAR(samples[i].stamp, station.Run().time.firstStamp + (i + 1) * 250 * kMillisecond, 1.5 * kMillisecond);
     EXPECT_EQ(samples[i].values[0], 1000);
   }
-  EXPECT_EQ(station.Form().Window().chart.XAxisMin, station.Run().time.firstStamp);
+  EXPECT_EQ(station.Chart().XAxisMin, station.Run().time.firstStamp);
   EXPECT_NEAR(station.Run().log.ChartEndTime, station.Run().time.firstStamp + 1, kMillisecond);
 }
 
 TEST_F(SoundRun, ALongPeriodIsSplitAndAveraged) {
-  station.Set("TimerType", 1).Set("SampleRate", 5000).StartChart();
-  station.RunFor(101s);
+  station.Set("TimerType", 1).Set("SampleRate", 5000).StartChart().RunFor(101s);
   EXPECT_EQ(station.Run().EffectiveAvg, 10);
   EXPECT_EQ(station.host.sound.LastBufferBytes(), 500 * 8 * 4);
   EXPECT_EQ(Stored().size(), 20u);
@@ -57,8 +56,7 @@ TEST_F(SoundRun, ALongPeriodIsSplitAndAveraged) {
 TEST_F(SoundRun, TheCorrectionStretchesTheBufferAndTheMetadataTellIt) {
   station.Set("TimerType", 1).Set("SampleRate", 7001).Set("SCTadjust", "1.25").StartChart();
   EXPECT_EQ(station.host.sound.LastBufferBytes(), std::lround(7001 / 8.0 * 8 * 1.25) * 4);
-  station.RunFor(60s);
-  station.StopChart();
+  station.RunFor(60s).StopChart();
   const std::string bytes = *station.host.disk.Contents(station.FilesSaved().at(0));
   for (const char* row : {"Timing Method: \xC8Sound Card",
                           "Sound Card Timing Correction\xC8"
@@ -70,12 +68,10 @@ TEST_F(SoundRun, TheCorrectionStretchesTheBufferAndTheMetadataTellIt) {
 }
 
 TEST_F(SoundRun, AMonoStreamServesBothSidesAndCorrelationIsOfTheLastFrame) {
-  station.Set("sWavFormat", 9).Set("Detection1", 2).StartChart();
-  station.RunFor(2s);
+  station.Set("sWavFormat", 9).Set("Detection1", 2).StartChart().RunFor(2s);
   EXPECT_EQ(Stored().at(5).values, (std::vector<double>{1000, 1000}));
   station.StopChart();
-  station.Set("sWavFormat", 8).Set("Dsrc1", 71).StartChart();
-  station.RunFor(2s);
+  station.Set("sWavFormat", 8).Set("Dsrc1", 71).StartChart().RunFor(2s);
   EXPECT_EQ(Stored().at(5).values[1], 1000.0 * 300 / 200);
 }
 
@@ -126,8 +122,7 @@ TEST_F(SoundRun, RefusalsNameWhatIsWrong) {
 
 TEST_F(SoundRun, APushingSourceTakesTheClockAndTheSoundInput) {
   station.Set("TimerType", 1).Set("SampleRate", 5000).Set("Dsrc0", 20).Set("Dsrc1", 1).Set("UDSpush", true);
-  station.Set("MetaDataActive", 1).StartChart();
-  station.RunForSets(30);
+  station.Set("MetaDataActive", 1).StartChart().RunForSets(30);
   EXPECT_EQ(Stored().size(), 30u) << "each set is a sample, whatever the period of a clock that is not used";
   EXPECT_EQ(station.host.sound.Openings(), 0);
   const SoundRing& ring = station.Form().Window().sound.ring;
@@ -148,8 +143,7 @@ TEST_F(SoundRun, APushingSourceTakesTheClockAndTheSoundInput) {
 
 TEST_F(SoundRun, ADataSourceThatCountsItsOwnChannelsLeavesTheRowsOfOthers) {
   station.uds.Channels(1);
-  station.Set("Dsrc0", 20).Set("Dsrc1", 1).Set("Detection1", 2).Set("UDSpush", false).StartChart();
-  station.RunFor(5s);
+  station.Set("Dsrc0", 20).Set("Dsrc1", 1).Set("Detection1", 2).Set("UDSpush", false).StartChart().RunFor(5s);
   EXPECT_EQ(station.Run().ChannelCount, 2);
   EXPECT_EQ(Stored().at(20).values, (std::vector<double>{20, 1000}));
 }
@@ -184,8 +178,7 @@ TEST_F(SoundRun, ADataSourceUsesTheCardAsALevelMeter) {
 }
 
 TEST_F(SoundRun, LogsTurnOverWithoutLosingABufferAndKeepTheirClock) {
-  station.Set("TimerType", 1).Set("MaxArrayCount", 50).Set("MetaDataActive", 1).StartChart();
-  station.RunFor(12s);
+  station.Set("TimerType", 1).Set("MaxArrayCount", 50).Set("MetaDataActive", 1).StartChart().RunFor(12s);
   station.TheSession().settings.timing.TimerType = 0;  // as a profile loaded meanwhile would
   station.TheSession().settings.channels.Detection[0] = 3;
   station.RunFor(12s);

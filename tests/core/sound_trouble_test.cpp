@@ -58,8 +58,7 @@ TEST_F(SoundTrouble, ACardThatIsAwayAtAStartStaysTheOneChosen) {
 }
 
 TEST_F(SoundTrouble, ACardThatIsPulledOutIsOpenedAgainByItsName) {
-  station.Set("TimerType", 1).StartChart();
-  station.RunFor(60s);
+  station.Set("TimerType", 1).StartChart().RunFor(60s);
   station.host.sound.Unplug(kCard);
   station.host.sound.Plug("PCH,0: Another card", Steady);
   station.RunFor(90s);
@@ -77,8 +76,7 @@ TEST_F(SoundTrouble, ACardThatIsPulledOutIsOpenedAgainByItsName) {
 }
 
 TEST_F(SoundTrouble, ACardThatStallsOrFallsSilentIsOpenedAgain) {
-  station.Set("TimerType", 1).StartChart();
-  station.RunFor(10s);
+  station.Set("TimerType", 1).StartChart().RunFor(10s);
   station.host.sound.Stall(kCard);
   station.RunFor(20s);
   EXPECT_TRUE(station.Logged("was lost: it delivers nothing"));
@@ -100,8 +98,7 @@ TEST_F(SoundTrouble, ACardThatStallsOrFallsSilentIsOpenedAgain) {
 TEST_F(SoundTrouble, AFileIsNeverBegunAnew) {
   station.host.sound.Plug(kCard, [](std::int64_t) { return std::pair(0, 0); });
   station.host.sound.Fix(kCard, {8000, 16, true});
-  station.Set("TimerType", 1).StartChart();
-  station.RunFor(30s);
+  station.Set("TimerType", 1).StartChart().RunFor(30s);
   EXPECT_EQ(LogLines("gives zeros alone."), 1);
   station.host.sound.Stall(kCard);
   station.RunFor(30s);
@@ -114,8 +111,7 @@ TEST_F(SoundTrouble, AFileIsNeverBegunAnew) {
 TEST_F(SoundTrouble, BuffersThatFillDuringATickAreDroppedAndCounted) {
   station.uds.AnswersAfter(30ms);
   constexpr const char* kWords = "Sound buffer filled while last data was still being processed.";
-  station.Set("Dsrc1", 20).Set("UDSpush", false).Set("Pbuffer", 1600).StartChart();
-  station.RunFor(10s);
+  station.Set("Dsrc1", 20).Set("UDSpush", false).Set("Pbuffer", 1600).StartChart().RunFor(10s);
   EXPECT_GT(Stored().size(), 70u);
   for (const Sample& sample : Stored()) EXPECT_EQ(sample.values[0], 1000);
   const int lines = LogLines(kWords);
@@ -123,8 +119,7 @@ TEST_F(SoundTrouble, BuffersThatFillDuringATickAreDroppedAndCounted) {
   EXPECT_EQ(station.Form().Window().sound.overRuns, lines);
   station.StopChart();
   EXPECT_TRUE(station.Logged("Sound buffers lost: ")) << station.Log();
-  station.Set("Pbuffer", 320).StartChart();
-  station.RunFor(10s);
+  station.Set("Pbuffer", 320).StartChart().RunFor(10s);
   EXPECT_LE(LogLines(kWords) - lines, 110) << "a flood is told in part";
   EXPECT_GT(station.Form().Window().sound.overRuns, 150);
   station.StopChart();
@@ -180,8 +175,7 @@ TEST_F(SoundTrouble, ALogBeginsWhereTheOneBeforeItEndedHoweverLongItsSaveTakes) 
 
 TEST_F(SoundTrouble, AGapThatNobodyTellsOfIsFoundAndKeptWithTheData) {
   SimSound& sound = station.host.sound;
-  station.Set("TimerType", 1).Set("MetaDataActive", 1).StartChart();
-  station.RunFor(20s);
+  station.Set("TimerType", 1).Set("MetaDataActive", 1).StartChart().RunFor(20s);
   sound.Stall(kCard);
   station.RunFor(1500ms);
   sound.Heal();
@@ -193,28 +187,30 @@ TEST_F(SoundTrouble, AGapThatNobodyTellsOfIsFoundAndKeptWithTheData) {
   sound.Plug(kCard, Steady);
   station.RunFor(10s);
   sound.Unplug(kCard);
-  station.RunFor(4s);
-  station.StopChart();
+  station.RunFor(4s).StopChart();
   EXPECT_TRUE(station.Logged("did not come back. The gap is 4.")) << station.Log();
   const std::string bytes = *station.host.disk.Contents(station.FilesSaved().back());
   EXPECT_NE(bytes.find("3 since the start, 1"), std::string::npos);
   station.StartChart();
   EXPECT_FALSE(station.Running());
   sound.Plug(kCard, Steady);
-  station.StartChart();
-  station.RunFor(10s);
+  station.StartChart().RunFor(10s);
   sound.Stall(kCard);
   station.RunFor(5s);
   sound.Heal();
-  station.RunFor(10s);
-  station.StopChart();
+  station.RunFor(10s).StopChart();
   EXPECT_NE(station.host.disk.Contents(station.FilesSaved().back())->find("1 since the start, 5."), std::string::npos);
 }
 
 TEST_F(SoundTrouble, BuffersThatFillAheadOfTheSoundRowAreKept) {
   station.uds.AnswersAfter(30ms);
-  station.Set("Dsrc0", 20).Set("Dsrc1", 1).Set("Detection1", 2).Set("UDSpush", false).Set("Pbuffer", 320).StartChart();
-  station.RunFor(10s);
+  station.Set("Dsrc0", 20)
+      .Set("Dsrc1", 1)
+      .Set("Detection1", 2)
+      .Set("UDSpush", false)
+      .Set("Pbuffer", 320)
+      .StartChart()
+      .RunFor(10s);
   EXPECT_GT(Stored().size(), 70u);
   for (const Sample& sample : Stored()) EXPECT_EQ(sample.values[1], 1000);
   EXPECT_EQ(LogLines("Sound buffer filled while"), 0) << station.Log();
@@ -328,14 +324,11 @@ TEST_F(SoundTrouble, NoTransformSpansAGap) {
     }
   };
   for (int run = 0; run < 3; ++run) {
-    station.StartChart();
-    station.RunFor(10s + std::chrono::milliseconds(130 * run));
+    station.StartChart().RunFor(10s + std::chrono::milliseconds(130 * run));
     sound.Unplug(kCard);
     station.RunFor(7s);
     sound.Plug(kCard, [](std::int64_t frame) { return std::pair(static_cast<int>(frame % 32768), 0); });
-    station.RunFor(10s);
-    station.StopChart();
-    station.RunFor(1s);
+    station.RunFor(10s).StopChart().RunFor(1s);
   }
   EXPECT_GT(arrays, 90);
 }

@@ -118,7 +118,7 @@ TEST_F(TriggerRunTest, ThresholdsAreHeldAgainstTheValueWithoutItsOffset) {
   Trigger(1).Parameter = "program";
   station.Set("UseOffsets", true).Set("Channel0Offset", "500");
   Record(10);
-  EXPECT_EQ(station.Form().Window().chart.GetValue(0, 9), 509);
+  EXPECT_EQ(station.Chart().GetValue(0, 9), 509);
   EXPECT_TRUE(Started().empty());
 }
 
@@ -162,7 +162,7 @@ TEST_F(TriggerRunTest, NotationsStandAtTheirSampleInTheFileOfTheirLog) {
   const Notations& shown = station.Form().Window().notations;
   ASSERT_EQ(shown.count, 1);
   EXPECT_EQ(Told(shown.slots[0]), "0@7 Seven");
-  EXPECT_EQ(shown.slots[0].stamp, station.Form().Window().chart.GetTime(7));
+  EXPECT_EQ(shown.slots[0].stamp, station.Chart().GetTime(7));
   Record(6);
   EXPECT_EQ(shown.count, 1) << "a new log begins without those of the last";
   station.StopChart();
@@ -178,10 +178,9 @@ TEST_F(TriggerRunTest, AMiniWindowPinsNotationsToThePlaceInTheLog) {
   Trigger(1).Notation = "here";
   station.Set("MiniServer", true).Set("ChartWidth", "1").Set("DiskBackUp", true);
   Record(40);
-  EXPECT_LT(station.Form().Window().chart.Count(), 20);
+  EXPECT_LT(station.Chart().Count(), 20);
   station.StopChart();
-  ASSERT_EQ(station.FilesSaved().size(), 1u);
-  EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]), Ramp(40));
+  EXPECT_EQ(station.OnlySaved(), Ramp(40));
   EXPECT_EQ(NotationsIn(station.FilesSaved()[0]), std::vector<std::string>{"0@25 here"});
 }
 
@@ -384,8 +383,7 @@ TEST_F(TriggerRunTest, TheFileFollowsTheProfile) {
   station.StartChart();
   station.Form().Profiles().Load("/station/sun.tvp");
   EXPECT_EQ(Runner().oTriggers()[0].Notation, "of the station") << "a run keeps its triggers";
-  station.StopChart();
-  station.StartChart().StopChart();
+  station.StopChart().StartChart().StopChart();
   EXPECT_EQ(Runner().oTriggers()[0].Notation, "of the profile");
   for (const char* profile : {"/station/bad.tvp", "/station/gone.tvp"}) {
     station.Form().Profiles().Load(profile);

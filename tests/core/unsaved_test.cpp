@@ -9,14 +9,12 @@ namespace {
 using namespace std::chrono_literals;
 
 std::string Marker(Station& station) {
-  return station.TheSession().store.GetSetting(Section::Settings, "LocalRun");
+  return station.Setting("LocalRun");
 }
 
 // A run of 40 samples that ended without a save, since nobody asked for one.
 void RecordUnsaved(Station& station) {
-  station.Set("AutoSaveStandAlone", false).StartChart();
-  station.RunForSets(40);
-  station.StopChart();
+  station.Set("AutoSaveStandAlone", false).StartChart().RunForSets(40).StopChart();
   ASSERT_TRUE(station.FilesSaved().empty());
 }
 
@@ -39,7 +37,7 @@ TEST(Unsaved, AnAnswerDecidesAboutTheLastChartAndEscapeEndsTheStart) {
     for (const std::string& file : station.FilesSaved()) EXPECT_EQ(station.FirstChannelIn(file), Ramp(40));
     for (const std::string& file : station.FilesRescued()) EXPECT_EQ(station.FirstChannelIn(file), Ramp(40));
     EXPECT_EQ(station.Logged("Kept in: "), expected.rescued > 0);
-    EXPECT_EQ(station.Form().Window().chart.Count(), expected.starts ? 0 : 40);
+    EXPECT_EQ(station.Chart().Count(), expected.starts ? 0 : 40);
   }
 }
 
@@ -49,8 +47,7 @@ TEST(Unsaved, WithNobodyToAskItGoesToTheRecoveryFolder) {
     station.Set("ShowMsgBox", false).Set("DiskBackUp", ends);
     RecordUnsaved(station);
     ends ? station.ShutDown() : (void)station.StartChart();
-    ASSERT_EQ(station.FilesRescued().size(), 1u);
-    EXPECT_EQ(station.FirstChannelIn(station.FilesRescued()[0]), Ramp(40));
+    EXPECT_EQ(station.OnlyRescued(), Ramp(40));
   }
 }
 
@@ -60,14 +57,12 @@ TEST(Unsaved, ACrashAfterTheStopFindsTheBackup) {
   EXPECT_EQ(Marker(station), "Running");
   station.Kill();
   station.Boot();
-  ASSERT_EQ(station.FilesRescued().size(), 1u);
-  EXPECT_EQ(station.FirstChannelIn(station.FilesRescued()[0]), Ramp(40));
+  EXPECT_EQ(station.OnlyRescued(), Ramp(40));
 }
 
 TEST(Unsaved, ACalledOffSaveGivesNothingUpThatTheDiskRefused) {
   Station station;
-  station.StartChart();
-  station.RunForSets(40);
+  station.StartChart().RunForSets(40);
   station.host.disk.SetCapacity(station.host.disk.Used() + 100);
   station.StopChart();
   station.Set("AutoSaveStandAlone", false).Set("PromptBeforeSaving", true);
@@ -77,8 +72,7 @@ TEST(Unsaved, ACalledOffSaveGivesNothingUpThatTheDiskRefused) {
   EXPECT_TRUE(station.Form().HasUnsavedSamples());
   station.host.disk.SetCapacity(SimDisk::kUnlimited);
   station.RunFor(60s);
-  ASSERT_EQ(station.FilesSaved().size(), 1u);
-  EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]), Ramp(40));
+  EXPECT_EQ(station.OnlySaved(), Ramp(40));
   EXPECT_EQ(Marker(station), "OK");
 }
 
@@ -88,9 +82,12 @@ TEST(Unsaved, AMiniRunOfIntegersKeepsValuesThatAreTooLargeForThem) {
     const double value = set == 50 ? 40000.5 : static_cast<double>(set);
     return std::vector<double>{value, -value};
   });
-  station.Set("MiniServer", true).Set("SaveAsIntegers", true).Set("ChartWidth", 3).StartChart();
-  station.RunForSets(120);
-  station.StopChart();
+  station.Set("MiniServer", true)
+      .Set("SaveAsIntegers", true)
+      .Set("ChartWidth", 3)
+      .StartChart()
+      .RunForSets(120)
+      .StopChart();
   ASSERT_EQ(station.FilesSaved().size(), 1u);
   const std::vector<double> values = station.FirstChannelIn(station.FilesSaved()[0]);
   ASSERT_EQ(values.size(), 120u);
@@ -101,23 +98,19 @@ TEST(Unsaved, AMiniRunOfIntegersKeepsValuesThatAreTooLargeForThem) {
 
 TEST(Unsaved, ARunThatIsNotKeptWritesNoFragments) {
   Station station;
-  station.Set("MiniServer", true).Set("DiskBackUp", false).Set("MaxArrayCount", 20).StartChart();
-  station.RunFor(3s);
+  station.Set("MiniServer", true).Set("DiskBackUp", false).Set("MaxArrayCount", 20).StartChart().RunFor(3s);
   EXPECT_NE(station.View().LeftStatus.find("NOT SAVING "), std::string::npos);
-  station.RunForSets(70);
-  station.StopChart();
+  station.RunForSets(70).StopChart();
   EXPECT_TRUE(station.FilesSaved().empty());
 }
 
 TEST(Unsaved, AStartThatSoundRefusesLeavesTheOldChart) {
   Station station;
-  station.StartChart();
-  station.RunForSets(40);
-  station.StopChart();
+  station.StartChart().RunForSets(40).StopChart();
   station.Set("Dsrc0", 1).Set("Dsrc1", 0).Set("SoundCardName", "loop:/nowhere.wav").StartChart();
   EXPECT_FALSE(station.Running());
   EXPECT_TRUE(station.States().ToolCommands && station.States().InfoCommands) << "what can be done with it stays";
-  EXPECT_EQ(station.Form().Window().chart.Count(), 40);
+  EXPECT_EQ(station.Chart().Count(), 40);
 }
 
 }  // namespace
