@@ -42,8 +42,7 @@ TEST(Crash, AtEveryDiskOperationNothingAcceptedIsLost) {
           accepted = station.uds.SetsSent();
           for (const std::string& file : station.FilesSaved()) before[file] = *station.host.disk.Contents(file);
         }
-        station.StopChart();
-        station.ShutDown();
+        station.StopChart().ShutDown();
       });
       if (!crashed) break;
       ++crashes;
@@ -66,8 +65,7 @@ TEST(Crash, AProgramKilledAnywhereIsRescuedUpToItsLastSample) {
     Station station(seed);
     station.Set("MaxArrayCount", 30).StartChart().RunFor(std::chrono::milliseconds(137 * seed));
     const std::int64_t accepted = station.uds.SetsSent();
-    station.Kill();
-    station.Boot();
+    station.Kill().Boot();
     ExpectNothingLost(station, accepted, "seed " + std::to_string(seed));
     station.StartChart().RunFor(1s);
     EXPECT_TRUE(station.Running());
@@ -81,8 +79,7 @@ TEST(Crash, APowerCutCostsAtMostTheLastSeconds) {
     station.host.disk.SetPowerLoss(true);
     station.StartChart().RunFor(std::chrono::milliseconds(20000 + 337 * seed));
     const std::int64_t accepted = station.uds.SetsSent();
-    station.Kill();
-    station.Boot();
+    station.Kill().Boot();
     ASSERT_EQ(station.FilesRescued().size(), 1u) << seed;
     const std::vector<double> values = station.FirstChannelIn(station.FilesRescued()[0]);
     EXPECT_EQ(values, Ramp(static_cast<int>(values.size())));
@@ -92,9 +89,7 @@ TEST(Crash, APowerCutCostsAtMostTheLastSeconds) {
 
 TEST(Crash, ACleanEndLeavesNothingToRescue) {
   Station station;
-  station.StartChart().RunForSets(20);
-  station.ShutDown();
-  station.Boot();
+  station.StartChart().RunForSets(20).ShutDown().Boot();
   EXPECT_TRUE(station.FilesRescued().empty());
   EXPECT_FALSE(station.host.dialogs.HasShown("Recovery Alert"));
   EXPECT_EQ(station.FirstChannelInFilesAndStore(), Ramp(20));
@@ -102,9 +97,7 @@ TEST(Crash, ACleanEndLeavesNothingToRescue) {
 
 TEST(Crash, ARescuedFileOpensWithItsSamples) {
   Station station;
-  station.StartChart().RunForSets(25);
-  station.Kill();
-  station.Boot();
+  station.StartChart().RunForSets(25).Kill().Boot();
   ASSERT_EQ(station.FilesRescued().size(), 1u);
   station.Form().ProcessCmd("/L \"" + station.FilesRescued()[0] + "\"");
   EXPECT_EQ(station.Chart().Count(), 25);

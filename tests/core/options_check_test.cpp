@@ -174,8 +174,7 @@ TEST_F(OptionsCommand, WhatIsRefusedChangesNothingAndWhatIsAcceptedIsStored) {
   EXPECT_EQ(station_.View().Title, "Here");
   EXPECT_EQ(station_.Form().Window().run.ChannelCount, 1);
   EXPECT_EQ(Stored("Dsrc1"), "0") << "a setting of this run alone stays as it is stored";
-  station_.ShutDown();
-  station_.Boot();
+  station_.ShutDown().Boot();
   EXPECT_EQ(station_.TheSession().notes, "clear sky");
   EXPECT_EQ(station_.TheSession().settings.channels.Dsrc[1], 21);
 }

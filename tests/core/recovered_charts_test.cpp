@@ -9,8 +9,7 @@ namespace {
 
 TEST(RecoveredCharts, AreListedOpenedKeptAndDeleted) {
   Station station;
-  station.StartChart().RunForSets(41);
-  station.Kill();
+  station.StartChart().RunForSets(41).Kill();
   station.host.disk.Put("/station/Data/recovery/torn.tvd", "no chart");
   station.Boot();
   RecoveredCharts& recovered = station.Form().Recovered();

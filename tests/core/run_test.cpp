@@ -208,8 +208,7 @@ TEST(Run, WordsFromTheSourceCannotForgeALineOfTheLog) {
 
 TEST(Run, TheEndIsObeyedWhileTheSourceIsAwaited) {
   Station station;
-  station.Set("StartUDS", true).Set("UDSexe", "/opt/receiver");
-  station.Boot();
+  station.Set("StartUDS", true).Set("UDSexe", "/opt/receiver").Boot();
   station.host.loop.After(10s, [&] { station.Form().RequestEnd(); });
   station.host.loop.After(20s, [&] { station.host.processes.OpenWindow("User Data Source"); });
   const double before = station.host.clock.MonotonicMilliseconds();

@@ -108,6 +108,7 @@ TEST_F(SoundCardTest, ARefusedFormatOpensTheChooserOnlyWherePersonsAreTold) {
   station.StartChart();
   EXPECT_FALSE(station.Running());
   EXPECT_EQ(choosersOpened, 1);
+  EXPECT_TRUE(station.host.dialogs.HasShown("Tarvolt requires a 16 bit sound format to function properly."));
   Now().program.ShowMsgBox = false;
   station.StartChart();
   EXPECT_EQ(choosersOpened, 1);

@@ -350,8 +350,7 @@ TEST_F(TriggerRunTest, WhatTheDialogSettlesIsInForceAtOnceAndAfterARestart) {
   Record(10);
   EXPECT_EQ(Started(), (std::vector<std::string>{"first", "second"})) << "what did not change is not armed anew";
   const std::string file = *station.host.disk.Contents(kFile);
-  station.ShutDown();
-  station.Boot();
+  station.ShutDown().Boot();
   EXPECT_EQ(station.TheSession().settings.files.DefaultTriggerFile, kCopy);
   EXPECT_EQ(Runner().oTriggers()[1].Parameter, "second");
   EXPECT_EQ(station.TheSession().settings.channels.CHTrigger[1], "0000000100");

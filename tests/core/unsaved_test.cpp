@@ -46,7 +46,7 @@ TEST(Unsaved, WithNobodyToAskItGoesToTheRecoveryFolder) {
     Station station;
     station.Set("ShowMsgBox", false).Set("DiskBackUp", ends);
     RecordUnsaved(station);
-    ends ? station.ShutDown() : (void)station.StartChart();
+    ends ? station.ShutDown() : station.StartChart();
     EXPECT_EQ(station.OnlyRescued(), Ramp(40));
   }
 }
@@ -55,8 +55,7 @@ TEST(Unsaved, ACrashAfterTheStopFindsTheBackup) {
   Station station;
   RecordUnsaved(station);
   EXPECT_EQ(Marker(station), "Running");
-  station.Kill();
-  station.Boot();
+  station.Kill().Boot();
   EXPECT_EQ(station.OnlyRescued(), Ramp(40));
 }
 

@@ -147,27 +147,6 @@ TEST(Detection, AnyBuffersGiveWhatTheSlowPassesGive) {
   }
 }
 
-TEST(Detection, TheSidesOfTheBackgroundDifferBetweenStereoAndMono) {
-  DetectionSetup setup;
-  setup.backgroundL = 150;
-  setup.SoundRightInUse = false;
-  SoundState stereo;
-  StereoPass(std::vector<std::int16_t>{100, 0, -100, 0}, setup, stereo);
-  EXPECT_EQ(stereo.LastAvgL, 50);
-  SoundState mono;
-  MonoPass(std::vector<std::int16_t>{100, -100}, setup, mono);
-  EXPECT_EQ(mono.LastAvgL, -50);
-  EXPECT_EQ(mono.LastPeakL, 0);
-}
-
-TEST(Detection, TheLowestSampleReadsAsTheHighest) {
-  SoundState sound;
-  StereoPass(std::vector<std::int16_t>(40, -32768), {}, sound);
-  EXPECT_EQ(sound.LastPeakL, 32767);
-  EXPECT_EQ(sound.LastAvgR, 32767);
-  EXPECT_EQ(sound.SoundAccumL[kPower], 32767.0 * 32767 / 2000);
-}
-
 TEST(Detection, ThePeakIsTheMeanOfTenBlocksAndAPartialBlockIsLeftOut) {
   std::vector<std::int16_t> samples(400, 0);
   for (int block = 0; block < 10; ++block) samples[block * 40] = static_cast<std::int16_t>(100 * (block + 1));

@@ -81,17 +81,19 @@ Station& Station::RunForSets(std::int64_t sets) {
   return *this;
 }
 
-void Station::ShutDown() {
+Station& Station::ShutDown() {
   form_->Form_Unload();
   form_.reset();
   session_.reset();
+  return *this;
 }
 
-void Station::Kill() {
+Station& Station::Kill() {
   host.Kill();
   form_.reset();
   session_.reset();
   host.Reboot();
+  return *this;
 }
 
 std::vector<std::string> Station::DataFiles(bool rescued) const {

@@ -51,10 +51,10 @@ class Station {
   Station& RunForSets(std::int64_t sets);
 
   /// Ends the program in order.
-  void ShutDown();
+  Station& ShutDown();
 
   /// The program dies without a word; the machine is ready for the next Boot.
-  void Kill();
+  Station& Kill();
 
   /// Runs a part of the program's life that may end in a crash of the disk; true when it did, and the machine is ready
   /// again.
