@@ -71,9 +71,10 @@ class StampTest : public ::testing::Test {
       moments.push_back(StampOf(station_.host.clock.UtNow()));
       return std::vector<double>{1.0 * set, 0};
     });
-    station_.StartChart().RunForSets(300);
+    station_.StartChart().RunForSets(station_.uds.SetsSent() + 300);
     std::vector<std::pair<TimeStamp, TimeStamp>> pairs;
     const std::vector<Sample> samples = station_.Stored();
+    EXPECT_EQ(samples.size(), 300u);
     for (std::size_t i = 0; i < samples.size(); ++i) pairs.emplace_back(samples[i].stamp, moments[i]);
     return pairs;
   }
@@ -81,18 +82,16 @@ class StampTest : public ::testing::Test {
   Station station_;
 };
 
-TEST_F(StampTest, UtStampsAreTheClockLessItsZone) {
-  for (const auto& [stamp, ut] : Record()) EXPECT_NEAR(stamp, ut, kMillisecond);
-}
-
-TEST_F(StampTest, LocalStampsAreTheClock) {
-  station_.Set("LogUsingUT", false);
-  for (const auto& [stamp, ut] : Record()) EXPECT_NEAR(stamp, ut + 2.0 / 24, kMillisecond);
+TEST_F(StampTest, StampsAreTheClockOrItLessItsZone) {
+  for (const bool ut : {true, false}) {
+    station_.Set("LogUsingUT", ut);
+    for (const auto& [stamp, moment] : Record()) EXPECT_NEAR(stamp, moment + (ut ? 0 : 2.0 / 24), kMillisecond);
+    station_.StopChart();
+  }
 }
 
 TEST_F(StampTest, SiderealStampsRunFromUtWhateverTheBaseOfOtherRuns) {
   for (const bool ut : {true, false}) {
-    Station other;
     station_.Set("LogLMST", true).Set("LogUsingUT", ut).Set("UserLng", 83);
     for (const auto& [stamp, moment] : Record()) {
       // Greenwich mean sidereal time by the short expression of the almanacs, good to a hundredth of a second.
@@ -241,12 +240,11 @@ TEST(Run, TheRateIsShownEachSecond) {
 TEST(Run, TheFileTellsHowItWasRecorded) {
   Station station;
   station.Set("ServerEmail", "me@observatory.org").Set("LocalName", "Hill").StartChart().RunForSets(10).StopChart();
-  const std::string bytes = *station.host.disk.Contents(station.FilesSaved().at(0));
   for (const char* item : {"Logged Using UT", "CHL0CH 1", "CHO10",
                            "Requested Sample Period: \xC8"
                            "100",
                            "UDS Data: \xC8Pushed", "Email\xC8me@observatory.org", "UDS CH2"}) {
-    EXPECT_NE(bytes.find(item), std::string::npos) << item;
+    EXPECT_TRUE(station.LastFileHolds(item)) << item;
   }
 }
 
