@@ -1,12 +1,14 @@
 #include <gtest/gtest.h>
 
 #include "files/format/data_file_reader.h"
-#include "station/station.h"
+#include "station/on_a_station.h"
 
 namespace tarvolt {
 namespace {
 
 using namespace std::chrono_literals;
+
+using EquationsOnARun = OnAStation;
 
 std::string ValueOfRow(const Metadata& metadata, const std::string& name) {
   for (const MetadataRecord& record : metadata.Records()) {
@@ -21,8 +23,7 @@ std::vector<double> Channel(const StripChart& chart, int channel) {
   return values;
 }
 
-TEST(EquationsOnARun, RewriteEachSampleBeforeItIsStoredAndTheFileTellsOfThem) {
-  Station station;
+TEST_F(EquationsOnARun, RewriteEachSampleBeforeItIsStoredAndTheFileTellsOfThem) {
   station.Set("ApplyToIncoming", true).Set("Equ0", "X*2+1").Set("ApplyToCH1", 0).Set("Equ1", "X*100");
   station.Set("UseOffsets", true).Set("Channel0Offset", 1000).StartChart();
   station.TheSession().settings.channels.Equ[0] = "0";  // a profile that is loaded meanwhile does not change the run
@@ -38,8 +39,7 @@ TEST(EquationsOnARun, RewriteEachSampleBeforeItIsStoredAndTheFileTellsOfThem) {
   EXPECT_EQ(station.FirstChannelIn(station.FilesSaved().at(0)), Channel(window.chart, 0));
 }
 
-TEST(EquationsOnARun, MakeChannelsOfTheirOwnBesideThoseOfTheSource) {
-  Station station;  // whose source declares two channels
+TEST_F(EquationsOnARun, MakeChannelsOfTheirOwnBesideThoseOfTheSource) {
   station.Set("Dsrc2", 42).Set("ApplyToIncoming", true).Set("Equ2", "IF{[Z1]>[2]};THEN{Z1-Z1[-1]};ELSE{7}");
   station.StartChart().RunForSets(6).StopChart();
   const auto samples = station.SamplesIn(station.FilesSaved().at(0));
@@ -49,15 +49,13 @@ TEST(EquationsOnARun, MakeChannelsOfTheirOwnBesideThoseOfTheSource) {
   EXPECT_EQ(samples[5].values[2], 1);
 }
 
-TEST(EquationsOnARun, AFaultIsLoggedOnce) {
-  Station station;
+TEST_F(EquationsOnARun, AFaultIsLoggedOnce) {
   station.Set("ApplyToIncoming", true).Set("Equ0", "sqrt(X)").StartChart().RunForSets(6);
   const std::string words = "Equation of channel 1, statement 1 \"sqrt(X)\": Undefined Function: sqrt()";
   EXPECT_EQ(station.LogLines(words), 1) << station.Log();
 }
 
-TEST(EquationsOnARun, NeedNoSource) {
-  Station station;
+TEST_F(EquationsOnARun, NeedNoSource) {
   station.Set("Dsrc0", 40).Set("Dsrc1", 0).Set("ApplyToIncoming", true).Set("Equ0", "n=n0+1;Snum*10").StartChart();
   ASSERT_TRUE(station.Running()) << station.Log();
   station.RunFor(1050ms);
@@ -231,16 +229,14 @@ TEST_F(EquationsOnAChart, TheirStatusIsNotTakenOffWithAnOlderMessage) {
   EXPECT_EQ(station.View().Status.Text(), shown);
 }
 
-TEST(EquationsOnAShortChart, NeedSixSamplesOfARunAndNoneOfAFile) {
-  Station station;
+TEST_F(EquationsOnARun, OnceItStopsNeedSixSamplesOfARunAndNoneOfAFile) {
   station.StartChart().RunForSets(5).StopChart();
   EXPECT_FALSE(station.Form().Equations().CanApplyFunction());
   ASSERT_TRUE(station.Form().Loads().LoadDataFile(station.FilesSaved().at(0)));
   EXPECT_TRUE(station.Form().Equations().CanApplyFunction());
 }
 
-TEST(EquationsOnAMiniChart, AreRefusedWhileTheRestOfItsLogIsNotSaved) {
-  Station station;
+TEST_F(EquationsOnARun, OfAMiniChartAreRefusedWhileTheRestOfItsLogIsNotSaved) {
   station.Set("MiniServer", true).Set("ChartWidth", "1").Set("DiskBackUp", true);
   station.Set("SaveIF", 1).Set("SaveIFVal", 1000000).StartChart().RunForSets(38).StopChart();
   ASSERT_TRUE(station.FilesSaved().empty());

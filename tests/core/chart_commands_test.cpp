@@ -3,12 +3,14 @@
 #include <gtest/gtest.h>
 
 #include "core/chart/chart_view_entry.h"
-#include "station/station.h"
+#include "station/on_a_station.h"
 
 namespace tarvolt {
 namespace {
 
 using namespace std::chrono_literals;
+
+using Chart = OnAStation;
 
 // A run of 100 seconds of which the chart shows ten.
 class LookingBack : public testing::Test {
@@ -130,8 +132,7 @@ TEST_F(LookingBack, AViewByNumbersIsCheckedBeforeItIsShown) {
   EXPECT_EQ(Chart().YAxisMax, 50);
 }
 
-TEST(ChartView, NeedsFiveSamples) {
-  Station station;
+TEST_F(Chart, AViewByNumbersNeedsFiveSamples) {
   station.StartChart().RunForSets(4);
   EXPECT_EQ(ApplyChartView(ChartViewEntry(), station.Form().Window(), station.Form().Chart().view),
             "Not enough data loaded for Manual Chart View entry.");
@@ -139,8 +140,7 @@ TEST(ChartView, NeedsFiveSamples) {
   EXPECT_EQ(ApplyChartView(ChartViewEntry(), station.Form().Window(), station.Form().Chart().view), "");
 }
 
-TEST(Offsets, AButtonHeldDownGoesEverFasterAndCountsForLaterSamplesAlone) {
-  Station station;
+TEST_F(Chart, AnOffsetButtonHeldDownGoesEverFasterAndCountsForLaterSamplesAlone) {
   station.StartChart().RunForSets(10);
   ChannelOffsets& offsets = station.Form().Offsets();
   offsets.cmdOffset();
@@ -167,8 +167,7 @@ TEST(Offsets, AButtonHeldDownGoesEverFasterAndCountsForLaterSamplesAlone) {
   EXPECT_FALSE(station.View().OffsetFrameShown);
 }
 
-TEST(Offsets, AChangeDuringARunLeavesItsTraceAndNonsenseIsRefused) {
-  Station station;
+TEST_F(Chart, AnOffsetChangedDuringARunLeavesItsTraceAndNonsenseIsRefused) {
   station.Set("Channel1Offset", "1E+300")
       .Set("UseOffsets", true)
       .Set("MetaDataActive", 1)
@@ -192,8 +191,7 @@ TEST(Offsets, AChangeDuringARunLeavesItsTraceAndNonsenseIsRefused) {
   }
 }
 
-TEST(Average, OfAChannelIsShownWhenItsTimeIsOverAndHeld) {
-  Station station;
+TEST_F(Chart, AnAverageOfAChannelIsShownWhenItsTimeIsOverAndHeld) {
   station.Set("AvgSamplingPeriod", 2).StartChart().RunForSets(10);
   station.Form().Average().StartChannelAvg(1);
   EXPECT_EQ(station.View().Status.Text(), "Getting Average for CH1");
@@ -208,8 +206,7 @@ TEST(Average, OfAChannelIsShownWhenItsTimeIsOverAndHeld) {
   EXPECT_FALSE(station.Form().Average().Running()) << "there is no channel three";
 }
 
-TEST(FileSave, DuringARunSavesTheLogAndBeginsANewOne) {
-  Station station;
+TEST_F(Chart, ASaveDuringARunSavesTheLogAndBeginsANewOne) {
   station.Set("Continuous", false).Set("AutoSaveStandAlone", false).StartChart().RunForSets(20);
   station.Form().mnuSave();
   EXPECT_TRUE(station.Running()) << "whatever Continuous says";
@@ -220,8 +217,7 @@ TEST(FileSave, DuringARunSavesTheLogAndBeginsANewOne) {
   EXPECT_EQ(station.FilesSaved().size(), 1u) << "the force was for that save alone";
 }
 
-TEST(Stopping, ARunIsNotStartedFromInsideTheQuestionOfItsStop) {
-  Station station;
+TEST_F(Chart, ARunIsNotStartedFromInsideTheQuestionOfItsStop) {
   station.Set("UseOffsets", true).StartChart().RunForSets(10);
   station.Form().Offsets().cmdOffset();
   station.Form().Offsets().TxtOffset("3");

@@ -1,14 +1,15 @@
 #include <gtest/gtest.h>
 
-#include "station/station.h"
+#include "station/on_a_station.h"
 
 namespace tarvolt {
 namespace {
 
 using namespace std::chrono_literals;
 
-TEST(DiskFaults, AFullDiskIsToldOnceAndTheRunGoesOnUntilThereIsRoom) {
-  Station station;
+using DiskFaults = OnAStation;
+
+TEST_F(DiskFaults, AFullDiskIsToldOnceAndTheRunGoesOnUntilThereIsRoom) {
   station.Set("MaxArrayCount", 50).StartChart().RunForSets(20);
   station.host.disk.SetCapacity(station.host.disk.Used() + 100);
   station.RunForSets(130);  // two turnovers without room
@@ -20,8 +21,7 @@ TEST(DiskFaults, AFullDiskIsToldOnceAndTheRunGoesOnUntilThereIsRoom) {
   EXPECT_EQ(station.FirstChannelInFilesAndStore(), Ramp(600));
 }
 
-TEST(DiskFaults, TheBackupCatchesUpWithWhatAFullDiskRefused) {
-  Station station;
+TEST_F(DiskFaults, TheBackupCatchesUpWithWhatAFullDiskRefused) {
   station.StartChart().RunForSets(20);
   station.host.disk.SetCapacity(station.host.disk.Used() + 30);
   station.RunForSets(60);
@@ -31,16 +31,14 @@ TEST(DiskFaults, TheBackupCatchesUpWithWhatAFullDiskRefused) {
   EXPECT_EQ(station.OnlyRescued(), Ramp(100));
 }
 
-TEST(DiskFaults, AFolderThatVanishesInARunComesBackWithEverything) {
-  Station station;
+TEST_F(DiskFaults, AFolderThatVanishesInARunComesBackWithEverything) {
   station.StartChart().RunForSets(40);
   station.host.disk.RemoveTree("/station/Data");
   station.RunForSets(50).Kill().Boot();
   EXPECT_EQ(station.OnlyRescued(), Ramp(50));
 }
 
-TEST(DiskFaults, AReadOnlyFolderAtTheStopKeepsTheDataUntilItCanBeWritten) {
-  Station station;
+TEST_F(DiskFaults, AReadOnlyFolderAtTheStopKeepsTheDataUntilItCanBeWritten) {
   station.StartChart().RunForSets(40);
   station.host.disk.SetReadOnly("/station/Data", true);
   station.RunForSets(60).StopChart();
@@ -53,8 +51,7 @@ TEST(DiskFaults, AReadOnlyFolderAtTheStopKeepsTheDataUntilItCanBeWritten) {
   EXPECT_EQ(station.Setting("LocalRun"), "OK");
 }
 
-TEST(DiskFaults, ANewRunDoesNotCostTheDataOfOneThatCouldNotBeSaved) {
-  Station station;
+TEST_F(DiskFaults, ANewRunDoesNotCostTheDataOfOneThatCouldNotBeSaved) {
   station.StartChart().RunForSets(40);
   station.host.disk.SetReadOnly("/station/Data/unknown", true);
   station.Set("OrganizeByMonth", true).StopChart().StartChart().RunForSets(80);
@@ -65,8 +62,7 @@ TEST(DiskFaults, ANewRunDoesNotCostTheDataOfOneThatCouldNotBeSaved) {
   EXPECT_GE(values.size(), 79u);
 }
 
-TEST(DiskFaults, WhatCannotBeSavedAtTheEndIsRescuedAtTheNextStart) {
-  Station station;
+TEST_F(DiskFaults, WhatCannotBeSavedAtTheEndIsRescuedAtTheNextStart) {
   station.StartChart().RunForSets(40);
   station.host.disk.SetCapacity(station.host.disk.Used() + 500);
   station.ShutDown();
@@ -75,8 +71,7 @@ TEST(DiskFaults, WhatCannotBeSavedAtTheEndIsRescuedAtTheNextStart) {
   EXPECT_EQ(station.OnlyRescued(), Ramp(40));
 }
 
-TEST(DiskFaults, AnEarlyRefusalOfAStartLeavesAnUnsavedChartInSafety) {
-  Station station;
+TEST_F(DiskFaults, AnEarlyRefusalOfAStartLeavesAnUnsavedChartInSafety) {
   station.StartChart().RunForSets(40);
   station.host.disk.SetCapacity(station.host.disk.Used() + 100);
   station.StopChart();
@@ -88,15 +83,15 @@ TEST(DiskFaults, AnEarlyRefusalOfAStartLeavesAnUnsavedChartInSafety) {
 }
 
 // Each operation of a run fails once, and then the disk is well again.
-TEST(DiskFaults, AnySingleFailureOfTheDiskCostsNothing) {
+TEST_F(DiskFaults, AnySingleFailureOfTheDiskCostsNothing) {
   for (std::uint64_t operation = 1; operation < 250; ++operation) {
-    Station station(operation);
-    station.Set("MaxArrayCount", 15).StartChart();
-    station.host.disk.FailOperation(operation, SimDisk::Repeat::Once, std::errc::io_error);
-    station.RunForSets(50);
-    EXPECT_TRUE(station.Running()) << operation;
-    station.StopChart().RunFor(3min);
-    EXPECT_EQ(station.FirstChannelInFilesAndStore(), Ramp(50)) << operation;
+    Station other(operation);
+    other.Set("MaxArrayCount", 15).StartChart();
+    other.host.disk.FailOperation(operation, SimDisk::Repeat::Once, std::errc::io_error);
+    other.RunForSets(50);
+    EXPECT_TRUE(other.Running()) << operation;
+    other.StopChart().RunFor(3min);
+    EXPECT_EQ(other.FirstChannelInFilesAndStore(), Ramp(50)) << operation;
   }
 }
 

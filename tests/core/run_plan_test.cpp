@@ -1,12 +1,15 @@
 // What changes the settings in a run changes the next log or the next run, and never the samples under way.
 #include <gtest/gtest.h>
 
-#include "station/station.h"
+#include "station/on_a_station.h"
 
 namespace tarvolt {
 namespace {
 
 using namespace std::chrono_literals;
+
+using RunPlan = OnAStation;
+using RunEvents = OnAStation;
 
 // Even stamps a tenth of a second apart, from the first on.
 void ExpectEvenStamps(const std::vector<Sample>& samples, std::size_t count) {
@@ -16,7 +19,7 @@ void ExpectEvenStamps(const std::vector<Sample>& samples, std::size_t count) {
   }
 }
 
-TEST(RunPlan, NoSettingMovesTheTimeBaseOrTheSamplesOfALog) {
+TEST_F(RunPlan, NoSettingMovesTheTimeBaseOrTheSamplesOfALog) {
   SimZone three;
   three.biasMinutes = -180;
   for (const auto& [key, value] : {std::pair("DetectTZ", "True"),
@@ -30,27 +33,26 @@ TEST(RunPlan, NoSettingMovesTheTimeBaseOrTheSamplesOfALog) {
                                    {"vAvg", "10"},
                                    {"SampleRate", "5000"},
                                    {"UDSpush", "False"}}) {
-    Station station;
-    station.host.clock.SetZone(three);
-    station.Set("DetectTZ", false).Set("TZ", 0).StartChart().RunForSets(30);
-    station.Set(key, value).Set("TZ", 5).RunForSets(60).StopChart();
-    ExpectEvenStamps(station.SamplesIn(station.FilesSaved().at(0)), 60);
-    EXPECT_EQ(station.OnlySaved(), Ramp(60)) << key;
+    Station other;
+    other.host.clock.SetZone(three);
+    other.Set("DetectTZ", false).Set("TZ", 0).StartChart().RunForSets(30);
+    other.Set(key, value).Set("TZ", 5).RunForSets(60).StopChart();
+    ExpectEvenStamps(other.SamplesIn(other.FilesSaved().at(0)), 60);
+    EXPECT_EQ(other.OnlySaved(), Ramp(60)) << key;
   }
 }
 
-TEST(RunPlan, ASiderealLogAfterOneFromMidnightHasSiderealStamps) {
-  Station station(1, {2010, 1, 2, 13, 20, 0, 0});
-  station.Set("TimeRefZero", true).Set("MaxArrayCount", 50).StartChart().RunForSets(20);
-  station.Set("LogLMST", true).RunForSets(90);
-  EXPECT_TRUE(station.Run().ChartIsLMST);
-  EXPECT_FALSE(station.Run().log.TimeRefZero);
-  EXPECT_GE(station.Chart().GetTime(0), station.Run().time.startLMST);
-  EXPECT_EQ(station.FirstChannelInFilesAndStore(), Ramp(90));
+TEST_F(RunPlan, ASiderealLogAfterOneFromMidnightHasSiderealStamps) {
+  Station other(1, {2010, 1, 2, 13, 20, 0, 0});
+  other.Set("TimeRefZero", true).Set("MaxArrayCount", 50).StartChart().RunForSets(20);
+  other.Set("LogLMST", true).RunForSets(90);
+  EXPECT_TRUE(other.Run().ChartIsLMST);
+  EXPECT_FALSE(other.Run().log.TimeRefZero);
+  EXPECT_GE(other.Chart().GetTime(0), other.Run().time.startLMST);
+  EXPECT_EQ(other.FirstChannelInFilesAndStore(), Ramp(90));
 }
 
-TEST(RunPlan, ABackupSwitchedOffInARunStillHoldsTheLog) {
-  Station station;
+TEST_F(RunPlan, ABackupSwitchedOffInARunStillHoldsTheLog) {
   station.Set("MaxArrayCount", 50).StartChart().RunForSets(20);
   station.Set("DiskBackUp", false).RunForSets(40);
   const auto& keeping = station.Form().Window().save.keeping;
@@ -59,24 +61,23 @@ TEST(RunPlan, ABackupSwitchedOffInARunStillHoldsTheLog) {
   EXPECT_FALSE(keeping.BackupActive) << "the next log takes the change up";
 }
 
-TEST(RunPlan, ARestartComesAtItsTimeAlsoFromMidnightStamps) {
-  Station station(1, {2010, 1, 2, 13, 20, 0, 0});
-  station.Set("TimeRefZero", true).Set("UseRestartTime", true).Set("RestartTime", "13:21:00").StartChart().RunFor(2min);
-  EXPECT_FALSE(station.Running()) << "it ends the run, as stamps from midnight cannot go on";
-  ASSERT_EQ(station.FilesSaved().size(), 1u);
-  EXPECT_NEAR(static_cast<double>(station.FirstChannelIn(station.FilesSaved()[0]).size()), 600, 2);
+TEST_F(RunPlan, ARestartComesAtItsTimeAlsoFromMidnightStamps) {
+  Station other(1, {2010, 1, 2, 13, 20, 0, 0});
+  other.Set("TimeRefZero", true).Set("UseRestartTime", true).Set("RestartTime", "13:21:00").StartChart().RunFor(2min);
+  EXPECT_FALSE(other.Running()) << "it ends the run, as stamps from midnight cannot go on";
+  ASSERT_EQ(other.FilesSaved().size(), 1u);
+  EXPECT_NEAR(static_cast<double>(other.FirstChannelIn(other.FilesSaved()[0]).size()), 600, 2);
 }
 
-TEST(RunPlan, AChangedRestartTimeCountsFromTheNextLogOn) {
-  Station station(1, {2010, 1, 2, 12, 0, 0, 0});
-  station.Set("UseRestartTime", true).Set("RestartTime", "12:01:00").Set("LogLMST", false).StartChart().RunFor(10s);
-  station.Set("RestartTime", "12:02:00").RunFor(170s).StopChart();
-  ASSERT_EQ(station.FilesSaved().size(), 3u);
-  EXPECT_NEAR(static_cast<double>(station.FirstChannelIn(station.FilesSaved()[1]).size()), 600, 2);
+TEST_F(RunPlan, AChangedRestartTimeCountsFromTheNextLogOn) {
+  Station other(1, {2010, 1, 2, 12, 0, 0, 0});
+  other.Set("UseRestartTime", true).Set("RestartTime", "12:01:00").Set("LogLMST", false).StartChart().RunFor(10s);
+  other.Set("RestartTime", "12:02:00").RunFor(170s).StopChart();
+  ASSERT_EQ(other.FilesSaved().size(), 3u);
+  EXPECT_NEAR(static_cast<double>(other.FirstChannelIn(other.FilesSaved()[1]).size()), 600, 2);
 }
 
-TEST(RunPlan, LaterLogsNameTheSourcesAndEquationsOfTheRun) {
-  Station station;
+TEST_F(RunPlan, LaterLogsNameTheSourcesAndEquationsOfTheRun) {
   station.Set("MetaDataActive", 1).Set("MaxArrayCount", 20).StartChart().RunForSets(10);
   station.Set("Dsrc0", 22)
       .Set("ApplyToIncoming", true)
@@ -88,8 +89,7 @@ TEST(RunPlan, LaterLogsNameTheSourcesAndEquationsOfTheRun) {
   EXPECT_FALSE(station.LastFileHolds("UDS CH3") || station.LastFileHolds("Equation Applied"));
 }
 
-TEST(RunPlan, AFactorOfTheCardChangesWithTheNextRun) {
-  Station station;
+TEST_F(RunPlan, AFactorOfTheCardChangesWithTheNextRun) {
   station.host.sound.Plug("USB,0: Receiver, Line", [](std::int64_t) { return std::pair(1000, 1000); });
   station.Set("Dsrc0", 1).Set("Dsrc1", 0).Set("Detection0", 3).Set("sWavFormat", 8).Set("Pbuffer", 800);
   station.Set("MaxArrayCount", 50).Set("PwrMultiL", 2000).Set("LCHbkgnd0", 0).StartChart().RunFor(2s);
@@ -99,8 +99,7 @@ TEST(RunPlan, AFactorOfTheCardChangesWithTheNextRun) {
   for (const double value : values) ASSERT_EQ(value, 500);
 }
 
-TEST(RunPlan, ASourceThatDeclaresMoreChannelsThanTheTableHasRowsIsRecordedWhole) {
-  Station station;
+TEST_F(RunPlan, ASourceThatDeclaresMoreChannelsThanTheTableHasRowsIsRecordedWhole) {
   station.Set("Dsrc0", 21).Set("Dsrc1", 20);
   station.uds.Channels(4).Measures([](std::int64_t set) {
     const auto n = static_cast<double>(set);
@@ -118,8 +117,7 @@ class Failing final : public RunListener {
   void SampleFinished(const FinishedSample&) override { throw std::runtime_error("out of order"); }
 };
 
-TEST(RunEvents, AListenerThatFailsIsNamedOncePerLogAndCostsNoSample) {
-  Station station;
+TEST_F(RunEvents, AListenerThatFailsIsNamedOncePerLogAndCostsNoSample) {
   Failing failing;
   station.Boot();
   station.Form().Events().Add(failing, "broken listener");

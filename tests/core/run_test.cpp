@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "station/station.h"
+#include "station/on_a_station.h"
 #include "timebase/time_stamp.h"
 
 namespace tarvolt {
@@ -10,8 +10,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
-TEST(Run, PushedSetsBecomeSamplesOfTheirChannels) {
-  Station station;
+using RunOfAStation = OnAStation;
+
+TEST_F(RunOfAStation, PushedSetsBecomeSamplesOfTheirChannels) {
   station.StartChart();
   EXPECT_EQ(station.Run().chartState(), ChartState::Armed);
   station.RunForSets(50);
@@ -26,8 +27,7 @@ TEST(Run, PushedSetsBecomeSamplesOfTheirChannels) {
   EXPECT_TRUE(station.Logged(" Chart Stopped (Avg Rate .1)")) << station.Log();
 }
 
-TEST(Run, APolledSourceIsAskedOnceATickAndNeverWhileItAnswers) {
-  Station station;
+TEST_F(RunOfAStation, APolledSourceIsAskedOnceATickAndNeverWhileItAnswers) {
   station.uds.AnswersAfter(30ms);
   station.Set("UDSpush", false).Set("SampleRate", 70).StartChart().RunFor(10s).StopChart();
   EXPECT_EQ(station.uds.SetsSent(), 100);  // the period is the interval and the length of the tick
@@ -37,15 +37,14 @@ TEST(Run, APolledSourceIsAskedOnceATickAndNeverWhileItAnswers) {
   EXPECT_EQ(values, Ramp(static_cast<int>(values.size())));
 }
 
-TEST(Run, AveragesAreTheMeanOfTheReadsAndOnlyWholeOnesAreStored) {
-  Station station;
+TEST_F(RunOfAStation, AveragesAreTheMeanOfTheReadsAndOnlyWholeOnesAreStored) {
   station.Set("vAvg", 4).StartChart().RunForSets(43);
   const std::vector<Sample> samples = station.Stored();
   ASSERT_EQ(samples.size(), 10u);
   for (int i = 0; i < 10; ++i) EXPECT_EQ(samples[i].values[0], 4 * i + 1.5);
 }
 
-TEST(Run, OffsetsAreInTheStoreOnlyWhenTheyAreAskedFor) {
+TEST_F(RunOfAStation, OffsetsAreInTheStoreOnlyWhenTheyAreAskedFor) {
   Station plain;
   plain.Set("Channel0Offset", 1000).StartChart().RunForSets(3);
   EXPECT_EQ(plain.Stored()[1].values[0], 1);
@@ -111,24 +110,24 @@ TEST_F(StampTest, ASourceThatStampsIsTheClock) {
   for (int i = 0; i < 300; ++i) EXPECT_EQ(pairs[i].first, 40180.25 + i / 86400.0);
 }
 
-TEST(Run, WithTimeRefZeroTheFirstSampleStandsAtMidnightAndTheNameKeepsTheTime) {
-  Station station(1, {2010, 1, 2, 13, 20, 0, 0});
-  station.Set("TimeRefZero", true).StartChart().RunForSets(20).StopChart();
-  ASSERT_EQ(station.FilesSaved().size(), 1u);
-  EXPECT_NE(station.FilesSaved()[0].find("UT100102132000"), std::string::npos) << station.FilesSaved()[0];
-  const std::vector<Sample> samples = station.SamplesIn(station.FilesSaved()[0]);
+TEST_F(RunOfAStation, WithTimeRefZeroTheFirstSampleStandsAtMidnightAndTheNameKeepsTheTime) {
+  Station other(1, {2010, 1, 2, 13, 20, 0, 0});
+  other.Set("TimeRefZero", true).StartChart().RunForSets(20).StopChart();
+  ASSERT_EQ(other.FilesSaved().size(), 1u);
+  EXPECT_NE(other.FilesSaved()[0].find("UT100102132000"), std::string::npos) << other.FilesSaved()[0];
+  const std::vector<Sample> samples = other.SamplesIn(other.FilesSaved()[0]);
   const TimeStamp midnight = StampOf({2010, 1, 2, 0, 0, 0, 0});
   EXPECT_NEAR(samples[0].stamp, midnight + 0.1 / 86400, 2 * kMillisecond);
   EXPECT_NEAR(samples[10].stamp - samples[0].stamp, 1.0 / 86400, kMillisecond);
 }
 
-TEST(Run, TheFirstTickWaitsForTheSecond) {
-  Station station(1, {2010, 1, 2, 12, 0, 0, 137});
-  station.Set("UDSpush", false).Set("StartOnSecondBoundary", true).Set("SampleRate", 250).StartChart().RunFor(3s);
-  EXPECT_EQ(FieldsOf(station.Stored().at(0).stamp).millisecond, 0);
+TEST_F(RunOfAStation, TheFirstTickWaitsForTheSecond) {
+  Station other(1, {2010, 1, 2, 12, 0, 0, 137});
+  other.Set("UDSpush", false).Set("StartOnSecondBoundary", true).Set("SampleRate", 250).StartChart().RunFor(3s);
+  EXPECT_EQ(FieldsOf(other.Stored().at(0).stamp).millisecond, 0);
 }
 
-TEST(Run, RefusalsAreToldAndLeaveTheProgramIdle) {
+TEST_F(RunOfAStation, RefusalsAreToldAndLeaveTheProgramIdle) {
   const std::vector<std::tuple<std::string, std::string, std::string>> cases = {
       {"Dsrc0", "0",
        "You must select a data source for channel one.\n\nGo to Options / Data Source and select a source."},
@@ -140,19 +139,18 @@ TEST(Run, RefusalsAreToldAndLeaveTheProgramIdle) {
       {"ChartWidth", "0.5", "Chart Width must be 1 or more seconds."},
       {"UDSport", "9", "UDS Connection Canceled - Chart Canceled"}};
   for (const auto& [key, value, words] : cases) {
-    Station station;
-    station.Set("UDSpush", false).Set(key, value).StartChart();
-    EXPECT_TRUE(station.host.dialogs.HasShown(words)) << key;
-    EXPECT_FALSE(station.Running()) << key;
-    EXPECT_TRUE(station.States().cmdStart && station.States().ModeMenus) << key;
-    EXPECT_EQ(station.Setting("LocalRun"), "OK") << key;
-    station.RunFor(60s);
-    EXPECT_TRUE(station.FilesSaved().empty()) << key;
+    Station other;
+    other.Set("UDSpush", false).Set(key, value).StartChart();
+    EXPECT_TRUE(other.host.dialogs.HasShown(words)) << key;
+    EXPECT_FALSE(other.Running()) << key;
+    EXPECT_TRUE(other.States().cmdStart && other.States().ModeMenus) << key;
+    EXPECT_EQ(other.Setting("LocalRun"), "OK") << key;
+    other.RunFor(60s);
+    EXPECT_TRUE(other.FilesSaved().empty()) << key;
   }
 }
 
-TEST(Run, WithMessagesOffNothingAsksAndTheLogStillTells) {
-  Station station;
+TEST_F(RunOfAStation, WithMessagesOffNothingAsksAndTheLogStillTells) {
   station.Set("ShowMsgBox", false).Set("PromptBeforeSaving", true).Set("vAvg", 0).StartChart();
   EXPECT_TRUE(station.Logged("Must have greater than zero samples to average."));
   station.Set("vAvg", 1).StartChart().RunForSets(30).StopChart();
@@ -160,8 +158,7 @@ TEST(Run, WithMessagesOffNothingAsksAndTheLogStillTells) {
   EXPECT_TRUE(station.host.dialogs.Boxes().empty());
 }
 
-TEST(Run, ALinkThatBreaksEndsTheRunWithItsDataSaved) {
-  Station station;
+TEST_F(RunOfAStation, ALinkThatBreaksEndsTheRunWithItsDataSaved) {
   station.StartChart().RunForSets(40);
   station.uds.BreakLink();
   station.RunFor(1s);
@@ -170,8 +167,7 @@ TEST(Run, ALinkThatBreaksEndsTheRunWithItsDataSaved) {
   EXPECT_EQ(station.OnlySaved(), Ramp(40));
 }
 
-TEST(Run, APolledSourceThatFallsSilentHoldsTheReadUntilTheEndIsAskedFor) {
-  Station station;
+TEST_F(RunOfAStation, APolledSourceThatFallsSilentHoldsTheReadUntilTheEndIsAskedFor) {
   station.uds.FallsSilentAt(20);
   station.Set("UDSpush", false).StartChart();
   station.host.loop.After(1min, [&] { station.Form().RequestEnd(); });
@@ -181,8 +177,7 @@ TEST(Run, APolledSourceThatFallsSilentHoldsTheReadUntilTheEndIsAskedFor) {
   EXPECT_EQ(station.OnlySaved(), Ramp(20));
 }
 
-TEST(Run, AProfileLoadedMeanwhileLeavesTheRunAsItIs) {
-  Station station;
+TEST_F(RunOfAStation, AProfileLoadedMeanwhileLeavesTheRunAsItIs) {
   station.host.disk.Put("/station/other.tvp",
                         "vAvg = 5;\r\nDsrc0 = 22;\r\nUDSpush = False;\r\nDataDirectory = /station/Data;\r\n");
   station.StartChart().RunForSets(30);
@@ -195,8 +190,7 @@ TEST(Run, AProfileLoadedMeanwhileLeavesTheRunAsItIs) {
   EXPECT_EQ(station.FirstChannelInFilesAndStore(), Ramp(60));
 }
 
-TEST(Run, WordsFromTheSourceCannotForgeALineOfTheLog) {
-  Station station;
+TEST_F(RunOfAStation, WordsFromTheSourceCannotForgeALineOfTheLog) {
   station.StartChart();
   station.uds.Send("^^1002/BAD\r\n12:00:00 Saved\x1b[2J");
   station.RunForSets(5);
@@ -205,8 +199,7 @@ TEST(Run, WordsFromTheSourceCannotForgeALineOfTheLog) {
   EXPECT_TRUE(station.Running());
 }
 
-TEST(Run, TheEndIsObeyedWhileTheSourceIsAwaited) {
-  Station station;
+TEST_F(RunOfAStation, TheEndIsObeyedWhileTheSourceIsAwaited) {
   station.Set("StartUDS", true).Set("UDSexe", "/opt/receiver").Boot();
   station.host.loop.After(10s, [&] { station.Form().RequestEnd(); });
   station.host.loop.After(20s, [&] { station.host.processes.OpenWindow("User Data Source"); });
@@ -216,8 +209,7 @@ TEST(Run, TheEndIsObeyedWhileTheSourceIsAwaited) {
   EXPECT_LT(station.host.clock.MonotonicMilliseconds() - before, 11000);
 }
 
-TEST(Run, AFolderGivenForThisRunAloneIsNotStoredWhenItIsMissing) {
-  Station station;
+TEST_F(RunOfAStation, AFolderGivenForThisRunAloneIsNotStoredWhenItIsMissing) {
   station.Boot();
   const std::string stored = station.Setting("DataDirectory");
   station.Set("DataDirectory", "/nowhere/at/all").StartChart();
@@ -226,8 +218,7 @@ TEST(Run, AFolderGivenForThisRunAloneIsNotStoredWhenItIsMissing) {
   EXPECT_EQ(station.Setting("DataDirectory"), stored);
 }
 
-TEST(Run, TheRateIsShownEachSecond) {
-  Station station;
+TEST_F(RunOfAStation, TheRateIsShownEachSecond) {
   station.StartChart().RunFor(10500ms);
   EXPECT_EQ(station.View().LeftStatus, "Data Samp/Sec 10.0   Samples: 99");
   EXPECT_EQ(station.View().RightStatus, "12:00:10 UT");
@@ -237,8 +228,7 @@ TEST(Run, TheRateIsShownEachSecond) {
   EXPECT_EQ(slow.View().LeftStatus, "Data Sec/Sample 5.000   Samples: 21");
 }
 
-TEST(Run, TheFileTellsHowItWasRecorded) {
-  Station station;
+TEST_F(RunOfAStation, TheFileTellsHowItWasRecorded) {
   station.Set("ServerEmail", "me@observatory.org").Set("LocalName", "Hill").StartChart().RunForSets(10).StopChart();
   for (const char* item : {"Logged Using UT", "CHL0CH 1", "CHO10",
                            "Requested Sample Period: \xC8"

@@ -1,12 +1,14 @@
 // No chart is thrown away by one key, and what waits for a disk is not given up.
 #include <gtest/gtest.h>
 
-#include "station/station.h"
+#include "station/on_a_station.h"
 
 namespace tarvolt {
 namespace {
 
 using namespace std::chrono_literals;
+
+using Unsaved = OnAStation;
 
 std::string Marker(Station& station) {
   return station.Setting("LocalRun");
@@ -18,7 +20,7 @@ void RecordUnsaved(Station& station) {
   ASSERT_TRUE(station.FilesSaved().empty());
 }
 
-TEST(Unsaved, AnAnswerDecidesAboutTheLastChartAndEscapeEndsTheStart) {
+TEST_F(Unsaved, AnAnswerDecidesAboutTheLastChartAndEscapeEndsTheStart) {
   struct Case {
     Answer answer;
     bool starts;
@@ -27,40 +29,38 @@ TEST(Unsaved, AnAnswerDecidesAboutTheLastChartAndEscapeEndsTheStart) {
   };
   for (const Case& expected :
        {Case{Answer::Cancel, false, 0, 0}, Case{Answer::No, true, 0, 1}, Case{Answer::Yes, true, 1, 0}}) {
-    Station station;
-    RecordUnsaved(station);
-    station.host.dialogs.AnswerNext(expected.answer);
-    station.StartChart();
-    EXPECT_EQ(station.Running(), expected.starts);
-    ASSERT_EQ(station.FilesSaved().size(), expected.saved);
-    ASSERT_EQ(station.FilesRescued().size(), expected.rescued);
-    for (const std::string& file : station.FilesSaved()) EXPECT_EQ(station.FirstChannelIn(file), Ramp(40));
-    for (const std::string& file : station.FilesRescued()) EXPECT_EQ(station.FirstChannelIn(file), Ramp(40));
-    EXPECT_EQ(station.Logged("Kept in: "), expected.rescued > 0);
-    EXPECT_EQ(station.Chart().Count(), expected.starts ? 0 : 40);
+    Station other;
+    RecordUnsaved(other);
+    other.host.dialogs.AnswerNext(expected.answer);
+    other.StartChart();
+    EXPECT_EQ(other.Running(), expected.starts);
+    ASSERT_EQ(other.FilesSaved().size(), expected.saved);
+    ASSERT_EQ(other.FilesRescued().size(), expected.rescued);
+    for (const std::string& file : other.FilesSaved()) EXPECT_EQ(other.FirstChannelIn(file), Ramp(40));
+    for (const std::string& file : other.FilesRescued()) EXPECT_EQ(other.FirstChannelIn(file), Ramp(40));
+    EXPECT_EQ(other.Logged("Kept in: "), expected.rescued > 0);
+    EXPECT_EQ(other.Chart().Count(), expected.starts ? 0 : 40);
   }
 }
 
-TEST(Unsaved, WithNobodyToAskItGoesToTheRecoveryFolder) {
+TEST_F(Unsaved, WithNobodyToAskItGoesToTheRecoveryFolder) {
   for (const bool ends : {false, true}) {
-    Station station;
-    station.Set("ShowMsgBox", false).Set("DiskBackUp", ends);
-    RecordUnsaved(station);
-    ends ? station.ShutDown() : station.StartChart();
-    EXPECT_EQ(station.OnlyRescued(), Ramp(40));
+    Station other;
+    other.Set("ShowMsgBox", false).Set("DiskBackUp", ends);
+    RecordUnsaved(other);
+    ends ? other.ShutDown() : other.StartChart();
+    EXPECT_EQ(other.OnlyRescued(), Ramp(40));
   }
 }
 
-TEST(Unsaved, ACrashAfterTheStopFindsTheBackup) {
-  Station station;
+TEST_F(Unsaved, ACrashAfterTheStopFindsTheBackup) {
   RecordUnsaved(station);
   EXPECT_EQ(Marker(station), "Running");
   station.Kill().Boot();
   EXPECT_EQ(station.OnlyRescued(), Ramp(40));
 }
 
-TEST(Unsaved, ACalledOffSaveGivesNothingUpThatTheDiskRefused) {
-  Station station;
+TEST_F(Unsaved, ACalledOffSaveGivesNothingUpThatTheDiskRefused) {
   station.StartChart().RunForSets(40);
   station.host.disk.SetCapacity(station.host.disk.Used() + 100);
   station.StopChart();
@@ -75,8 +75,7 @@ TEST(Unsaved, ACalledOffSaveGivesNothingUpThatTheDiskRefused) {
   EXPECT_EQ(Marker(station), "OK");
 }
 
-TEST(Unsaved, AMiniRunOfIntegersKeepsValuesThatAreTooLargeForThem) {
-  Station station;
+TEST_F(Unsaved, AMiniRunOfIntegersKeepsValuesThatAreTooLargeForThem) {
   station.uds.Measures([](std::int64_t set) {
     const double value = set == 50 ? 40000.5 : static_cast<double>(set);
     return std::vector<double>{value, -value};
@@ -95,16 +94,14 @@ TEST(Unsaved, AMiniRunOfIntegersKeepsValuesThatAreTooLargeForThem) {
   EXPECT_TRUE(station.Logged("exceed the limits of integers"));
 }
 
-TEST(Unsaved, ARunThatIsNotKeptWritesNoFragments) {
-  Station station;
+TEST_F(Unsaved, ARunThatIsNotKeptWritesNoFragments) {
   station.Set("MiniServer", true).Set("DiskBackUp", false).Set("MaxArrayCount", 20).StartChart().RunFor(3s);
   EXPECT_NE(station.View().LeftStatus.find("NOT SAVING "), std::string::npos);
   station.RunForSets(70).StopChart();
   EXPECT_TRUE(station.FilesSaved().empty());
 }
 
-TEST(Unsaved, AStartThatSoundRefusesLeavesTheOldChart) {
-  Station station;
+TEST_F(Unsaved, AStartThatSoundRefusesLeavesTheOldChart) {
   station.StartChart().RunForSets(40).StopChart();
   station.Set("Dsrc0", 1).Set("Dsrc1", 0).Set("SoundCardName", "loop:/nowhere.wav").StartChart();
   EXPECT_FALSE(station.Running());
