@@ -33,16 +33,6 @@ TEST(Clock, AFileWithoutStampsMissesNoSampleOverAStepBack) {
   EXPECT_EQ(station.FirstChannelIn(station.FilesSaved().at(0)), Ramp(300));
 }
 
-TEST(Clock, AStepForwardLeavesAGapAndNoMore) {
-  Station station;
-  station.StartChart().RunForSets(100);
-  station.host.clock.StepWall(1h);
-  station.RunForSets(200).StopChart();
-  const std::vector<Sample> samples = station.SamplesIn(station.FilesSaved().at(0));
-  ASSERT_EQ(samples.size(), 200u);
-  EXPECT_NEAR((samples[100].stamp - samples[99].stamp) * 24, 1, 0.001);
-}
-
 TEST(Clock, ARunInUtNoticesNothingOfSummerTimeAndALocalOneStepsWithTheClock) {
   SimZone zone;
   zone.biasMinutes = -60;
@@ -61,19 +51,6 @@ TEST(Clock, ARunInUtNoticesNothingOfSummerTimeAndALocalOneStepsWithTheClock) {
     ExpectRisingStamps(local.SamplesIn(local.FilesSaved().at(0)));
     // In spring the clock jumps ahead; in autumn the hour that comes again is left out.
     EXPECT_NEAR(static_cast<double>(local.SamplesIn(local.FilesSaved().at(0)).size()), start.month == 3 ? 300 : 100, 1);
-  }
-}
-
-TEST(Clock, LeapDayAnd2038AreDaysLikeOthers) {
-  for (const WallTime& start : {WallTime{2028, 2, 28, 23, 59, 50, 0}, WallTime{2028, 2, 29, 23, 59, 50, 0},
-                                WallTime{2038, 1, 19, 3, 14, 0, 0}, WallTime{2099, 12, 31, 23, 59, 50, 0}}) {
-    Station station(1, start);
-    station.StartChart().RunForSets(200).StopChart();
-    const std::vector<Sample> samples = station.SamplesIn(station.FilesSaved().at(0));
-    ASSERT_EQ(samples.size(), 200u);
-    ExpectRisingStamps(samples);
-    EXPECT_NEAR((samples[199].stamp - samples[0].stamp) * 86400, 19.9, 0.002);
-    EXPECT_NEAR(samples[0].stamp, StampOf(start) + 0.1 / 86400, 1e-8);
   }
 }
 

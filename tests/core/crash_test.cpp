@@ -95,14 +95,5 @@ TEST(Crash, ACleanEndLeavesNothingToRescue) {
   EXPECT_EQ(station.FirstChannelInFilesAndStore(), Ramp(20));
 }
 
-TEST(Crash, ARescuedFileOpensWithItsSamples) {
-  Station station;
-  station.StartChart().RunForSets(25).Kill().Boot();
-  ASSERT_EQ(station.FilesRescued().size(), 1u);
-  station.Form().ProcessCmd("/L \"" + station.FilesRescued()[0] + "\"");
-  EXPECT_EQ(station.Chart().Count(), 25);
-  EXPECT_TRUE(station.Logged("Loaded from disk."));
-}
-
 }  // namespace
 }  // namespace tarvolt

@@ -31,13 +31,6 @@ TEST_F(DiskFaults, TheBackupCatchesUpWithWhatAFullDiskRefused) {
   EXPECT_EQ(station.OnlyRescued(), Ramp(100));
 }
 
-TEST_F(DiskFaults, AFolderThatVanishesInARunComesBackWithEverything) {
-  station.StartChart().RunForSets(40);
-  station.host.disk.RemoveTree("/station/Data");
-  station.RunForSets(50).Kill().Boot();
-  EXPECT_EQ(station.OnlyRescued(), Ramp(50));
-}
-
 TEST_F(DiskFaults, AReadOnlyFolderAtTheStopKeepsTheDataUntilItCanBeWritten) {
   station.StartChart().RunForSets(40);
   station.host.disk.SetReadOnly("/station/Data", true);
