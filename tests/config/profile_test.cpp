@@ -158,6 +158,8 @@ TEST_F(Profile, WhatIsNoProfileChangesNothing) {
   }
   EXPECT_EQ(settings.timing.vAvg, 10);
   EXPECT_TRUE(Load("\r\n  vavg = 9;"));
+  disk.FailOperation(1, SimDisk::Repeat::Once);
+  EXPECT_FALSE(SaveProfileFile(disk, kFile, settings));
 }
 
 }  // namespace

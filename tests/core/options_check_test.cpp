@@ -193,7 +193,9 @@ TEST_F(OptionsCommand, AChartThatIsNotSavedYetKeepsItsTimeBase) {
   ASSERT_TRUE(station_.FilesSaved().empty());
   const TimeStamp first = station_.Run().time.firstStamp;
   station_.RunFor(std::chrono::hours(1));
-  EXPECT_FALSE(station_.Form().Options().Confirm({{"LogUsingUT", "False"}, {"LogLMST", "True"}}, {}));
+  EXPECT_FALSE(
+      station_.Form().Options().Confirm({{"LogUsingUT", "False"}, {"LogLMST", "True"}, {"NoTimeStamps", "True"}}, {}));
+  EXPECT_FALSE(station_.host.dialogs.Boxes().empty()) << "files without stamps are warned of";
   EXPECT_EQ(station_.Run().time.firstStamp, first);
   EXPECT_TRUE(station_.Run().ChartIsUT);
   EXPECT_FALSE(station_.Run().ChartIsLMST);

@@ -24,6 +24,8 @@ TEST(RecoveredCharts, AreListedOpenedKeptAndDeleted) {
 
   EXPECT_TRUE(recovered.Open(rescued));
   EXPECT_EQ(station.Chart().Count(), 41);
+  station.Form().ProcessCmd("/L \"" + rescued.file.string() + "\"");
+  EXPECT_EQ(station.LogLines("Loaded from disk."), 2);
   EXPECT_FALSE(recovered.Delete(rescued)) << "it is asked about, and No is the default";
   station.host.dialogs.AnswerNext(Answer::Yes);
   EXPECT_TRUE(recovered.Delete(charts[0]));

@@ -79,12 +79,8 @@ TEST_F(RunPlan, AChangedRestartTimeCountsFromTheNextLogOn) {
 
 TEST_F(RunPlan, LaterLogsNameTheSourcesAndEquationsOfTheRun) {
   station.Set("MetaDataActive", 1).Set("MaxArrayCount", 20).StartChart().RunForSets(10);
-  station.Set("Dsrc0", 22)
-      .Set("ApplyToIncoming", true)
-      .Set("Equ0", "X*2")
-      .Set("ApplyToCH0", 1)
-      .RunForSets(50)
-      .StopChart();
+  station.Set("Dsrc0", 22).Set("ApplyToIncoming", true).Set("Equ0", "X*2").Set("ApplyToCH0", 1);
+  station.RunForSets(50).StopChart();
   EXPECT_TRUE(station.LastFileHolds("UDS CH1"));
   EXPECT_FALSE(station.LastFileHolds("UDS CH3") || station.LastFileHolds("Equation Applied"));
 }

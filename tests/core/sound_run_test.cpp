@@ -173,6 +173,9 @@ TEST_F(SoundRun, EachCardHasItsOwnCalibration) {
   station.host.sound.Plug(kCard, Steady);
   station.Boot();
   EXPECT_EQ(factor(), 7);
+  station.ShutDown().Set("SoundCardName", "Nothing,0: at all").StartChart();
+  EXPECT_EQ(card(), "Nothing,0: at all") << "one that is asked for is never another";
+  EXPECT_FALSE(station.Running());
 }
 
 }  // namespace

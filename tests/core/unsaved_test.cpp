@@ -80,12 +80,8 @@ TEST_F(Unsaved, AMiniRunOfIntegersKeepsValuesThatAreTooLargeForThem) {
     const double value = set == 50 ? 40000.5 : static_cast<double>(set);
     return std::vector<double>{value, -value};
   });
-  station.Set("MiniServer", true)
-      .Set("SaveAsIntegers", true)
-      .Set("ChartWidth", 3)
-      .StartChart()
-      .RunForSets(120)
-      .StopChart();
+  station.Set("MiniServer", true).Set("SaveAsIntegers", true).Set("ChartWidth", 3).StartChart();
+  station.RunForSets(120).StopChart();
   ASSERT_EQ(station.FilesSaved().size(), 1u);
   const std::vector<double> values = station.FirstChannelIn(station.FilesSaved()[0]);
   ASSERT_EQ(values.size(), 120u);
