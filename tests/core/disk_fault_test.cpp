@@ -31,6 +31,15 @@ TEST_F(DiskFaults, TheBackupCatchesUpWithWhatAFullDiskRefused) {
   EXPECT_EQ(station.OnlyRescued(), Ramp(100));
 }
 
+TEST_F(DiskFaults, AMiniChartIsNotClearedAheadOfItsBackup) {
+  station.Set("MiniServer", true).Set("ChartWidth", 1).StartChart().RunForSets(20);
+  station.host.disk.SetCapacity(station.host.disk.Used() + 30);
+  station.RunForSets(60);
+  station.host.disk.SetCapacity(SimDisk::kUnlimited);
+  station.RunForSets(100).StopChart();
+  EXPECT_EQ(station.OnlySaved(), Ramp(100));
+}
+
 TEST_F(DiskFaults, AReadOnlyFolderAtTheStopKeepsTheDataUntilItCanBeWritten) {
   station.StartChart().RunForSets(40);
   station.host.disk.SetReadOnly("/station/Data", true);

@@ -115,6 +115,15 @@ TEST(RecoverBackups, WhatCouldNotBeRescuedIsNeverWrittenOver) {
   EXPECT_NE(desk.Bytes(kBackup), "the samples");
 }
 
+TEST(RecoverBackups, AFailedLogIsNotWrittenOverByTheNextRunOfTheSameProgram) {
+  BackedUpDesk desk;
+  desk.BeginLog();
+  desk.RecordAndBackUp(3);
+  const std::string log = desk.Bytes(kBackup);
+  desk.BeginLog();
+  EXPECT_EQ(desk.Bytes(kCopy), log);
+}
+
 TEST(RecoverBackups, TheBackupIsFoundWhereItWasBegun) {
   Desk desk;
   desk.session.settings.files.DataDirectory = "/station/Other";
