@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "automation/triggers/trigger_file.h"
 #include "files/format/data_file_reader.h"
 #include "station/station.h"
