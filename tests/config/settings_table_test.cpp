@@ -30,23 +30,6 @@ class SettingsTable : public testing::Test {
   Settings settings;
 };
 
-TEST_F(SettingsTable, DefaultsReachPlainIndexedAndSectionedMembers) {
-  EXPECT_EQ(settings.timing.SampleRate, 100);
-  EXPECT_EQ(settings.timing.MaxArrayCount, 1000000);
-  EXPECT_EQ(settings.lpt.LPTPortAddress, 0x378);
-  EXPECT_EQ(settings.card.SCTadjust, 1);
-  EXPECT_TRUE(settings.timing.Continuous);
-  EXPECT_FALSE(settings.timing.NoTimeStamps);
-  EXPECT_EQ(settings.channels.Dsrc, (std::array<std::int16_t, kChannels>{1}));
-  EXPECT_EQ(settings.channels.ChannelLabel[0], "CH 1");
-  EXPECT_EQ(settings.channels.ChannelLabel[7], "CH 8");
-  EXPECT_EQ(settings.channels.PenColor[7], 65280);
-  EXPECT_EQ(settings.channels.CHTrigger[7], "0000000000");
-  EXPECT_EQ(settings.channels.Equ[3], " ");
-  EXPECT_EQ(settings.channels.ApplyToCH[7], 1);
-  EXPECT_FALSE(settings.observerLog.LAllChat);
-}
-
 TEST_F(SettingsTable, NoTwoRowsShareAKeyOrAMember) {
   std::set<std::string> keys;
   std::vector<SettingMember> members;
@@ -65,14 +48,9 @@ TEST_F(SettingsTable, NoTwoRowsShareAKeyOrAMember) {
 TEST_F(SettingsTable, DefaultTextsBelongToASectionAndANumber) {
   EXPECT_EQ(DefaultText(Section::Settings, "clientrun9"), "OK");
   EXPECT_EQ(DefaultText(Section::Settings, "ClientRun10"), "");
-  EXPECT_EQ(DefaultText(Section::Settings, "Dsrc0"), "1");
-  EXPECT_EQ(DefaultText(Section::Settings, "Dsrc7"), "0");
   EXPECT_EQ(DefaultText(Section::Settings, "Channel2Label"), "CH 3");
-  EXPECT_EQ(DefaultText(Section::Settings, "oMacroCaption4"), "Macro 4");
   EXPECT_EQ(DefaultText(Section::Settings, "TitleFontColor"), "128");
   EXPECT_EQ(DefaultText(Section::Colors, "TitleFontColor"), "0");
-  EXPECT_EQ(DefaultText(Section::Export, "ExpDataCustom"), "#########0.00###");
-  EXPECT_EQ(DefaultText(Section::Settings, "Priority"), "&H20");
 }
 
 TEST_F(SettingsTable, ValuesAreReadLeniently) {

@@ -3,22 +3,21 @@
 #include <gtest/gtest.h>
 
 #include "core/chart/chart_view_entry.h"
-#include "station/station.h"
+#include "station/on_a_station.h"
 
 namespace tarvolt {
 namespace {
 
 using namespace std::chrono_literals;
 
+using Chart = OnAStation;
+
 // A run of 100 seconds of which the chart shows ten.
 class LookingBack : public testing::Test {
  protected:
-  LookingBack() {
-    station.Set("ChartWidth", 10).StartChart();
-    station.RunForSets(1000);
-  }
+  LookingBack() { station.Set("ChartWidth", 10).StartChart().RunForSets(1000); }
 
-  const StripChart& Chart() { return station.Form().Window().chart; }
+  const StripChart& Chart() { return station.Chart(); }
   ChartCommands& Commands() { return station.Form().Chart(); }
   double Newest() { return Chart().GetTime(Chart().Count() - 1); }
   double Width() { return (Chart().XAxisMax - Chart().XAxisMin) * 86400; }
@@ -100,53 +99,45 @@ TEST_F(LookingBack, TheCursorReadsTheNearestSampleOfTheNearestChannel) {
 
 TEST_F(LookingBack, AViewByNumbersIsCheckedBeforeItIsShown) {
   ChartViewEntry entry = DescribeView(station.Form().Window(), 10);
+  const auto problem = [&] { return ApplyChartView(entry, station.Form().Window(), Commands().view); };
   entry.from = "12:00:30";
   entry.byWidth = true;
   entry.width = "20";
-  EXPECT_EQ(ApplyChartView(entry, station.Form().Window(), Commands().view), "");
+  EXPECT_EQ(problem(), "");
   EXPECT_NEAR(Width(), 20, 1e-3);
   EXPECT_EQ(FormatDate(Chart().XAxisMin, "hh:nn:ss"), "12:00:30");
   EXPECT_EQ(Chart().Mode, ChartMode::Browsing);
   for (const char* width : {"", "0", "-3", "1e400", "ten"}) {
     entry.width = width;
-    EXPECT_EQ(ApplyChartView(entry, station.Form().Window(), Commands().view),
-              "The width must be a number of seconds above 0.");
+    EXPECT_EQ(problem(), "The width must be a number of seconds above 0.");
   }
   entry.byWidth = false;
   entry.to = "12:00:10";
-  EXPECT_EQ(ApplyChartView(entry, station.Form().Window(), Commands().view),
-            "The chart view must end after it starts.");
+  EXPECT_EQ(problem(), "The chart view must end after it starts.");
   entry.to = "noon";
-  EXPECT_NE(ApplyChartView(entry, station.Form().Window(), Commands().view), "");
+  EXPECT_NE(problem(), "");
   EXPECT_NEAR(Width(), 20, 1e-3) << "a wrong entry changes nothing";
   entry.to = ChartViewEntry::kEndOfData;
   entry.from = ChartViewEntry::kStartOfData;
   entry.specifyY = true;
   entry.yLow = "5";
   entry.yHigh = "1";
-  EXPECT_EQ(ApplyChartView(entry, station.Form().Window(), Commands().view),
-            "The top of the chart view must be above its bottom.");
+  EXPECT_EQ(problem(), "The top of the chart view must be above its bottom.");
   entry.yHigh = "50";
   station.StopChart();
-  EXPECT_EQ(ApplyChartView(entry, station.Form().Window(), Commands().view), "");
+  EXPECT_EQ(problem(), "");
   EXPECT_EQ(Chart().XAxisMin, WholeDay(Chart().GetTime(0))) << "the start of the data is the start of its day";
   EXPECT_EQ(Chart().YAxisMax, 50);
+  station.StartChart().RunForSets(1004);
+  EXPECT_EQ(problem(), "Not enough data loaded for Manual Chart View entry.");
+  station.RunForSets(1005);
+  entry = ChartViewEntry();
+  EXPECT_EQ(problem(), "");
+  EXPECT_TRUE(Chart().AutoScale);
 }
 
-TEST(ChartView, NeedsFiveSamples) {
-  Station station;
-  station.StartChart();
-  station.RunForSets(4);
-  EXPECT_EQ(ApplyChartView(ChartViewEntry(), station.Form().Window(), station.Form().Chart().view),
-            "Not enough data loaded for Manual Chart View entry.");
-  station.RunForSets(5);
-  EXPECT_EQ(ApplyChartView(ChartViewEntry(), station.Form().Window(), station.Form().Chart().view), "");
-}
-
-TEST(Offsets, AButtonHeldDownGoesEverFasterAndCountsForLaterSamplesAlone) {
-  Station station;
-  station.StartChart();
-  station.RunForSets(10);
+TEST_F(Chart, AnOffsetButtonHeldDownGoesEverFasterAndCountsForLaterSamplesAlone) {
+  station.StartChart().RunForSets(10);
   ChannelOffsets& offsets = station.Form().Offsets();
   offsets.cmdOffset();
   ASSERT_TRUE(station.View().OffsetFrameShown);
@@ -162,7 +153,7 @@ TEST(Offsets, AButtonHeldDownGoesEverFasterAndCountsForLaterSamplesAlone) {
   EXPECT_TRUE(station.Run().OffsetsChanged);
   station.RunFor(1s);
   EXPECT_EQ(station.Run().ChannelOffset[1], expected) << "a button let go adds nothing";
-  const StripChart& chart = station.Form().Window().chart;
+  const StripChart& chart = station.Chart();
   EXPECT_EQ(chart.GetValue(1, 9), -9) << "stored samples stay";
   const std::int32_t newest = chart.Count() - 1;
   EXPECT_EQ(chart.GetValue(1, newest), -newest + expected);
@@ -172,8 +163,7 @@ TEST(Offsets, AButtonHeldDownGoesEverFasterAndCountsForLaterSamplesAlone) {
   EXPECT_FALSE(station.View().OffsetFrameShown);
 }
 
-TEST(Offsets, AChangeDuringARunLeavesItsTraceAndNonsenseIsRefused) {
-  Station station;
+TEST_F(Chart, AnOffsetChangedDuringARunLeavesItsTraceAndNonsenseIsRefused) {
   station.Set("Channel1Offset", "1E+300").Set("UseOffsets", true).Set("MetaDataActive", 1).Set("ShowMsgBox", true);
   station.StartChart();
   EXPECT_EQ(station.Run().ChannelOffset[1], 0);
@@ -186,20 +176,16 @@ TEST(Offsets, AChangeDuringARunLeavesItsTraceAndNonsenseIsRefused) {
   offsets.TxtOffset("3");
   EXPECT_TRUE(station.Logged("Offset of CH 1 changed from 2.5 to 3")) << station.Log();
   offsets.ButtonDown(1);
-  station.RunFor(1s);
-  station.StopChart();
-  const std::string bytes = *station.host.disk.Contents(station.FilesSaved().at(0));
+  station.RunFor(1s).StopChart();
   for (const char* row : {"Offset Changed 2010-01-02 12:00:01 CH 1\xC8"
                           "from 0 to 2.5",
                           "from 2.5 to 3", "from 3 to 9, moving since 2010-01-02 12:00:01"}) {
-    EXPECT_NE(bytes.find(row), std::string::npos) << row;
+    EXPECT_TRUE(station.LastFileHolds(row)) << row;
   }
 }
 
-TEST(Average, OfAChannelIsShownWhenItsTimeIsOverAndHeld) {
-  Station station;
-  station.Set("AvgSamplingPeriod", 2).StartChart();
-  station.RunForSets(10);
+TEST_F(Chart, AnAverageOfAChannelIsShownWhenItsTimeIsOverAndHeld) {
+  station.Set("AvgSamplingPeriod", 2).StartChart().RunForSets(10);
   station.Form().Average().StartChannelAvg(1);
   EXPECT_EQ(station.View().Status.Text(), "Getting Average for CH1");
   station.RunFor(4s);
@@ -213,25 +199,19 @@ TEST(Average, OfAChannelIsShownWhenItsTimeIsOverAndHeld) {
   EXPECT_FALSE(station.Form().Average().Running()) << "there is no channel three";
 }
 
-TEST(FileSave, DuringARunSavesTheLogAndBeginsANewOne) {
-  Station station;
-  station.Set("Continuous", false).Set("AutoSaveStandAlone", false).StartChart();
-  station.RunForSets(20);
+TEST_F(Chart, ASaveDuringARunSavesTheLogAndBeginsANewOne) {
+  station.Set("Continuous", false).Set("AutoSaveStandAlone", false).StartChart().RunForSets(20);
   station.Form().mnuSave();
   EXPECT_TRUE(station.Running()) << "whatever Continuous says";
   EXPECT_TRUE(station.States().InfoCommands) << "there is a file to tell of";
-  EXPECT_EQ(station.Form().Window().chart.Count(), 0);
-  ASSERT_EQ(station.FilesSaved().size(), 1u);
-  EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]), Ramp(20));
-  station.RunForSets(30);
-  station.StopChart();
+  EXPECT_EQ(station.Chart().Count(), 0);
+  EXPECT_EQ(station.OnlySaved(), Ramp(20));
+  station.RunForSets(30).StopChart();
   EXPECT_EQ(station.FilesSaved().size(), 1u) << "the force was for that save alone";
 }
 
-TEST(Stopping, ARunIsNotStartedFromInsideTheQuestionOfItsStop) {
-  Station station;
-  station.Set("UseOffsets", true).StartChart();
-  station.RunForSets(10);
+TEST_F(Chart, ARunIsNotStartedFromInsideTheQuestionOfItsStop) {
+  station.Set("UseOffsets", true).StartChart().RunForSets(10);
   station.Form().Offsets().cmdOffset();
   station.Form().Offsets().TxtOffset("3");
   bool asked = false;

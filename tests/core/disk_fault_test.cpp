@@ -1,127 +1,99 @@
 #include <gtest/gtest.h>
 
-#include "station/station.h"
+#include "station/on_a_station.h"
 
 namespace tarvolt {
 namespace {
 
 using namespace std::chrono_literals;
 
-TEST(DiskFaults, AFullDiskIsToldOnceAndTheRunGoesOnUntilThereIsRoom) {
-  Station station;
-  station.Set("MaxArrayCount", 50).StartChart();
-  station.RunForSets(20);
+using DiskFaults = OnAStation;
+
+TEST_F(DiskFaults, AFullDiskIsToldOnceAndTheRunGoesOnUntilThereIsRoom) {
+  station.Set("MaxArrayCount", 50).StartChart().RunForSets(20);
   station.host.disk.SetCapacity(station.host.disk.Used() + 100);
   station.RunForSets(130);  // two turnovers without room
   EXPECT_TRUE(station.Running());
   EXPECT_TRUE(station.FilesSaved().empty());
   EXPECT_TRUE(station.Logged("Could Not Save")) << station.Log();
   station.host.disk.SetCapacity(SimDisk::kUnlimited);
-  station.RunForSets(600);
-  station.StopChart();
+  station.RunForSets(600).StopChart();
   EXPECT_EQ(station.FirstChannelInFilesAndStore(), Ramp(600));
 }
 
-TEST(DiskFaults, TheBackupCatchesUpWithWhatAFullDiskRefused) {
-  Station station;
-  station.StartChart();
-  station.RunForSets(20);
+TEST_F(DiskFaults, TheBackupCatchesUpWithWhatAFullDiskRefused) {
+  station.StartChart().RunForSets(20);
   station.host.disk.SetCapacity(station.host.disk.Used() + 30);
   station.RunForSets(60);
-  const std::string log = station.Log();
+  EXPECT_LE(station.LogLines("Back"), 3) << station.Log();
   station.host.disk.SetCapacity(SimDisk::kUnlimited);
-  station.RunForSets(100);
-  station.Kill();
-  station.Boot();
-  ASSERT_EQ(station.FilesRescued().size(), 1u);
-  EXPECT_EQ(station.FirstChannelIn(station.FilesRescued()[0]), Ramp(100));
-  std::size_t told = 0;
-  for (std::size_t at = log.find("Back"); at != std::string::npos; at = log.find("Back", at + 1)) ++told;
-  EXPECT_LE(told, 3u) << log;
+  station.RunForSets(100).Kill().Boot();
+  EXPECT_EQ(station.OnlyRescued(), Ramp(100));
 }
 
-TEST(DiskFaults, AFolderThatVanishesInARunComesBackWithEverything) {
-  Station station;
-  station.StartChart();
-  station.RunForSets(40);
-  station.host.disk.RemoveTree("/station/Data");
-  station.RunForSets(50);
-  station.Kill();
-  station.Boot();
-  ASSERT_EQ(station.FilesRescued().size(), 1u);
-  EXPECT_EQ(station.FirstChannelIn(station.FilesRescued()[0]), Ramp(50));
-}
-
-TEST(DiskFaults, AReadOnlyFolderAtTheStopKeepsTheDataUntilItCanBeWritten) {
-  Station station;
-  station.StartChart();
-  station.RunForSets(40);
-  station.host.disk.SetReadOnly("/station/Data", true);
+TEST_F(DiskFaults, AMiniChartIsNotClearedAheadOfItsBackup) {
+  station.Set("MiniServer", true).Set("ChartWidth", 1).StartChart().RunForSets(20);
+  station.host.disk.SetCapacity(station.host.disk.Used() + 30);
   station.RunForSets(60);
-  station.StopChart();
+  station.host.disk.SetCapacity(SimDisk::kUnlimited);
+  station.RunForSets(100).StopChart();
+  EXPECT_EQ(station.OnlySaved(), Ramp(100));
+}
+
+TEST_F(DiskFaults, AReadOnlyFolderAtTheStopKeepsTheDataUntilItCanBeWritten) {
+  station.StartChart().RunForSets(40);
+  station.host.disk.SetReadOnly("/station/Data", true);
+  station.RunForSets(60).StopChart();
   EXPECT_TRUE(station.FilesSaved().empty());
   EXPECT_TRUE(station.host.dialogs.HasShown("Could Not Save"));
-  EXPECT_EQ(station.TheSession().store.GetSetting(Section::Settings, "LocalRun"), "Running");
+  EXPECT_EQ(station.Setting("LocalRun"), "Running");
   station.host.disk.SetReadOnly("/station/Data", false);
   station.RunFor(60s);
-  ASSERT_EQ(station.FilesSaved().size(), 1u);
-  EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]), Ramp(60));
-  EXPECT_EQ(station.TheSession().store.GetSetting(Section::Settings, "LocalRun"), "OK");
+  EXPECT_EQ(station.OnlySaved(), Ramp(60));
+  EXPECT_EQ(station.Setting("LocalRun"), "OK");
 }
 
-TEST(DiskFaults, ANewRunDoesNotCostTheDataOfOneThatCouldNotBeSaved) {
-  Station station;
-  station.StartChart();
-  station.RunForSets(40);
+TEST_F(DiskFaults, ANewRunDoesNotCostTheDataOfOneThatCouldNotBeSaved) {
+  station.StartChart().RunForSets(40);
   station.host.disk.SetReadOnly("/station/Data/unknown", true);
-  station.Set("OrganizeByMonth", true).StopChart();
-  station.StartChart();
-  station.RunForSets(80);
+  station.Set("OrganizeByMonth", true).StopChart().StartChart().RunForSets(80);
   station.host.disk.SetReadOnly("/station/Data/unknown", false);
-  station.StopChart();
-  station.RunFor(2min);
+  station.StopChart().RunFor(2min);
   const std::vector<double> values = station.FirstChannelInFilesAndStore();
   EXPECT_EQ(values, Ramp(static_cast<int>(values.size())));
   EXPECT_GE(values.size(), 79u);
 }
 
-TEST(DiskFaults, WhatCannotBeSavedAtTheEndIsRescuedAtTheNextStart) {
-  Station station;
-  station.StartChart();
-  station.RunForSets(40);
+TEST_F(DiskFaults, WhatCannotBeSavedAtTheEndIsRescuedAtTheNextStart) {
+  station.StartChart().RunForSets(40);
   station.host.disk.SetCapacity(station.host.disk.Used() + 500);
   station.ShutDown();
   station.host.disk.SetCapacity(SimDisk::kUnlimited);
   station.Boot();
-  ASSERT_EQ(station.FilesRescued().size(), 1u);
-  EXPECT_EQ(station.FirstChannelIn(station.FilesRescued()[0]), Ramp(40));
+  EXPECT_EQ(station.OnlyRescued(), Ramp(40));
 }
 
-TEST(DiskFaults, AnEarlyRefusalOfAStartLeavesAnUnsavedChartInSafety) {
-  Station station;
-  station.StartChart();
-  station.RunForSets(40);
+TEST_F(DiskFaults, AnEarlyRefusalOfAStartLeavesAnUnsavedChartInSafety) {
+  station.StartChart().RunForSets(40);
   station.host.disk.SetCapacity(station.host.disk.Used() + 100);
   station.StopChart();
   station.Set("vAvg", 0).StartChart();
   EXPECT_FALSE(station.Running());
   station.host.disk.SetCapacity(SimDisk::kUnlimited);
   station.RunFor(3min);
-  ASSERT_EQ(station.FilesSaved().size(), 1u);
-  EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]), Ramp(40));
+  EXPECT_EQ(station.OnlySaved(), Ramp(40));
 }
 
 // Each operation of a run fails once, and then the disk is well again.
-TEST(DiskFaults, AnySingleFailureOfTheDiskCostsNothing) {
+TEST_F(DiskFaults, AnySingleFailureOfTheDiskCostsNothing) {
   for (std::uint64_t operation = 1; operation < 250; ++operation) {
-    Station station(operation);
-    station.Set("MaxArrayCount", 15).StartChart();
-    station.host.disk.FailOperation(operation, SimDisk::Repeat::Once, std::errc::io_error);
-    station.RunForSets(50);
-    EXPECT_TRUE(station.Running()) << operation;
-    station.StopChart();
-    station.RunFor(3min);
-    EXPECT_EQ(station.FirstChannelInFilesAndStore(), Ramp(50)) << operation;
+    Station other(operation);
+    other.Set("MaxArrayCount", 15).StartChart();
+    other.host.disk.FailOperation(operation, SimDisk::Repeat::Once, std::errc::io_error);
+    other.RunForSets(50);
+    EXPECT_TRUE(other.Running()) << operation;
+    other.StopChart().RunFor(3min);
+    EXPECT_EQ(other.FirstChannelInFilesAndStore(), Ramp(50)) << operation;
   }
 }
 

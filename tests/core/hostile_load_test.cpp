@@ -103,20 +103,18 @@ TEST_F(HostileLoads, ARefusedFileLeavesTheChartAsItWas) {
 }
 
 TEST_F(HostileLoads, NotesThatClaimAnythingChangeNothingButWhatTheySay) {
-  const std::string fe(1, '\xFE');
-  const std::vector<std::string> items = {"CHL9beyond",
-                                          "CHLxno digit",
-                                          "CHO81E+999",
-                                          "CHO",
-                                          "MetaData_\xC8",
-                                          "MetaData_CHL0Name\xC8value",
-                                          "LBL^|^0" + fe + "2000000000" + fe + "far" + fe,
-                                          "LBL^|^9" + fe + "-1" + fe + "negative" + fe,
-                                          "LBL^|^77" + fe + "1" + fe + "channel" + fe,
-                                          "LBL^|^7" + fe + "1" + fe + "not in the file" + fe,
-                                          "LBL^|^" + fe + fe + fe + fe + fe + fe,
-                                          "XALABEL",
-                                          std::string(100000, 'x')};
+  std::vector<std::string> items = {"CHL9beyond",
+                                    "CHLxno digit",
+                                    "CHO81E+999",
+                                    "CHO",
+                                    "MetaData_\xC8",
+                                    "MetaData_CHL0Name\xC8value",
+                                    "XALABEL",
+                                    "LBL^|^\xFE\xFE\xFE\xFE\xFE\xFE",
+                                    std::string(100000, 'x')};
+  for (const auto& [channel, index] : {std::pair("0", "2000000000"), {"9", "-1"}, {"77", "1"}, {"7", "1"}}) {
+    items.push_back(NotationItem(channel, index, "text"));
+  }
   RawFile raw;
   raw.Front(40000, 40004, 1, Block("*[[", items) + "*]]**[[*");
   for (int i = 0; i < 4; ++i) raw.Add(40000.0 + i).Add(1.0);

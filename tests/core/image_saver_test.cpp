@@ -37,9 +37,8 @@ TEST_F(Images, AreSavedInTimeWhileARunGoesOn) {
   EXPECT_EQ(drawn, (std::vector<std::string>{"/station/ftpchart.png view", "/station/ftpchartFV.png full"}));
   station.RunFor(8min);
   EXPECT_EQ(drawn.size(), 10u);
-  EXPECT_EQ(station.TheSession().store.GetSetting(Section::Settings, "NewFVImage"), "True");
-  station.StopChart();
-  station.RunFor(10min);
+  EXPECT_EQ(station.Setting("NewFVImage"), "True");
+  station.StopChart().RunFor(10min);
   EXPECT_EQ(drawn.size(), 10u) << "no run, no picture";
 }
 
@@ -48,8 +47,7 @@ TEST_F(Images, AreOfTheViewOrOfAllAsTheSettingSays) {
   Booted().StartChart();
   station.RunFor(123s);
   EXPECT_EQ(drawn, (std::vector<std::string>{"/station/ftpchartFV.png full"}));
-  station.Set("SaveFTPFullView", 0);
-  station.RunFor(2min);
+  station.Set("SaveFTPFullView", 0).RunFor(2min);
   EXPECT_EQ(drawn.back(), "/station/ftpchart.png view");
   EXPECT_EQ(drawn.size(), 2u);
   station.Form().Images().mnuSaveFTPImage();
@@ -62,10 +60,8 @@ TEST_F(Images, AFailureIsToldOnceAndTriedAgain) {
   Booted().StartChart();
   diskFull = true;
   station.RunFor(7min);
-  const std::string log = station.Log();
-  const std::size_t first = log.find("Could not save the image /station/ftpchart.png: no room");
-  ASSERT_NE(first, std::string::npos);
-  EXPECT_EQ(log.find("Could not save the image", first + 1), std::string::npos);
+  EXPECT_TRUE(station.Logged("Could not save the image /station/ftpchart.png: no room"));
+  EXPECT_EQ(station.LogLines("Could not save the image"), 1);
   diskFull = false;
   station.RunFor(2min);
   EXPECT_EQ(drawn.size(), 1u);
@@ -76,8 +72,7 @@ TEST_F(Images, AMiniChartIsPicturedBeforeItIsCleared) {
   station.Set("ChartWidth", 10);
   Booted();
   station.TheSession().settings.images.SaveFTPImagePeriod = 100;
-  station.StartChart();
-  station.RunFor(35s);
+  station.StartChart().RunFor(35s);
   EXPECT_EQ(drawn.size(), 3u) << "one each chart width";
 }
 

@@ -24,17 +24,13 @@ class ObserverEntriesTest : public ::testing::Test {
 };
 
 TEST_F(ObserverEntriesTest, ARunWithoutTheSettingsLeavesNoEntry) {
-  station.StartChart();
-  station.RunForSets(5);
-  station.StopChart();
+  station.StartChart().RunForSets(5).StopChart();
   station.Form().Images().NoteSaved("/station/sun.png");
   EXPECT_TRUE(entries.empty()) << entries[0];
 }
 
 TEST_F(ObserverEntriesTest, StartTurnoverAndStopAreEntered) {
-  station.Set("LLocalStart", true).Set("MaxArrayCount", 10).StartChart();
-  station.RunForSets(15);
-  station.StopChart();
+  station.Set("LLocalStart", true).Set("MaxArrayCount", 10).StartChart().RunForSets(15).StopChart();
   ASSERT_EQ(entries.size(), 3u);
   EXPECT_EQ(entries[0], "Local Chart Started:  2010/01/02 12:00:00");
   EXPECT_EQ(entries[1].substr(0, 34), "Local Chart Started:  2010/01/02 1") << "the second log of the run";
@@ -64,8 +60,7 @@ TEST_F(ObserverEntriesTest, TheLogGoesWithTheObservationWhenAsked) {
   EXPECT_EQ(folder(), station.TheSession().DataFolder()) << "no observation yet";
   station.Set("DefaultLogDirectory", "/station/logs");
   EXPECT_EQ(folder(), "/station/logs");
-  station.StartChart();
-  station.RunForSets(5);
+  station.StartChart().RunForSets(5);
   const std::string during = folder();
   station.StopChart();
   ASSERT_EQ(station.FilesSaved().size(), 1u);

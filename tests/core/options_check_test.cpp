@@ -17,38 +17,32 @@ Settings Fine() {
   return settings;
 }
 
-struct Refused {
-  const char* key;
-  const char* value;
-  const char* words;
-};
-
-void ExpectRefused(const Refused& row) {
-  Settings settings = Fine();
-  ASSERT_FALSE(ReadOptionTexts({{row.key, row.value}}, settings)) << row.key;
-  const auto problems = CheckOptions(settings, kNoSound);
-  ASSERT_EQ(problems.size(), 1u) << row.key << " " << row.value;
-  EXPECT_EQ(problems[0].text, row.words);
-  EXPECT_EQ(problems[0].key, row.key);
-}
-
 TEST(OptionsCheck, RefusesWhatIsOutsideItsLimitsAndNamesTheField) {
   ASSERT_TRUE(CheckOptions(Fine(), kNoSound).empty());
-  for (const Refused& row :
-       {Refused{"SampleRate", "9.99", "Sample Rate must be 10 milliseconds or greater."},
-        Refused{"MaxArrayCount", "9", "Max Samples must be at least 10"},
-        Refused{"MaxDuration", "0.0166", "Max duration must be set to at least one minute."},
-        Refused{"PwrMultiL", "0", "Cannot set the Power Detection Factor to zero."},
-        Refused{"PwrMultiR", "0", "Cannot set the Power Detection Factor to zero."},
-        Refused{"SCTadjust", "0.5", "Sound Card Timing Correction factor must be greater than 0.5 and less than 1.5."},
-        Refused{"SCTadjust", "1.5", "Sound Card Timing Correction factor must be greater than 0.5 and less than 1.5."},
-        Refused{"LocalServerPort", "65536", "A port is a number from 1 to 65535."},
-        Refused{"UDSport", "0", "A port is a number from 1 to 65535."},
-        Refused{"TVudsPort", "-1", "A port is a number from 1 to 65535."},
-        Refused{"Dsrc1", "2",
-                "You have selected a sound channel as a data source and no sound card is available. Please select a "
-                "different data source for channel 2."}}) {
-    ExpectRefused(row);
+  constexpr const char* kFactor = "Cannot set the Power Detection Factor to zero.";
+  constexpr const char* kTiming = "Sound Card Timing Correction factor must be greater than 0.5 and less than 1.5.";
+  constexpr const char* kPort = "A port is a number from 1 to 65535.";
+  struct Case {
+    const char* key;
+    const char* value;
+    const char* words;
+  };
+  for (const Case& c :
+       {Case{"SampleRate", "9.99", "Sample Rate must be 10 milliseconds or greater."},
+        Case{"MaxArrayCount", "9", "Max Samples must be at least 10"},
+        Case{"MaxDuration", "0.0166", "Max duration must be set to at least one minute."},
+        Case{"PwrMultiL", "0", kFactor}, Case{"PwrMultiR", "0", kFactor}, Case{"SCTadjust", "0.5", kTiming},
+        Case{"SCTadjust", "1.5", kTiming}, Case{"LocalServerPort", "65536", kPort}, Case{"UDSport", "0", kPort},
+        Case{"TVudsPort", "-1", kPort},
+        Case{"Dsrc1", "2",
+             "You have selected a sound channel as a data source and no sound card is available. Please select a "
+             "different data source for channel 2."}}) {
+    Settings settings = Fine();
+    ASSERT_FALSE(ReadOptionTexts({{c.key, c.value}}, settings)) << c.key;
+    const auto problems = CheckOptions(settings, kNoSound);
+    ASSERT_EQ(problems.size(), 1u) << c.key << " " << c.value;
+    EXPECT_EQ(problems[0].text, c.words);
+    EXPECT_EQ(problems[0].key, c.key);
   }
 }
 
@@ -91,29 +85,26 @@ TEST(OptionsCheck, RefusesTextThatIsNoNumber) {
 }
 
 TEST(OptionsCheck, LiftsWhatIsTooLow) {
-  Settings settings = Fine();
-  settings.timing.vAvg = settings.timing.ClientAvg = settings.timing.ClientUpdateRate = 0;
-  settings.timing.ChartUpdateRate = -3;
-  settings.timing.ChartWidth = 0.2;
-  settings.net.ConnectionTimeOut = 19;
-  settings.timing.AvgSamplingPeriod = 0;
-  LiftOptions(settings);
-  EXPECT_EQ(settings.timing.vAvg + settings.timing.ClientAvg + settings.timing.ClientUpdateRate +
-                settings.timing.ChartUpdateRate,
-            4);
-  EXPECT_EQ(settings.timing.ChartWidth, 1);
-  EXPECT_EQ(settings.net.ConnectionTimeOut, 20);
-  EXPECT_EQ(settings.timing.AvgSamplingPeriod, 1);
-  settings.net.ConnectionTimeOut = 21;
-  LiftOptions(settings);
-  EXPECT_EQ(settings.net.ConnectionTimeOut, 21);
+  for (const auto& [key, typed, lifted] : {std::tuple("vAvg", "0", "1"),
+                                           {"ClientAvg", "0", "1"},
+                                           {"ClientUpdateRate", "0", "1"},
+                                           {"ChartUpdateRate", "-3", "1"},
+                                           {"ChartWidth", "0.2", "1"},
+                                           {"AvgSamplingPeriod", "0", "1"},
+                                           {"ConnectionTimeOut", "19", "20"},
+                                           {"ConnectionTimeOut", "21", "21"}}) {
+    Settings settings = Fine();
+    ASSERT_FALSE(ReadOptionTexts({{key, typed}}, settings)) << key;
+    LiftOptions(settings);
+    EXPECT_EQ(OptionText(settings, key), lifted) << key;
+  }
 }
 
 TEST(OptionsCheck, PositionsAreEnteredInTheSenseThatIsChosenWithThem) {
   Settings settings = Fine();
   EXPECT_EQ(ReadOptionTexts({{"UserLat", "90:00:01"}}, settings)->title, "Latitide Error.");
-  EXPECT_EQ(ReadOptionTexts({{"UserLat", "north"}}, settings)->text, "There is an error in your Latitude format.");
   EXPECT_EQ(ReadOptionTexts({{"UserLng", "361:00"}}, settings)->title, "Longitude Error.");
+  EXPECT_EQ(ReadOptionTexts({{"UserLat", "north"}}, settings)->text, "There is an error in your Latitude format.");
   EXPECT_EQ(ReadOptionTexts({{"UserLng", "10 E"}}, settings)->text, "There is an error in your Longitude format.");
 
   ASSERT_FALSE(ReadOptionTexts({{"UserLat", "-0:30:00"}, {"UserLng", "10:30"}, {"DisplayWest", "False"}}, settings));
@@ -157,7 +148,7 @@ TEST(OptionsCheck, WarnsOnceOfFilesWithoutStampsAndOfMonoFormats) {
 // The command that puts options in force, on a whole recorder.
 class OptionsCommand : public testing::Test {
  protected:
-  std::string Stored(const char* key) { return station_.TheSession().store.GetSetting(Section::Settings, key); }
+  std::string Stored(const char* key) { return station_.Setting(key); }
 
   Station station_;
 };
@@ -174,8 +165,7 @@ TEST_F(OptionsCommand, WhatIsRefusedChangesNothingAndWhatIsAcceptedIsStored) {
   EXPECT_EQ(station_.View().Title, "Here");
   EXPECT_EQ(station_.Form().Window().run.ChannelCount, 1);
   EXPECT_EQ(Stored("Dsrc1"), "0") << "a setting of this run alone stays as it is stored";
-  station_.ShutDown();
-  station_.Boot();
+  station_.ShutDown().Boot();
   EXPECT_EQ(station_.TheSession().notes, "clear sky");
   EXPECT_EQ(station_.TheSession().settings.channels.Dsrc[1], 21);
 }
@@ -198,38 +188,14 @@ TEST_F(OptionsCommand, AMissingDataFolderIsCreatedWhenThePersonWantsIt) {
   EXPECT_EQ(station_.host.dialogs.Questions(), questions) << "nothing waits for a person";
 }
 
-// Every option that shapes a recording is turned while one is under way.
-TEST_F(OptionsCommand, ARunKeepsWhatItWasStartedWith) {
-  station_.Set("MiniServer", true).StartChart();
-  station_.RunForSets(50);
-  EXPECT_FALSE(station_.Form().Options().Confirm({{"Dsrc0", "27"},
-                                                  {"Dsrc1", "0"},
-                                                  {"vAvg", "10"},
-                                                  {"SampleRate", "5000"},
-                                                  {"UDSpush", "False"},
-                                                  {"DiskBackUp", "False"},
-                                                  {"LogUsingUT", "False"},
-                                                  {"NoTimeStamps", "True"},
-                                                  {"ChartWidth", "1"},
-                                                  {"YALabel", "Jansky"}},
-                                                 {}));
-  EXPECT_EQ(station_.Form().Window().chart.YAxisLabel, "Jansky") << "what is only looked at changes at once";
-  station_.RunForSets(300);
-  station_.StopChart();
-  ASSERT_EQ(station_.FilesSaved().size(), 1u);
-  const std::string file = station_.FilesSaved().front();
-  EXPECT_EQ(station_.FirstChannelIn(file), Ramp(300)) << "a small chart goes on being backed up";
-  EXPECT_NE(file.find("UT"), std::string::npos) << file;
-}
-
 TEST_F(OptionsCommand, AChartThatIsNotSavedYetKeepsItsTimeBase) {
-  station_.Set("TimeRefZero", true).Set("AutoSaveStandAlone", false).StartChart();
-  station_.RunForSets(50);
-  station_.StopChart();
+  station_.Set("TimeRefZero", true).Set("AutoSaveStandAlone", false).StartChart().RunForSets(50).StopChart();
   ASSERT_TRUE(station_.FilesSaved().empty());
   const TimeStamp first = station_.Run().time.firstStamp;
   station_.RunFor(std::chrono::hours(1));
-  EXPECT_FALSE(station_.Form().Options().Confirm({{"LogUsingUT", "False"}, {"LogLMST", "True"}}, {}));
+  EXPECT_FALSE(
+      station_.Form().Options().Confirm({{"LogUsingUT", "False"}, {"LogLMST", "True"}, {"NoTimeStamps", "True"}}, {}));
+  EXPECT_FALSE(station_.host.dialogs.Boxes().empty()) << "files without stamps are warned of";
   EXPECT_EQ(station_.Run().time.firstStamp, first);
   EXPECT_TRUE(station_.Run().ChartIsUT);
   EXPECT_FALSE(station_.Run().ChartIsLMST);

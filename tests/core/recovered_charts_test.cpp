@@ -9,9 +9,7 @@ namespace {
 
 TEST(RecoveredCharts, AreListedOpenedKeptAndDeleted) {
   Station station;
-  station.StartChart();
-  station.RunForSets(41);
-  station.Kill();
+  station.StartChart().RunForSets(41).Kill();
   station.host.disk.Put("/station/Data/recovery/torn.tvd", "no chart");
   station.Boot();
   RecoveredCharts& recovered = station.Form().Recovered();
@@ -25,7 +23,9 @@ TEST(RecoveredCharts, AreListedOpenedKeptAndDeleted) {
   EXPECT_EQ(FormatDate(rescued.start, "YYYY/MM/DD HH:nn"), "2010/01/02 12:00");
 
   EXPECT_TRUE(recovered.Open(rescued));
-  EXPECT_EQ(station.Form().Window().chart.Count(), 41);
+  EXPECT_EQ(station.Chart().Count(), 41);
+  station.Form().ProcessCmd("/L \"" + rescued.file.string() + "\"");
+  EXPECT_EQ(station.LogLines("Loaded from disk."), 2);
   EXPECT_FALSE(recovered.Delete(rescued)) << "it is asked about, and No is the default";
   station.host.dialogs.AnswerNext(Answer::Yes);
   EXPECT_TRUE(recovered.Delete(charts[0]));

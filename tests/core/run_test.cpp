@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "station/station.h"
+#include "station/on_a_station.h"
 #include "timebase/time_stamp.h"
 
 namespace tarvolt {
@@ -10,38 +10,26 @@ namespace {
 
 using namespace std::chrono_literals;
 
-std::vector<Sample> StoredSamples(Station& station) {
-  std::vector<Sample> samples;
-  const StripChart& chart = station.Form().Window().chart;
-  for (std::int32_t i = 0; i < chart.Count(); ++i) {
-    samples.push_back({chart.GetTime(i), {chart.GetValue(0, i), chart.GetValue(1, i)}});
-  }
-  return samples;
-}
+using RunOfAStation = OnAStation;
 
-TEST(Run, PushedSetsBecomeSamplesOfTheirChannels) {
-  Station station;
+TEST_F(RunOfAStation, PushedSetsBecomeSamplesOfTheirChannels) {
   station.StartChart();
   EXPECT_EQ(station.Run().chartState(), ChartState::Armed);
   station.RunForSets(50);
   EXPECT_EQ(station.Run().chartState(), ChartState::Running);
   EXPECT_EQ(station.States().StartCaption, "&Stop Chart");
-  const std::vector<Sample> samples = StoredSamples(station);
+  const std::vector<Sample> samples = station.Stored();
   ASSERT_EQ(samples.size(), 50u);
   for (int i = 0; i < 50; ++i) EXPECT_EQ(samples[i].values, (std::vector<double>{1.0 * i, -1.0 * i}));
   station.StopChart();
   EXPECT_EQ(station.States().StartCaption, "&Start Chart");
-  ASSERT_EQ(station.FilesSaved().size(), 1u);
-  EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]), Ramp(50));
+  EXPECT_EQ(station.OnlySaved(), Ramp(50));
   EXPECT_TRUE(station.Logged(" Chart Stopped (Avg Rate .1)")) << station.Log();
 }
 
-TEST(Run, APolledSourceIsAskedOnceATickAndNeverWhileItAnswers) {
-  Station station;
+TEST_F(RunOfAStation, APolledSourceIsAskedOnceATickAndNeverWhileItAnswers) {
   station.uds.AnswersAfter(30ms);
-  station.Set("UDSpush", false).Set("SampleRate", 70).StartChart();
-  station.RunFor(10s);
-  station.StopChart();
+  station.Set("UDSpush", false).Set("SampleRate", 70).StartChart().RunFor(10s).StopChart();
   EXPECT_EQ(station.uds.SetsSent(), 100);  // the period is the interval and the length of the tick
   ASSERT_EQ(station.FilesSaved().size(), 1u);
   const std::vector<double> values = station.FirstChannelIn(station.FilesSaved()[0]);
@@ -49,25 +37,21 @@ TEST(Run, APolledSourceIsAskedOnceATickAndNeverWhileItAnswers) {
   EXPECT_EQ(values, Ramp(static_cast<int>(values.size())));
 }
 
-TEST(Run, AveragesAreTheMeanOfTheReadsAndOnlyWholeOnesAreStored) {
-  Station station;
-  station.Set("vAvg", 4).StartChart();
-  station.RunForSets(43);
-  const std::vector<Sample> samples = StoredSamples(station);
+TEST_F(RunOfAStation, AveragesAreTheMeanOfTheReadsAndOnlyWholeOnesAreStored) {
+  station.Set("vAvg", 4).StartChart().RunForSets(43);
+  const std::vector<Sample> samples = station.Stored();
   ASSERT_EQ(samples.size(), 10u);
   for (int i = 0; i < 10; ++i) EXPECT_EQ(samples[i].values[0], 4 * i + 1.5);
 }
 
-TEST(Run, OffsetsAreInTheStoreOnlyWhenTheyAreAskedFor) {
+TEST_F(RunOfAStation, OffsetsAreInTheStoreOnlyWhenTheyAreAskedFor) {
   Station plain;
-  plain.Set("Channel0Offset", 1000).StartChart();
-  plain.RunForSets(3);
-  EXPECT_EQ(StoredSamples(plain)[1].values[0], 1);
+  plain.Set("Channel0Offset", 1000).StartChart().RunForSets(3);
+  EXPECT_EQ(plain.Stored()[1].values[0], 1);
   Station moved;
-  moved.Set("Channel0Offset", 1000).Set("UseOffsets", true).StartChart();
-  moved.RunForSets(3);
-  EXPECT_EQ(StoredSamples(moved)[1].values[0], 1001);
-  EXPECT_EQ(StoredSamples(moved)[1].values[1], -1);
+  moved.Set("Channel0Offset", 1000).Set("UseOffsets", true).StartChart().RunForSets(3);
+  EXPECT_EQ(moved.Stored()[1].values[0], 1001);
+  EXPECT_EQ(moved.Stored()[1].values[1], -1);
 }
 
 // UT is the simulated machine's wall clock; the zone is two hours east.
@@ -86,10 +70,10 @@ class StampTest : public ::testing::Test {
       moments.push_back(StampOf(station_.host.clock.UtNow()));
       return std::vector<double>{1.0 * set, 0};
     });
-    station_.StartChart();
-    station_.RunForSets(300);
+    station_.StartChart().RunForSets(station_.uds.SetsSent() + 300);
     std::vector<std::pair<TimeStamp, TimeStamp>> pairs;
-    const std::vector<Sample> samples = StoredSamples(station_);
+    const std::vector<Sample> samples = station_.Stored();
+    EXPECT_EQ(samples.size(), 300u);
     for (std::size_t i = 0; i < samples.size(); ++i) pairs.emplace_back(samples[i].stamp, moments[i]);
     return pairs;
   }
@@ -97,18 +81,16 @@ class StampTest : public ::testing::Test {
   Station station_;
 };
 
-TEST_F(StampTest, UtStampsAreTheClockLessItsZone) {
-  for (const auto& [stamp, ut] : Record()) EXPECT_NEAR(stamp, ut, kMillisecond);
-}
-
-TEST_F(StampTest, LocalStampsAreTheClock) {
-  station_.Set("LogUsingUT", false);
-  for (const auto& [stamp, ut] : Record()) EXPECT_NEAR(stamp, ut + 2.0 / 24, kMillisecond);
+TEST_F(StampTest, StampsAreTheClockOrItLessItsZone) {
+  for (const bool ut : {true, false}) {
+    station_.Set("LogUsingUT", ut);
+    for (const auto& [stamp, moment] : Record()) EXPECT_NEAR(stamp, moment + (ut ? 0 : 2.0 / 24), kMillisecond);
+    station_.StopChart();
+  }
 }
 
 TEST_F(StampTest, SiderealStampsRunFromUtWhateverTheBaseOfOtherRuns) {
   for (const bool ut : {true, false}) {
-    Station other;
     station_.Set("LogLMST", true).Set("LogUsingUT", ut).Set("UserLng", 83);
     for (const auto& [stamp, moment] : Record()) {
       // Greenwich mean sidereal time by the short expression of the almanacs, good to a hundredth of a second.
@@ -128,27 +110,24 @@ TEST_F(StampTest, ASourceThatStampsIsTheClock) {
   for (int i = 0; i < 300; ++i) EXPECT_EQ(pairs[i].first, 40180.25 + i / 86400.0);
 }
 
-TEST(Run, WithTimeRefZeroTheFirstSampleStandsAtMidnightAndTheNameKeepsTheTime) {
-  Station station(1, {2010, 1, 2, 13, 20, 0, 0});
-  station.Set("TimeRefZero", true).StartChart();
-  station.RunForSets(20);
-  station.StopChart();
-  ASSERT_EQ(station.FilesSaved().size(), 1u);
-  EXPECT_NE(station.FilesSaved()[0].find("UT100102132000"), std::string::npos) << station.FilesSaved()[0];
-  const std::vector<Sample> samples = station.SamplesIn(station.FilesSaved()[0]);
+TEST_F(RunOfAStation, WithTimeRefZeroTheFirstSampleStandsAtMidnightAndTheNameKeepsTheTime) {
+  Station other(1, {2010, 1, 2, 13, 20, 0, 0});
+  other.Set("TimeRefZero", true).StartChart().RunForSets(20).StopChart();
+  ASSERT_EQ(other.FilesSaved().size(), 1u);
+  EXPECT_NE(other.FilesSaved()[0].find("UT100102132000"), std::string::npos) << other.FilesSaved()[0];
+  const std::vector<Sample> samples = other.SamplesIn(other.FilesSaved()[0]);
   const TimeStamp midnight = StampOf({2010, 1, 2, 0, 0, 0, 0});
   EXPECT_NEAR(samples[0].stamp, midnight + 0.1 / 86400, 2 * kMillisecond);
   EXPECT_NEAR(samples[10].stamp - samples[0].stamp, 1.0 / 86400, kMillisecond);
 }
 
-TEST(Run, TheFirstTickWaitsForTheSecond) {
-  Station station(1, {2010, 1, 2, 12, 0, 0, 137});
-  station.Set("UDSpush", false).Set("StartOnSecondBoundary", true).Set("SampleRate", 250).StartChart();
-  station.RunFor(3s);
-  EXPECT_EQ(FieldsOf(StoredSamples(station).at(0).stamp).millisecond, 0);
+TEST_F(RunOfAStation, TheFirstTickWaitsForTheSecond) {
+  Station other(1, {2010, 1, 2, 12, 0, 0, 137});
+  other.Set("UDSpush", false).Set("StartOnSecondBoundary", true).Set("SampleRate", 250).StartChart().RunFor(3s);
+  EXPECT_EQ(FieldsOf(other.Stored().at(0).stamp).millisecond, 0);
 }
 
-TEST(Run, RefusalsAreToldAndLeaveTheProgramIdle) {
+TEST_F(RunOfAStation, RefusalsAreToldAndLeaveTheProgramIdle) {
   const std::vector<std::tuple<std::string, std::string, std::string>> cases = {
       {"Dsrc0", "0",
        "You must select a data source for channel one.\n\nGo to Options / Data Source and select a source."},
@@ -160,58 +139,48 @@ TEST(Run, RefusalsAreToldAndLeaveTheProgramIdle) {
       {"ChartWidth", "0.5", "Chart Width must be 1 or more seconds."},
       {"UDSport", "9", "UDS Connection Canceled - Chart Canceled"}};
   for (const auto& [key, value, words] : cases) {
-    Station station;
-    station.Set("UDSpush", false).Set(key, value).StartChart();
-    EXPECT_TRUE(station.host.dialogs.HasShown(words)) << key;
-    EXPECT_FALSE(station.Running()) << key;
-    EXPECT_TRUE(station.States().cmdStart && station.States().ModeMenus) << key;
-    EXPECT_EQ(station.TheSession().store.GetSetting(Section::Settings, "LocalRun"), "OK") << key;
-    station.RunFor(60s);
-    EXPECT_TRUE(station.FilesSaved().empty()) << key;
+    Station other;
+    other.Set("UDSpush", false).Set(key, value).StartChart();
+    EXPECT_TRUE(other.host.dialogs.HasShown(words)) << key;
+    EXPECT_FALSE(other.Running()) << key;
+    EXPECT_TRUE(other.States().cmdStart && other.States().ModeMenus) << key;
+    EXPECT_EQ(other.Setting("LocalRun"), "OK") << key;
+    other.RunFor(60s);
+    EXPECT_TRUE(other.FilesSaved().empty()) << key;
   }
 }
 
-TEST(Run, WithMessagesOffNothingAsksAndTheLogStillTells) {
-  Station station;
+TEST_F(RunOfAStation, WithMessagesOffNothingAsksAndTheLogStillTells) {
   station.Set("ShowMsgBox", false).Set("PromptBeforeSaving", true).Set("vAvg", 0).StartChart();
   EXPECT_TRUE(station.Logged("Must have greater than zero samples to average."));
-  station.Set("vAvg", 1).StartChart();
-  station.RunForSets(30);
-  station.StopChart();
+  station.Set("vAvg", 1).StartChart().RunForSets(30).StopChart();
   EXPECT_EQ(station.FilesSaved().size(), 1u);
   EXPECT_TRUE(station.host.dialogs.Boxes().empty());
 }
 
-TEST(Run, ALinkThatBreaksEndsTheRunWithItsDataSaved) {
-  Station station;
-  station.StartChart();
-  station.RunForSets(40);
+TEST_F(RunOfAStation, ALinkThatBreaksEndsTheRunWithItsDataSaved) {
+  station.StartChart().RunForSets(40);
   station.uds.BreakLink();
   station.RunFor(1s);
   EXPECT_FALSE(station.Running());
   EXPECT_TRUE(station.Logged("Lost UDS Connection Stopping Chart."));
-  ASSERT_EQ(station.FilesSaved().size(), 1u);
-  EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]), Ramp(40));
+  EXPECT_EQ(station.OnlySaved(), Ramp(40));
 }
 
-TEST(Run, APolledSourceThatFallsSilentHoldsTheReadUntilTheEndIsAskedFor) {
-  Station station;
+TEST_F(RunOfAStation, APolledSourceThatFallsSilentHoldsTheReadUntilTheEndIsAskedFor) {
   station.uds.FallsSilentAt(20);
   station.Set("UDSpush", false).StartChart();
   station.host.loop.After(1min, [&] { station.Form().RequestEnd(); });
   station.host.loop.RunUntil([&] { return station.Run().EndRequested; }, 5min);
   station.RunFor(1s);
   EXPECT_FALSE(station.Running());
-  ASSERT_EQ(station.FilesSaved().size(), 1u);
-  EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]), Ramp(20));
+  EXPECT_EQ(station.OnlySaved(), Ramp(20));
 }
 
-TEST(Run, AProfileLoadedMeanwhileLeavesTheRunAsItIs) {
-  Station station;
+TEST_F(RunOfAStation, AProfileLoadedMeanwhileLeavesTheRunAsItIs) {
   station.host.disk.Put("/station/other.tvp",
                         "vAvg = 5;\r\nDsrc0 = 22;\r\nUDSpush = False;\r\nDataDirectory = /station/Data;\r\n");
-  station.StartChart();
-  station.RunForSets(30);
+  station.StartChart().RunForSets(30);
   station.TheSession().overrides.clear();
   station.uds.Send("^^1002/PF |station|other.tvp");
   station.RunForSets(60);
@@ -221,8 +190,7 @@ TEST(Run, AProfileLoadedMeanwhileLeavesTheRunAsItIs) {
   EXPECT_EQ(station.FirstChannelInFilesAndStore(), Ramp(60));
 }
 
-TEST(Run, WordsFromTheSourceCannotForgeALineOfTheLog) {
-  Station station;
+TEST_F(RunOfAStation, WordsFromTheSourceCannotForgeALineOfTheLog) {
   station.StartChart();
   station.uds.Send("^^1002/BAD\r\n12:00:00 Saved\x1b[2J");
   station.RunForSets(5);
@@ -231,10 +199,8 @@ TEST(Run, WordsFromTheSourceCannotForgeALineOfTheLog) {
   EXPECT_TRUE(station.Running());
 }
 
-TEST(Run, TheEndIsObeyedWhileTheSourceIsAwaited) {
-  Station station;
-  station.Set("StartUDS", true).Set("UDSexe", "/opt/receiver");
-  station.Boot();
+TEST_F(RunOfAStation, TheEndIsObeyedWhileTheSourceIsAwaited) {
+  station.Set("StartUDS", true).Set("UDSexe", "/opt/receiver").Boot();
   station.host.loop.After(10s, [&] { station.Form().RequestEnd(); });
   station.host.loop.After(20s, [&] { station.host.processes.OpenWindow("User Data Source"); });
   const double before = station.host.clock.MonotonicMilliseconds();
@@ -243,40 +209,32 @@ TEST(Run, TheEndIsObeyedWhileTheSourceIsAwaited) {
   EXPECT_LT(station.host.clock.MonotonicMilliseconds() - before, 11000);
 }
 
-TEST(Run, AFolderGivenForThisRunAloneIsNotStoredWhenItIsMissing) {
-  Station station;
+TEST_F(RunOfAStation, AFolderGivenForThisRunAloneIsNotStoredWhenItIsMissing) {
   station.Boot();
-  const std::string stored = station.TheSession().store.GetSetting(Section::Settings, "DataDirectory");
+  const std::string stored = station.Setting("DataDirectory");
   station.Set("DataDirectory", "/nowhere/at/all").StartChart();
   EXPECT_TRUE(station.Running());
   EXPECT_TRUE(station.host.dialogs.HasShown("Your specified Data Directory:"));
-  EXPECT_EQ(station.TheSession().store.GetSetting(Section::Settings, "DataDirectory"), stored);
+  EXPECT_EQ(station.Setting("DataDirectory"), stored);
 }
 
-TEST(Run, TheRateIsShownEachSecond) {
-  Station station;
-  station.StartChart();
-  station.RunFor(10500ms);
+TEST_F(RunOfAStation, TheRateIsShownEachSecond) {
+  station.StartChart().RunFor(10500ms);
   EXPECT_EQ(station.View().LeftStatus, "Data Samp/Sec 10.0   Samples: 99");
   EXPECT_EQ(station.View().RightStatus, "12:00:10 UT");
   Station slow;
   slow.uds.PushesEvery(5s);
-  slow.Set("SampleRate", 5000).StartChart();
-  slow.RunFor(110s);
+  slow.Set("SampleRate", 5000).StartChart().RunFor(110s);
   EXPECT_EQ(slow.View().LeftStatus, "Data Sec/Sample 5.000   Samples: 21");
 }
 
-TEST(Run, TheFileTellsHowItWasRecorded) {
-  Station station;
-  station.Set("ServerEmail", "me@observatory.org").Set("LocalName", "Hill").StartChart();
-  station.RunForSets(10);
-  station.StopChart();
-  const std::string bytes = *station.host.disk.Contents(station.FilesSaved().at(0));
+TEST_F(RunOfAStation, TheFileTellsHowItWasRecorded) {
+  station.Set("ServerEmail", "me@observatory.org").Set("LocalName", "Hill").StartChart().RunForSets(10).StopChart();
   for (const char* item : {"Logged Using UT", "CHL0CH 1", "CHO10",
                            "Requested Sample Period: \xC8"
                            "100",
                            "UDS Data: \xC8Pushed", "Email\xC8me@observatory.org", "UDS CH2"}) {
-    EXPECT_NE(bytes.find(item), std::string::npos) << item;
+    EXPECT_TRUE(station.LastFileHolds(item)) << item;
   }
 }
 

@@ -8,10 +8,7 @@ namespace {
 // A person closes the main window while a chart is recorded.
 class ClosingTheWindow : public testing::Test {
  protected:
-  ClosingTheWindow() {
-    station.Set("PromptBeforeSaving", true).StartChart();
-    station.RunForSets(40);
-  }
+  ClosingTheWindow() { station.Set("PromptBeforeSaving", true).StartChart().RunForSets(40); }
   bool Ends() {
     station.Form().mnuExit();
     return station.Run().EndRequested;
@@ -25,7 +22,7 @@ TEST_F(ClosingTheWindow, StopsNothingBeforeTheAnswerAndNothingByItsDefault) {
   Dialogs().whileAsking = [this](const SimDialogs::Box&) { station.RunFor(std::chrono::seconds(1)); };
   EXPECT_FALSE(Ends());
   EXPECT_TRUE(station.Running());
-  EXPECT_EQ(station.Form().Window().chart.Count(), 50) << "it went on while the question stood";
+  EXPECT_EQ(station.Chart().Count(), 50) << "it went on while the question stood";
   Dialogs().whileAsking = {};
 
   station.Set("ShowMsgBox", false);
@@ -40,15 +37,14 @@ TEST_F(ClosingTheWindow, ACancelledSaveReturnsToTheChart) {
   Dialogs().ChooseFileNext(std::nullopt);
   EXPECT_FALSE(Ends());
   EXPECT_FALSE(station.Running());
-  EXPECT_EQ(station.Form().Window().chart.Count(), 40);
+  EXPECT_EQ(station.Chart().Count(), 40);
 
   Dialogs().AnswerNext(Answer::Yes);
   EXPECT_TRUE(Ends());
   const int questions = Dialogs().Questions();
   station.ShutDown();
   EXPECT_EQ(Dialogs().Questions(), questions);
-  ASSERT_EQ(station.FilesSaved().size(), 1u);
-  EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]), Ramp(40));
+  EXPECT_EQ(station.OnlySaved(), Ramp(40));
 }
 
 }  // namespace

@@ -39,9 +39,7 @@ class SoundCardTest : public ::testing::Test, protected Person {
   }
 
   std::string MixerRow() {
-    station.StartChart();
-    station.RunFor(2s);
-    station.StopChart();
+    station.StartChart().RunFor(2s).StopChart();
     const std::string bytes = *station.host.disk.Contents(station.FilesSaved().back());
     const std::size_t at = bytes.find("Source:");
     return at == std::string::npos ? "" : bytes.substr(at, bytes.find_first_of("\xC8\xFE\xFF\r", at) - at);
@@ -110,6 +108,7 @@ TEST_F(SoundCardTest, ARefusedFormatOpensTheChooserOnlyWherePersonsAreTold) {
   station.StartChart();
   EXPECT_FALSE(station.Running());
   EXPECT_EQ(choosersOpened, 1);
+  EXPECT_TRUE(station.host.dialogs.HasShown("Tarvolt requires a 16 bit sound format to function properly."));
   Now().program.ShowMsgBox = false;
   station.StartChart();
   EXPECT_EQ(choosersOpened, 1);

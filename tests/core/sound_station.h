@@ -26,21 +26,8 @@ class SoundStation : public ::testing::Test {
     station.Set("SampleRate", 100).Set("Pbuffer", 800).Set("ShowMsgBox", true);
   }
 
-  std::vector<Sample> Stored() {
-    std::vector<Sample> samples;
-    const StripChart& chart = station.Form().Window().chart;
-    for (std::int32_t i = 0; i < chart.Count(); ++i) {
-      samples.push_back({chart.GetTime(i), {chart.GetValue(0, i), chart.GetValue(1, i)}});
-    }
-    return samples;
-  }
-
-  int LogLines(const std::string& words) const {
-    int count = 0;
-    const std::string log = station.Log();
-    for (auto at = log.find(words); at != std::string::npos; at = log.find(words, at + 1)) ++count;
-    return count;
-  }
+  std::vector<Sample> Stored() const { return station.Stored(); }
+  int LogLines(std::string_view words) const { return station.LogLines(words); }
 
   Station station;
 };

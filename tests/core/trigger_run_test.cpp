@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "automation/triggers/trigger_file.h"
 #include "files/format/data_file_reader.h"
 #include "station/station.h"
@@ -53,7 +55,27 @@ class TriggerRunTest : public ::testing::Test {
     station.Set("CHTrigger0", "1111111111").Set("ChTriggerEnabled0", true);
   }
 
-  TriggerDefinition& Trigger(int number) { return triggers.at(number - 1); }
+  TriggerDefinition& Trigger(int number, double threshold) {
+    triggers.at(number - 1).Threshold = threshold;
+    return triggers.at(number - 1);
+  }
+  TriggerDefinition& Starts(int number, double threshold, const std::string& program) {
+    TriggerDefinition& trigger = Trigger(number, threshold);
+    trigger.Action = "Execute";
+    trigger.Parameter = program;
+    return trigger;
+  }
+  TriggerDefinition& Notes(int number, double threshold, const char* text, bool TriggerDefinition::*where) {
+    TriggerDefinition& trigger = Trigger(number, threshold);
+    trigger.*where = true;
+    trigger.Notation = text;
+    return trigger;
+  }
+
+  /// Set n measures 1 when it is even and -1 when it is odd.
+  void Alternate() {
+    station.uds.Measures([](std::int64_t set) { return std::vector<double>{set % 2 == 0 ? 1.0 : -1.0, 0}; });
+  }
 
   /// The station comes up with the triggers in their file.
   void Boot() {
@@ -89,10 +111,7 @@ class TriggerRunTest : public ::testing::Test {
 };
 
 TEST_F(TriggerRunTest, AFiringStartsItsProgramOnceWithItsTagsExpanded) {
-  Trigger(10).Threshold = 5;
-  Trigger(10).MinDuration = 3;
-  Trigger(10).Action = "Execute";
-  Trigger(10).Parameter = "notify --at[SAMPLE NUMBER] [DATE TIME]";
+  Starts(10, 5, "notify --at[SAMPLE NUMBER] [DATE TIME]").MinDuration = 3;
   Record(7);
   EXPECT_TRUE(Started().empty());
   Record(20);
@@ -101,10 +120,7 @@ TEST_F(TriggerRunTest, AFiringStartsItsProgramOnceWithItsTagsExpanded) {
 
 TEST_F(TriggerRunTest, OnlyChannelsThatAreTestedAndWatchedFire) {
   for (const int number : {1, 2, 3}) {
-    Trigger(number).Threshold = -3;
-    Trigger(number).TriggerBelowThreshold = true;
-    Trigger(number).Action = "EXECUTE";
-    Trigger(number).Parameter = "program " + NumberText(std::int64_t{number});
+    Starts(number, -3, "program " + NumberText(std::int64_t{number})).TriggerBelowThreshold = true;
   }
   station.Set("CHTrigger1", "0100000000").Set("ChTriggerEnabled1", true);
   station.Set("CHTrigger0", "1000000000");
@@ -113,22 +129,17 @@ TEST_F(TriggerRunTest, OnlyChannelsThatAreTestedAndWatchedFire) {
 }
 
 TEST_F(TriggerRunTest, ThresholdsAreHeldAgainstTheValueWithoutItsOffset) {
-  Trigger(1).Threshold = 100;
-  Trigger(1).Action = "EXECUTE";
-  Trigger(1).Parameter = "program";
+  Starts(1, 100, "program");
   station.Set("UseOffsets", true).Set("Channel0Offset", "500");
   Record(10);
-  EXPECT_EQ(station.Form().Window().chart.GetValue(0, 9), 509);
+  EXPECT_EQ(station.Chart().GetValue(0, 9), 509);
   EXPECT_TRUE(Started().empty());
 }
 
 TEST_F(TriggerRunTest, AProgramThatCannotStartIsToldAndTheRunGoesOn) {
   station.host.processes.RefuseStarts("No such file");
-  Trigger(2).Threshold = 3;
-  Trigger(2).Action = "EXECUTE";
-  Trigger(2).Parameter = "nowhere";
-  Trigger(2).ShowInSessionLog = true;
-  Trigger(2).Notation = "Over three";
+  Starts(2, 3, "nowhere");
+  Notes(2, 3, "Over three", &TriggerDefinition::ShowInSessionLog);
   Record(10);
   EXPECT_TRUE(station.Logged("Trigger 2 could not start \"nowhere\": No such file"));
   EXPECT_TRUE(station.Logged("Over three")) << "its note is its own affair";
@@ -136,11 +147,8 @@ TEST_F(TriggerRunTest, AProgramThatCannotStartIsToldAndTheRunGoesOn) {
 }
 
 TEST_F(TriggerRunTest, OneShotFiresOnceInEachRun) {
-  Trigger(1).Threshold = 0;
-  Trigger(1).OneShot = true;
-  Trigger(1).Action = "EXECUTE";
-  Trigger(1).Parameter = "program";
-  station.uds.Measures([](std::int64_t set) { return std::vector<double>{set % 2 == 0 ? 1.0 : -1.0, 0}; });
+  Starts(1, 0, "program").OneShot = true;
+  Alternate();
   Record(10);
   EXPECT_EQ(Started().size(), 1u);
   station.StopChart();
@@ -149,20 +157,15 @@ TEST_F(TriggerRunTest, OneShotFiresOnceInEachRun) {
 }
 
 TEST_F(TriggerRunTest, NotationsStandAtTheirSampleInTheFileOfTheirLog) {
-  Trigger(1).Threshold = 7;
-  Trigger(1).Annotate = true;
-  Trigger(1).Notation = "Seven";
-  Trigger(2).Threshold = -13;
-  Trigger(2).TriggerBelowThreshold = true;
-  Trigger(2).Annotate = true;
-  Trigger(2).Notation = "end \xFF *]]* [SAMPLE NUMBER]";
+  Notes(1, 7, "Seven", &TriggerDefinition::Annotate);
+  Notes(2, -13, "end \xFF *]]* [SAMPLE NUMBER]", &TriggerDefinition::Annotate).TriggerBelowThreshold = true;
   station.Set("CHTrigger1", "0100000000").Set("ChTriggerEnabled1", true).Set("CHTrigger0", "1000000000");
   station.Set("MaxArrayCount", 10);
   Record(9);
   const Notations& shown = station.Form().Window().notations;
   ASSERT_EQ(shown.count, 1);
   EXPECT_EQ(Told(shown.slots[0]), "0@7 Seven");
-  EXPECT_EQ(shown.slots[0].stamp, station.Form().Window().chart.GetTime(7));
+  EXPECT_EQ(shown.slots[0].stamp, station.Chart().GetTime(7));
   Record(6);
   EXPECT_EQ(shown.count, 1) << "a new log begins without those of the last";
   station.StopChart();
@@ -173,23 +176,18 @@ TEST_F(TriggerRunTest, NotationsStandAtTheirSampleInTheFileOfTheirLog) {
 }
 
 TEST_F(TriggerRunTest, AMiniWindowPinsNotationsToThePlaceInTheLog) {
-  Trigger(1).Threshold = 25;
-  Trigger(1).Annotate = true;
-  Trigger(1).Notation = "here";
+  Notes(1, 25, "here", &TriggerDefinition::Annotate);
   station.Set("MiniServer", true).Set("ChartWidth", "1").Set("DiskBackUp", true);
   Record(40);
-  EXPECT_LT(station.Form().Window().chart.Count(), 20);
+  EXPECT_LT(station.Chart().Count(), 20);
   station.StopChart();
-  ASSERT_EQ(station.FilesSaved().size(), 1u);
-  EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]), Ramp(40));
+  EXPECT_EQ(station.OnlySaved(), Ramp(40));
   EXPECT_EQ(NotationsIn(station.FilesSaved()[0]), std::vector<std::string>{"0@25 here"});
 }
 
 TEST_F(TriggerRunTest, TheHundredAndSecondNotationTakesTheLastSlot) {
-  Trigger(1).Threshold = 0;
-  Trigger(1).Annotate = true;
-  Trigger(1).Notation = "n[SAMPLE NUMBER]";
-  station.uds.Measures([](std::int64_t set) { return std::vector<double>{set % 2 == 0 ? 1.0 : -1.0, 0}; });
+  Notes(1, 0, "n[SAMPLE NUMBER]", &TriggerDefinition::Annotate);
+  Alternate();
   Record(300);
   const Notations& shown = station.Form().Window().notations;
   EXPECT_EQ(shown.count, 100);
@@ -198,9 +196,7 @@ TEST_F(TriggerRunTest, TheHundredAndSecondNotationTakesTheLastSlot) {
 }
 
 TEST_F(TriggerRunTest, ANoteInTheStatusBarStaysForItsTime) {
-  Trigger(1).Threshold = 3;
-  Trigger(1).ShowInStatusBar = true;
-  Trigger(1).Notation = "Burst";
+  Notes(1, 3, "Burst", &TriggerDefinition::ShowInStatusBar);
   Record(5);
   EXPECT_EQ(station.View().Status.Text(), "Burst");
   station.RunFor(108s);
@@ -210,12 +206,8 @@ TEST_F(TriggerRunTest, ANoteInTheStatusBarStaysForItsTime) {
 }
 
 TEST_F(TriggerRunTest, TheObserverLogIsOpenedForANote) {
-  Trigger(1).Threshold = 3;
-  Trigger(1).ShowInObLog = true;
-  Trigger(1).Notation = "Burst";
-  Trigger(2).Threshold = 5;
-  Trigger(2).ShowInObLog = true;
-  Trigger(2).Notation = "More";
+  Notes(1, 3, "Burst", &TriggerDefinition::ShowInObLog);
+  Notes(2, 5, "More", &TriggerDefinition::ShowInObLog);
   Boot();
   std::vector<std::string> entries;
   int opened = 0;
@@ -233,88 +225,67 @@ TEST_F(TriggerRunTest, TheObserverLogIsOpenedForANote) {
 }
 
 TEST_F(TriggerRunTest, WithoutAScreenTheSessionLogHasTheObserversNoteOnce) {
-  Trigger(4).Threshold = 3;
-  Trigger(4).ShowInObLog = Trigger(4).ShowInSessionLog = true;
-  Trigger(4).Notation = "Burst";
+  Notes(4, 3, "Burst", &TriggerDefinition::ShowInObLog).ShowInSessionLog = true;
   Record(5);
-  const std::string log = station.Log();
-  const std::size_t note = log.find("Trigger 4 for the observer log, which is not open: Burst");
-  ASSERT_NE(note, std::string::npos) << log;
-  EXPECT_EQ(log.find("Burst"), log.rfind("Burst")) << log;
+  EXPECT_TRUE(station.Logged("Trigger 4 for the observer log, which is not open: Burst"));
+  EXPECT_EQ(station.LogLines("Burst"), 1) << station.Log();
 }
 
 TEST_F(TriggerRunTest, OutputsAreOpenedOnceAndDrivenAsTold) {
   struct Case {
     const char* action;
-    const char* command;
-    int channel;
+    const char* command;  // of a LabJack
+    int channel;          // of a LabJack, or the address of a port
+    int row;              // of the list of pins
     double value;
     const char* call;  // null for none
   };
   NotedOutputs outputs;
-  const std::vector<Case> cases = {{"LJU3", "DO", 4, 1, "U3 D4 1"},      {"LJU3", "ao", 1, 2.5, "U3 A1 2.5"},
-                                   {"LJU12", "DO", 3, 0, "U12 D3 0"},    {"LJU12", "AO", 1, 4.5, "U12 A 0 4.5"},
-                                   {"LJU12", "AO", 0, 2, "U12 A 2 4.5"}, {"lju3", "XX", 0, 1, nullptr},
-                                   {"LJU12", "AO", 2, 5, nullptr}};
-  for (std::size_t i = 0; i < cases.size(); ++i) {
-    TriggerDefinition& trigger = triggers[i];
-    trigger.Threshold = static_cast<double>(i);
-    trigger.Action = cases[i].action;
-    trigger.LJU3command = trigger.LJU12command = cases[i].command;
-    trigger.LJU3channel = static_cast<std::int16_t>(cases[i].channel);
-    trigger.LJU12channel = cases[i].channel;
-    trigger.LJU3value = trigger.LJU12value = cases[i].value;
-  }
+  const std::vector<Case> labJacks = {
+      {"LJU3", "DO", 4, 0, 1, "U3 D4 1"},      {"LJU3", "ao", 1, 0, 2.5, "U3 A1 2.5"},
+      {"LJU12", "DO", 3, 0, 0, "U12 D3 0"},    {"LJU12", "AO", 1, 0, 4.5, "U12 A 0 4.5"},
+      {"LJU12", "AO", 0, 0, 2, "U12 A 2 4.5"}, {"lju3", "XX", 0, 0, 1, nullptr},
+      {"LJU12", "AO", 2, 0, 5, nullptr}};
+  // Rows of the list become pins of the connector.
+  const std::vector<Case> pins = {{"LPT", "", 0x378, 1, 1, "pin 888 1 high"},
+                                  {"LPT", "", 0x378, 9, 0, "pin 888 9 low"},
+                                  {"LPT", "", 0x278, 10, 1, "pin 632 14 high"},
+                                  {"LPT", "", 0x378, 11, 2, "pin 888 16 low"},
+                                  {"LPT", "", 0x378, 12, 1, "pin 888 17 high"},
+                                  {"LPT", "", 201, 2, 1, "pin 201 2 high"},
+                                  {"LPT", "", 200, 2, 1, nullptr}};
   Boot();
   Runner().UseOutputs(outputs);
-  station.StartChart();
-  EXPECT_EQ(outputs.calls, (std::vector<std::string>{"open 3", "open 4"})) << "each device once";
-  outputs.calls.clear();
-  Record(10);
-  std::vector<std::string> expected;
-  for (const Case& c : cases) {
-    if (c.call != nullptr) expected.emplace_back(c.call);
-  }
-  EXPECT_EQ(outputs.calls, expected);
-}
-
-TEST_F(TriggerRunTest, PinsOfTheListBecomePinsOfTheConnector) {
-  struct Case {
-    int address, row;
-    double value;
-    const char* call;
+  std::vector<std::string> opened;
+  const auto drive = [&](const std::vector<Case>& cases) {
+    std::vector<std::string> expected;
+    for (std::size_t i = 0; i < cases.size(); ++i) {
+      TriggerDefinition& trigger = Trigger(static_cast<int>(i + 1), static_cast<double>(station.uds.SetsSent() + i));
+      trigger.Action = cases[i].action;
+      trigger.LJU3command = trigger.LJU12command = cases[i].command;
+      trigger.LJU3channel = static_cast<std::int16_t>(cases[i].channel);
+      trigger.LJU12channel = trigger.LPTnum = cases[i].channel;
+      trigger.LPTpin = cases[i].row;
+      trigger.LJU3value = trigger.LJU12value = trigger.LPTvalue = cases[i].value;
+      if (cases[i].call != nullptr) expected.emplace_back(cases[i].call);
+    }
+    EXPECT_TRUE(Runner().TakeOver(triggers, {{"1111111111"}, {true}}));
+    outputs.calls.clear();
+    station.StartChart();
+    opened = std::exchange(outputs.calls, {});
+    Record(10);
+    EXPECT_EQ(outputs.calls, expected);
+    station.StopChart();
   };
-  const std::vector<Case> cases = {{0x378, 1, 1, "pin 888 1 high"},
-                                   {0x378, 9, 0, "pin 888 9 low"},
-                                   {0x278, 10, 1, "pin 632 14 high"},
-                                   {0x378, 11, 2, "pin 888 16 low"},
-                                   {0x378, 12, 1, "pin 888 17 high"},
-                                   {201, 2, 1, "pin 201 2 high"},
-                                   {200, 2, 1, nullptr}};
-  std::vector<std::string> expected;
-  for (std::size_t i = 0; i < cases.size(); ++i) {
-    triggers[i].Threshold = static_cast<double>(i);
-    triggers[i].Action = "LPT";
-    triggers[i].LPTnum = cases[i].address;
-    triggers[i].LPTpin = cases[i].row;
-    triggers[i].LPTvalue = cases[i].value;
-    if (cases[i].call != nullptr) expected.emplace_back(cases[i].call);
-  }
-  NotedOutputs outputs;
-  Boot();
-  Runner().UseOutputs(outputs);
-  station.StartChart();
-  outputs.calls.clear();
-  Record(10);
-  EXPECT_EQ(outputs.calls, expected);
+  drive(labJacks);
+  EXPECT_EQ(opened, (std::vector<std::string>{"open 3", "open 4"})) << "each device once";
+  drive(pins);
 }
 
 TEST_F(TriggerRunTest, AnOutputThatIsNotThereIsToldAndTheRunGoesOn) {
-  Trigger(3).Threshold = 2;
-  Trigger(3).Action = "LJU12";
-  Trigger(4).Threshold = 2;
-  Trigger(4).Action = "LPT";
-  Trigger(4).LPTnum = 200;
+  Trigger(3, 2).Action = "LJU12";
+  Trigger(4, 2).Action = "LPT";
+  triggers[3].LPTnum = 200;
   Record(5);
   EXPECT_TRUE(station.Logged("Trigger 3 drives a LabJack U12, which cannot be used: this version has no way to it"));
   EXPECT_FALSE(station.Logged("Trigger 3 could not set")) << "it is told once a run";
@@ -330,29 +301,21 @@ TEST_F(TriggerRunTest, AnOutputThatIsNotThereIsToldAndTheRunGoesOn) {
   outputs.problem = "unplugged";
   Record(18);
   EXPECT_GT(outputs.calls.size(), 3u);
-  const std::string told = "Trigger 3 could not set a LabJack U12: unplugged";
-  const std::string log = station.Log();
-  EXPECT_NE(log.find(told), std::string::npos);
-  EXPECT_EQ(log.find(told), log.rfind(told));
+  EXPECT_EQ(station.LogLines("Trigger 3 could not set a LabJack U12: unplugged"), 1);
   EXPECT_EQ(station.Run().Dcount, 20);
 }
 
 TEST_F(TriggerRunTest, WhatTheDialogSettlesIsInForceAtOnceAndAfterARestart) {
-  Trigger(1).Threshold = 2;
-  Trigger(1).Action = "EXECUTE";
-  Trigger(1).Parameter = "first";
+  Starts(1, 2, "first");
   Record(5);
-  Trigger(2).Threshold = 8;
-  Trigger(2).Action = "EXECUTE";
-  Trigger(2).Parameter = "second";
+  Starts(2, 8, "second");
   TriggerChannels channels{station.TheSession().settings.channels.CHTrigger, {true, true}};
   channels.CHTrigger[1] = "0000000100";
   ASSERT_TRUE(Runner().TakeOver(triggers, channels));
   Record(10);
   EXPECT_EQ(Started(), (std::vector<std::string>{"first", "second"})) << "what did not change is not armed anew";
   const std::string file = *station.host.disk.Contents(kFile);
-  station.ShutDown();
-  station.Boot();
+  station.ShutDown().Boot();
   EXPECT_EQ(station.TheSession().settings.files.DefaultTriggerFile, kCopy);
   EXPECT_EQ(Runner().oTriggers()[1].Parameter, "second");
   EXPECT_EQ(station.TheSession().settings.channels.CHTrigger[1], "0000000100");
@@ -360,10 +323,10 @@ TEST_F(TriggerRunTest, WhatTheDialogSettlesIsInForceAtOnceAndAfterARestart) {
 }
 
 TEST_F(TriggerRunTest, ADiskThatRefusesLeavesTheTriggersInForce) {
-  Trigger(1).Notation = "before";
+  triggers[0].Notation = "before";
   Boot();
   station.host.disk.SetReadOnly("/station", true);
-  Trigger(1).Notation = "after";
+  triggers[0].Notation = "after";
   const Outcome taken = Runner().TakeOver(triggers, {});
   ASSERT_FALSE(taken);
   EXPECT_FALSE(taken.Words().empty());
@@ -372,9 +335,9 @@ TEST_F(TriggerRunTest, ADiskThatRefusesLeavesTheTriggersInForce) {
 }
 
 TEST_F(TriggerRunTest, TheFileFollowsTheProfile) {
-  Trigger(1).Notation = "of the station";
+  triggers[0].Notation = "of the station";
   Boot();
-  Trigger(1).Notation = "of the profile";
+  triggers[0].Notation = "of the profile";
   ASSERT_TRUE(Runner().SaveoTriggers(triggers, "/station/sun.ini"));
   SimDisk& disk = station.host.disk;
   disk.Put("/station/sun.tvp", "DefaultTriggerFile = /station/sun.ini;\r\n");
@@ -384,8 +347,7 @@ TEST_F(TriggerRunTest, TheFileFollowsTheProfile) {
   station.StartChart();
   station.Form().Profiles().Load("/station/sun.tvp");
   EXPECT_EQ(Runner().oTriggers()[0].Notation, "of the station") << "a run keeps its triggers";
-  station.StopChart();
-  station.StartChart().StopChart();
+  station.StopChart().StartChart().StopChart();
   EXPECT_EQ(Runner().oTriggers()[0].Notation, "of the profile");
   for (const char* profile : {"/station/bad.tvp", "/station/gone.tvp"}) {
     station.Form().Profiles().Load(profile);

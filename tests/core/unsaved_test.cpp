@@ -1,26 +1,26 @@
 // No chart is thrown away by one key, and what waits for a disk is not given up.
 #include <gtest/gtest.h>
 
-#include "station/station.h"
+#include "station/on_a_station.h"
 
 namespace tarvolt {
 namespace {
 
 using namespace std::chrono_literals;
 
+using Unsaved = OnAStation;
+
 std::string Marker(Station& station) {
-  return station.TheSession().store.GetSetting(Section::Settings, "LocalRun");
+  return station.Setting("LocalRun");
 }
 
 // A run of 40 samples that ended without a save, since nobody asked for one.
 void RecordUnsaved(Station& station) {
-  station.Set("AutoSaveStandAlone", false).StartChart();
-  station.RunForSets(40);
-  station.StopChart();
+  station.Set("AutoSaveStandAlone", false).StartChart().RunForSets(40).StopChart();
   ASSERT_TRUE(station.FilesSaved().empty());
 }
 
-TEST(Unsaved, AnAnswerDecidesAboutTheLastChartAndEscapeEndsTheStart) {
+TEST_F(Unsaved, AnAnswerDecidesAboutTheLastChartAndEscapeEndsTheStart) {
   struct Case {
     Answer answer;
     bool starts;
@@ -29,45 +29,39 @@ TEST(Unsaved, AnAnswerDecidesAboutTheLastChartAndEscapeEndsTheStart) {
   };
   for (const Case& expected :
        {Case{Answer::Cancel, false, 0, 0}, Case{Answer::No, true, 0, 1}, Case{Answer::Yes, true, 1, 0}}) {
-    Station station;
-    RecordUnsaved(station);
-    station.host.dialogs.AnswerNext(expected.answer);
-    station.StartChart();
-    EXPECT_EQ(station.Running(), expected.starts);
-    ASSERT_EQ(station.FilesSaved().size(), expected.saved);
-    ASSERT_EQ(station.FilesRescued().size(), expected.rescued);
-    for (const std::string& file : station.FilesSaved()) EXPECT_EQ(station.FirstChannelIn(file), Ramp(40));
-    for (const std::string& file : station.FilesRescued()) EXPECT_EQ(station.FirstChannelIn(file), Ramp(40));
-    EXPECT_EQ(station.Logged("Kept in: "), expected.rescued > 0);
-    EXPECT_EQ(station.Form().Window().chart.Count(), expected.starts ? 0 : 40);
+    Station other;
+    RecordUnsaved(other);
+    other.host.dialogs.AnswerNext(expected.answer);
+    other.StartChart();
+    EXPECT_EQ(other.Running(), expected.starts);
+    ASSERT_EQ(other.FilesSaved().size(), expected.saved);
+    ASSERT_EQ(other.FilesRescued().size(), expected.rescued);
+    for (const std::string& file : other.FilesSaved()) EXPECT_EQ(other.FirstChannelIn(file), Ramp(40));
+    for (const std::string& file : other.FilesRescued()) EXPECT_EQ(other.FirstChannelIn(file), Ramp(40));
+    EXPECT_EQ(other.Logged("Kept in: "), expected.rescued > 0);
+    EXPECT_EQ(other.Chart().Count(), expected.starts ? 0 : 40);
   }
 }
 
-TEST(Unsaved, WithNobodyToAskItGoesToTheRecoveryFolder) {
+TEST_F(Unsaved, WithNobodyToAskItGoesToTheRecoveryFolder) {
   for (const bool ends : {false, true}) {
-    Station station;
-    station.Set("ShowMsgBox", false).Set("DiskBackUp", ends);
-    RecordUnsaved(station);
-    ends ? station.ShutDown() : (void)station.StartChart();
-    ASSERT_EQ(station.FilesRescued().size(), 1u);
-    EXPECT_EQ(station.FirstChannelIn(station.FilesRescued()[0]), Ramp(40));
+    Station other;
+    other.Set("ShowMsgBox", false).Set("DiskBackUp", ends);
+    RecordUnsaved(other);
+    ends ? other.ShutDown() : other.StartChart();
+    EXPECT_EQ(other.OnlyRescued(), Ramp(40));
   }
 }
 
-TEST(Unsaved, ACrashAfterTheStopFindsTheBackup) {
-  Station station;
+TEST_F(Unsaved, ACrashAfterTheStopFindsTheBackup) {
   RecordUnsaved(station);
   EXPECT_EQ(Marker(station), "Running");
-  station.Kill();
-  station.Boot();
-  ASSERT_EQ(station.FilesRescued().size(), 1u);
-  EXPECT_EQ(station.FirstChannelIn(station.FilesRescued()[0]), Ramp(40));
+  station.Kill().Boot();
+  EXPECT_EQ(station.OnlyRescued(), Ramp(40));
 }
 
-TEST(Unsaved, ACalledOffSaveGivesNothingUpThatTheDiskRefused) {
-  Station station;
-  station.StartChart();
-  station.RunForSets(40);
+TEST_F(Unsaved, ACalledOffSaveGivesNothingUpThatTheDiskRefused) {
+  station.StartChart().RunForSets(40);
   station.host.disk.SetCapacity(station.host.disk.Used() + 100);
   station.StopChart();
   station.Set("AutoSaveStandAlone", false).Set("PromptBeforeSaving", true);
@@ -77,20 +71,17 @@ TEST(Unsaved, ACalledOffSaveGivesNothingUpThatTheDiskRefused) {
   EXPECT_TRUE(station.Form().HasUnsavedSamples());
   station.host.disk.SetCapacity(SimDisk::kUnlimited);
   station.RunFor(60s);
-  ASSERT_EQ(station.FilesSaved().size(), 1u);
-  EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]), Ramp(40));
+  EXPECT_EQ(station.OnlySaved(), Ramp(40));
   EXPECT_EQ(Marker(station), "OK");
 }
 
-TEST(Unsaved, AMiniRunOfIntegersKeepsValuesThatAreTooLargeForThem) {
-  Station station;
+TEST_F(Unsaved, AMiniRunOfIntegersKeepsValuesThatAreTooLargeForThem) {
   station.uds.Measures([](std::int64_t set) {
     const double value = set == 50 ? 40000.5 : static_cast<double>(set);
     return std::vector<double>{value, -value};
   });
   station.Set("MiniServer", true).Set("SaveAsIntegers", true).Set("ChartWidth", 3).StartChart();
-  station.RunForSets(120);
-  station.StopChart();
+  station.RunForSets(120).StopChart();
   ASSERT_EQ(station.FilesSaved().size(), 1u);
   const std::vector<double> values = station.FirstChannelIn(station.FilesSaved()[0]);
   ASSERT_EQ(values.size(), 120u);
@@ -99,77 +90,62 @@ TEST(Unsaved, AMiniRunOfIntegersKeepsValuesThatAreTooLargeForThem) {
   EXPECT_TRUE(station.Logged("exceed the limits of integers"));
 }
 
-TEST(Unsaved, ARunThatIsNotKeptWritesNoFragments) {
-  Station station;
-  station.Set("MiniServer", true).Set("DiskBackUp", false).Set("MaxArrayCount", 20).StartChart();
-  station.RunFor(3s);
+TEST_F(Unsaved, ARunThatIsNotKeptWritesNoFragments) {
+  station.Set("MiniServer", true).Set("DiskBackUp", false).Set("MaxArrayCount", 20).StartChart().RunFor(3s);
   EXPECT_NE(station.View().LeftStatus.find("NOT SAVING "), std::string::npos);
-  station.RunForSets(70);
-  station.StopChart();
+  station.RunForSets(70).StopChart();
   EXPECT_TRUE(station.FilesSaved().empty());
 }
 
-TEST(Unsaved, TheThresholdOfAMiniRunCountsWhatMemoryHasLetGo) {
-  Station station;
+TEST_F(Unsaved, TheThresholdOfAMiniRunCountsWhatMemoryHasLetGo) {
   station.uds.Measures([](std::int64_t set) {
     return std::vector<double>{set == 20 ? 5000.0 : static_cast<double>(set), 0};
   });
   station.Set("MiniServer", true).Set("ChartWidth", 1).Set("SaveIF", 1).Set("SaveIFVal", 1000).StartChart();
-  station.RunForSets(120);
-  station.StopChart();
-  ASSERT_EQ(station.FilesSaved().size(), 1u);
-  EXPECT_EQ(station.FirstChannelIn(station.FilesSaved()[0]).size(), 120u);
+  station.RunForSets(120).StopChart();
+  EXPECT_EQ(station.OnlySaved().size(), 120u);
 }
 
-TEST(Unsaved, AMiniRunWhoseBackupHasNoPlaceIsSavedFromMemory) {
-  Station station;
-  station.StartChart();
-  station.RunForSets(40);
-  station.Kill();
+TEST_F(Unsaved, AMiniRunWhoseBackupHasNoPlaceIsSavedFromMemory) {
+  station.StartChart().RunForSets(40).Kill();
   station.host.disk.SetReadOnly("/station/Data/recovery", true);
   station.Set("MiniServer", true).Set("ChartWidth", 1).Set("MaxArrayCount", 60).StartChart();
   station.RunForSets(80);
   EXPECT_FALSE(station.Form().Window().save.keeping.BackupActive) << "what the crash left is in its place";
-  station.RunForSets(140);
-  station.StopChart();
+  station.RunForSets(140).StopChart();
   const std::vector<double> values = station.FirstChannelInFilesAndStore();
   ASSERT_EQ(values.size(), 100u);
   EXPECT_EQ(values.back() - values.front(), 99);
 }
 
-TEST(Unsaved, AChartThatARuleRefusedIsSavedByAYesAndLetGoWithoutIt) {
+TEST_F(Unsaved, AChartThatARuleRefusedIsSavedByAYesAndLetGoWithoutIt) {
   for (const bool wanted : {false, true}) {
-    Station station;
-    station.Set("SaveIF", 1).Set("SaveIFVal", 1000).StartChart();
-    station.RunForSets(40);
-    station.StopChart();
-    if (wanted) station.host.dialogs.AnswerNext(Answer::Yes);
-    station.StartChart();
-    EXPECT_TRUE(station.Running());
-    EXPECT_EQ(station.FilesSaved().size(), wanted ? 1u : 0u);
-    EXPECT_TRUE(station.FilesRescued().empty());
+    Station other;
+    other.Set("SaveIF", 1).Set("SaveIFVal", 1000).StartChart().RunForSets(40).StopChart();
+    if (wanted) other.host.dialogs.AnswerNext(Answer::Yes);
+    other.StartChart();
+    EXPECT_TRUE(other.Running());
+    EXPECT_EQ(other.FilesSaved().size(), wanted ? 1u : 0u);
+    EXPECT_TRUE(other.FilesRescued().empty());
   }
-  Station station;
   RecordUnsaved(station);
   station.StartChart();
   EXPECT_EQ(station.FilesSaved().size(), 1u) << "else Yes is the default";
 }
 
-TEST(Unsaved, AStartThatItsSourceRefusesLeavesTheOldChart) {
+TEST_F(Unsaved, AStartThatItsSourceRefusesLeavesTheOldChart) {
   for (const bool sound : {false, true}) {
-    Station station;
-    station.StartChart();
-    station.RunForSets(40);
-    station.StopChart();
-    const std::string title = station.View().Title;
-    if (sound) station.Set("Dsrc0", 1).Set("Dsrc1", 0).Set("SoundCardName", "loop:/nowhere.wav");
-    station.Set("UDSport", 9).StartChart();
-    EXPECT_FALSE(station.Running());
-    EXPECT_TRUE(station.States().ToolCommands && station.States().InfoCommands) << "what can be done with it stays";
-    EXPECT_EQ(station.Form().Window().chart.Count(), 40);
-    EXPECT_EQ(station.View().Title, title);
-    station.Form().mnuSave();
-    EXPECT_EQ(station.FirstChannelIn(station.FilesSaved().back()), Ramp(40));
+    Station other;
+    other.StartChart().RunForSets(40).StopChart();
+    const std::string title = other.View().Title;
+    if (sound) other.Set("Dsrc0", 1).Set("Dsrc1", 0).Set("SoundCardName", "loop:/nowhere.wav");
+    other.Set("UDSport", 9).StartChart();
+    EXPECT_FALSE(other.Running());
+    EXPECT_TRUE(other.States().ToolCommands && other.States().InfoCommands) << "what can be done with it stays";
+    EXPECT_EQ(other.Form().Window().chart.Count(), 40);
+    EXPECT_EQ(other.View().Title, title);
+    other.Form().mnuSave();
+    EXPECT_EQ(other.FirstChannelIn(other.FilesSaved().back()), Ramp(40));
   }
 }
 

@@ -61,19 +61,14 @@ TEST(SampleLayout, LastIndexFollowsTheLengthInEachLayout) {
   EXPECT_EQ(LastIndexOfFile({1, false, true}, std::uint64_t{1} << 40, 0), std::numeric_limits<std::int32_t>::max() - 1);
 }
 
-SampleColumns TwoChannels(std::initializer_list<double> values) {
+TEST(SampleLayout, IntegersAreRoundedToEvenAndHeldInTheirRange) {
   SampleColumns columns(2);
-  for (const double value : values) {
+  for (const double value : {0.5, 1.5, 2.5, 1e6, std::numeric_limits<double>::quiet_NaN(), -32768.4}) {
     const std::int32_t index = columns.Count();
     columns.Append(40000 + index);
     columns.SetValue(0, index, value);
     columns.SetValue(1, index, -value);
   }
-  return columns;
-}
-
-TEST(SampleLayout, IntegersAreRoundedToEvenAndHeldInTheirRange) {
-  const SampleColumns columns = TwoChannels({0.5, 1.5, 2.5, 1e6, std::numeric_limits<double>::quiet_NaN(), -32768.4});
   const SampleLayout layout{2, true, true};
   std::string bytes(6 * layout.BytesPerSample(), '?');
   EncodeSamples(columns, layout, 0, 6, bytes.data());
@@ -85,17 +80,8 @@ TEST(SampleLayout, IntegersAreRoundedToEvenAndHeldInTheirRange) {
   }
 }
 
-TEST(SampleLayout, EncodesAnyStretchAndChannelsThatTheColumnsLackAsZero) {
-  const SampleColumns columns = TwoChannels({1, 2, 3});
-  const SampleLayout layout{3, false, false};
-  std::string bytes(2 * layout.BytesPerSample(), '?');
-  EncodeSamples(columns, layout, 1, 2, bytes.data());
-  RawFile expected;
-  for (const double value : {2.0, -2.0, 0.0, 3.0, -3.0, 0.0}) expected.Add(value);
-  EXPECT_EQ(bytes, expected.Bytes());
-}
-
-// Columns lie in blocks and are encoded in pieces: a stretch that begins and ends inside both, and one value unwritten.
+// Columns lie in blocks and are encoded in pieces: a stretch that begins and ends inside both, one value unwritten and
+// one channel that the columns lack.
 TEST(SampleLayout, EncodesAcrossTheBlocksOfTheColumns) {
   constexpr std::int32_t kCount = BlockColumn::kBlock + 1000;
   constexpr std::int32_t kFirst = BlockColumn::kBlock - 777;

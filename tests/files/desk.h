@@ -6,6 +6,7 @@
 
 #include "files/backup.h"
 #include "files/naming.h"
+#include "files/raw_file.h"
 #include "model/chart_window.h"
 #include "model/session.h"
 #include "sim/sim_host.h"
@@ -75,5 +76,45 @@ class Desk {
   ChartWindow window;
   int recorded = 0;
 };
+
+/// A desk whose samples go into a backup one by one.
+struct BackedUpDesk : Desk {
+  explicit BackedUpDesk(std::uint64_t seed = 1) : Desk(2, seed), backup(session, window) {
+    session.settings.files.DiskBackUp = true;
+  }
+
+  void BeginLog() { Desk::BeginLog(backup); }
+
+  void RecordAndBackUp(int count) {
+    for (int i = 0; i < count; ++i) {
+      Record(1);
+      backup.LocalBackUp();
+    }
+  }
+
+  /// As a mini chart does in the middle of its log.
+  void ClearStore() {
+    window.chart.ClearData();
+    backup.StoreWasCleared();
+  }
+
+  LocalBackup backup;
+};
+
+/// The samples of Desk::Record as a file has them.
+inline std::string Expected(int first, int last, bool stamps = true, bool integers = false, int channels = 2) {
+  RawFile raw;
+  for (int i = first; i <= last; ++i) {
+    if (stamps) raw.Add(Desk::Stamp(i));
+    for (int channel = 0; channel < channels; ++channel) {
+      if (integers) {
+        raw.Add(static_cast<std::int16_t>(100 * channel + i));
+      } else {
+        raw.Add(Desk::Value(channel, i));
+      }
+    }
+  }
+  return raw.Bytes();
+}
 
 }  // namespace tarvolt

@@ -30,15 +30,6 @@ TEST(NameDataFile, TakesTheDateFromTheFirstSample) {
   EXPECT_EQ(NameDataFile(desk.session, desk.window, NameKind::Data, true), "/station/Data/ST100102120000.tvd");
 }
 
-TEST(NameDataFile, AChartOfTwoSamplesIsNoData) {
-  Desk desk;
-  desk.Record(2);
-  EXPECT_EQ(NameDataFile(desk.session, desk.window, NameKind::Data, true), kBadFile);
-  EXPECT_FALSE(desk.host.disk.FolderExists("/station/Data/Home"));
-  desk.Record(1);
-  EXPECT_NE(NameDataFile(desk.session, desk.window, NameKind::Data, true), kBadFile);
-}
-
 TEST(NameDataFile, OrganisesByMonthAndDay) {
   struct Case {
     bool month, day;

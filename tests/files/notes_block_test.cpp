@@ -13,10 +13,7 @@ TEST(ParseNotes, TakesEveryKindOfItem) {
                          "CHL8ninth", "CHO0-12.5", "CHO11E+21", "Integer Save", "XALABELtime", "YALABEL counts ",
                          "MetaData_Antenna\xC8"
                          "2 x 3 m",
-                         "MetaData_Empty\xC8",
-                         "LBL^|^2\xFE"
-                         "17\xFE"
-                         "event\xFE"}));
+                         "MetaData_Empty\xC8", NotationItem("2", "17", "event")}));
   EXPECT_EQ(notes.freeText, "my notes");
   EXPECT_TRUE(notes.usingUT && notes.lmst && notes.noTimeStamps && notes.timeRefZero && notes.integers);
   EXPECT_EQ(notes.labels[0], "Total power");
@@ -71,10 +68,6 @@ TEST(ParseNotes, LabelsUnderThreeCharactersAreNotReadBack) {
   EXPECT_EQ(notes.labels[0], "");
   EXPECT_EQ(notes.labels[1], "abc");
   EXPECT_EQ(notes.offsets[0], "5");
-}
-
-std::string NotationItem(const std::string& channel, const std::string& index, const std::string& text) {
-  return "LBL^|^" + channel + "\xFE" + index + "\xFE" + text + "\xFE";
 }
 
 TEST(ParseNotes, NotationsWithBadFieldsAreDropped) {

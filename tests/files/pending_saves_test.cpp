@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "files/backup.h"
 #include "files/desk.h"
-#include "files/raw_file.h"
 #include "files/saving.h"
 
 namespace tarvolt {
@@ -14,21 +12,17 @@ constexpr const char* kFirst = "/disk/100102120000.tvd";
 constexpr const char* kAside = "/station/Data/recovery/100102120000local.tvd";
 
 /// A station whose files go to a disk of their own, which is full.
-struct FullDisk : Desk {
-  FullDisk() : backup(session, window), pending(session) {
+struct FullDisk : BackedUpDesk {
+  FullDisk() : pending(session) {
     std::error_code error;
     host.disk.MakeFolders("/disk", error);
     host.disk.SetReadOnly("/disk", true);
-    session.settings.files.DiskBackUp = true;
   }
 
   /// One log: recorded, refused by the disk and set aside.
   bool LogSetAside(int samples, const std::string& name) {
-    BeginLog(backup);
-    for (int i = 0; i < samples; ++i) {
-      Record(1);
-      backup.LocalBackUp();
-    }
+    BeginLog();
+    RecordAndBackUp(samples);
     EXPECT_EQ(SaveDataFile(session, window, name, false), SaveOutcome::Failed);
     return pending.SetAside(window, name);
   }
@@ -37,13 +31,8 @@ struct FullDisk : Desk {
     for (int i = 0; i < calls; ++i) pending.Retry();
   }
 
-  LocalBackup backup;
   PendingSaves pending;
 };
-
-double FirstStampOf(const std::string& bytes) {
-  return NumberAt<double>(bytes, 156 + NumberAt<std::int32_t>(bytes, 152));
-}
 
 TEST(PendingSaves, KeepALogUntilTheDiskHasRoom) {
   FullDisk station;
@@ -60,11 +49,9 @@ TEST(PendingSaves, KeepALogUntilTheDiskHasRoom) {
   station.host.disk.SetReadOnly("/disk", false);
   station.RetryFor(10);
   EXPECT_TRUE(station.pending.Empty());
-  const std::string first = station.Bytes(kFirst);
-  EXPECT_EQ(FirstStampOf(first), Desk::Stamp(0));
-  EXPECT_EQ(first.size() - 156 - NumberAt<std::int32_t>(first, 152), 5 * 24u);
-  EXPECT_NE(first.find("notes of the first log"), std::string::npos);
-  EXPECT_EQ(FirstStampOf(station.Bytes("/disk/second.tvd")), Desk::Stamp(5));
+  EXPECT_EQ(SamplesOf(station.Bytes(kFirst)), Expected(0, 4));
+  EXPECT_TRUE(NotesOf(station.Bytes(kFirst)).starts_with("notes of the first log"));
+  EXPECT_EQ(SamplesOf(station.Bytes("/disk/second.tvd")), Expected(5, 8));
   EXPECT_FALSE(station.Exists(kAside));
   EXPECT_TRUE(station.Logged(" Saved /disk/100102120000.tvd"));
 }
@@ -94,25 +81,19 @@ TEST(PendingSaves, TriesGrowRareWhileTheDiskRefuses) {
 TEST(PendingSaves, AMiniServersSamplesComeFromItsBackupSetAside) {
   FullDisk station;
   station.session.settings.files.MiniServer = true;
-  station.BeginLog(station.backup);
-  for (int i = 0; i < 6; ++i) {
-    station.Record(1);
-    station.backup.LocalBackUp();
-    if (i != 3) continue;
-    station.window.chart.ClearData();
-    station.backup.StoreWasCleared();
-  }
+  station.BeginLog();
+  station.RecordAndBackUp(4);
+  station.ClearStore();
+  station.RecordAndBackUp(2);
   station.host.disk.FailOperation(1, SimDisk::Repeat::ForEver);
   EXPECT_FALSE(station.pending.SetAside(station.window, kFirst)) << "the next log's backup would take its place";
   EXPECT_EQ(station.window.chart.Count(), 2);
   station.host.disk.Heal();
   ASSERT_TRUE(station.pending.SetAside(station.window, kFirst));
-  station.BeginLog(station.backup);
+  station.BeginLog();
   station.host.disk.SetReadOnly("/disk", false);
   station.pending.Retry();
-  const std::string bytes = station.Bytes(kFirst);
-  EXPECT_EQ(FirstStampOf(bytes), Desk::Stamp(0));
-  EXPECT_EQ(bytes.size() - 156 - NumberAt<std::int32_t>(bytes, 152), 6 * 24u);
+  EXPECT_EQ(SamplesOf(station.Bytes(kFirst)), Expected(0, 5));
 }
 
 }  // namespace

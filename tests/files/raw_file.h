@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -45,12 +46,26 @@ inline std::string Block(std::string_view freeText, const std::vector<std::strin
   return block + "*]]*";
 }
 
+/// A notation as the notes have it.
+inline std::string NotationItem(const std::string& channel, const std::string& index, const std::string& text) {
+  return "LBL^|^" + channel + "\xFE" + index + "\xFE" + text + "\xFE";
+}
+
 /// Reads a number out of the bytes of a file.
 template <class Number>
 Number NumberAt(const std::string& bytes, std::size_t offset) {
   Number value{};
   if (offset + sizeof value <= bytes.size()) std::memcpy(&value, bytes.data() + offset, sizeof value);
   return value;
+}
+
+/// The notes, and the samples, of a whole file.
+inline std::string NotesOf(const std::string& bytes) {
+  return bytes.substr(std::min<std::size_t>(bytes.size(), 156), NumberAt<std::int32_t>(bytes, 152));
+}
+
+inline std::string SamplesOf(const std::string& bytes) {
+  return bytes.substr(std::min<std::size_t>(bytes.size(), 156 + NumberAt<std::int32_t>(bytes, 152)));
 }
 
 }  // namespace tarvolt

@@ -4,9 +4,7 @@
 
 #include <algorithm>
 
-#include "files/backup.h"
 #include "files/desk.h"
-#include "files/saving.h"
 #include "files/unsaved_charts.h"
 
 namespace tarvolt {
@@ -118,14 +116,11 @@ TEST(RecoverBackups, WhatCouldNotBeRescuedIsNeverWrittenOver) {
 }
 
 TEST(RecoverBackups, AFailedLogIsNotWrittenOverByTheNextRunOfTheSameProgram) {
-  Desk desk;
-  desk.session.settings.files.DiskBackUp = true;
-  LocalBackup backup(desk.session, desk.window);
-  desk.BeginLog(backup);
-  desk.Record(3);
-  backup.LocalBackUp();
+  BackedUpDesk desk;
+  desk.BeginLog();
+  desk.RecordAndBackUp(3);
   const std::string log = desk.Bytes(kBackup);
-  desk.BeginLog(backup);
+  desk.BeginLog();
   EXPECT_EQ(desk.Bytes(kCopy), log);
 }
 

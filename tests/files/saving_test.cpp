@@ -2,39 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include "files/backup.h"
 #include "files/desk.h"
 #include "files/format/notes_block.h"
-#include "files/raw_file.h"
 
 namespace tarvolt {
 namespace {
 
 constexpr const char* kName = "/station/Data/100102120000.tvd";
-
-std::size_t SampleOffset(const std::string& bytes) {
-  return 156 + NumberAt<std::int32_t>(bytes, 152);
-}
-
-std::string SamplesOf(const std::string& bytes) {
-  return bytes.substr(std::min(bytes.size(), SampleOffset(bytes)));
-}
-
-// The samples of Desk::Record as a file has them.
-std::string Expected(int first, int last, bool stamps = true, bool integers = false, int channels = 2) {
-  RawFile raw;
-  for (int i = first; i <= last; ++i) {
-    if (stamps) raw.Add(Desk::Stamp(i));
-    for (int channel = 0; channel < channels; ++channel) {
-      if (integers) {
-        raw.Add(static_cast<std::int16_t>(100 * channel + i));
-      } else {
-        raw.Add(Desk::Value(channel, i));
-      }
-    }
-  }
-  return raw.Bytes();
-}
 
 TEST(SaveDataFile, WritesHeaderNotesAndEverySample) {
   Desk desk;
@@ -50,8 +24,7 @@ TEST(SaveDataFile, WritesHeaderNotesAndEverySample) {
   EXPECT_EQ(NumberAt<double>(bytes, 10), Desk::Stamp(0));
   EXPECT_EQ(NumberAt<double>(bytes, 18), Desk::Stamp(3)) << "one sample short of the last";
   EXPECT_EQ(NumberAt<std::int16_t>(bytes, 150), 2);
-  const std::string notes = bytes.substr(156, SampleOffset(bytes) - 156);
-  EXPECT_EQ(notes, Block("loaded notes. my notes", {"CHL0", "CHL1", "CHO00", "CHO10"}));
+  EXPECT_EQ(NotesOf(bytes), Block("loaded notes. my notes", {"CHL0", "CHL1", "CHO00", "CHO10"}));
   EXPECT_EQ(SamplesOf(bytes), Expected(0, 4));
 
   EXPECT_FALSE(desk.window.run.DataNeedsSave);
@@ -91,7 +64,7 @@ TEST(SaveDataFile, ValuesTooLargeForIntegersAreSavedAsDoublesUnderTheIntegerToke
   ASSERT_EQ(SaveDataFile(desk.session, desk.window, kName, false), SaveOutcome::Saved);
   const std::string bytes = desk.Bytes(kName);
   EXPECT_EQ(SamplesOf(bytes).size(), 4 * 24u);
-  EXPECT_TRUE(ParseNotes(bytes.substr(156, SampleOffset(bytes) - 156)).integers);
+  EXPECT_TRUE(ParseNotes(NotesOf(bytes)).integers);
   EXPECT_EQ(desk.host.dialogs.Questions(), 0);
 
   desk.session.settings.program.ShowMsgBox = true;
@@ -134,15 +107,10 @@ TEST(SaveDataFile, ACrashLeavesTheOldFileOrTheNewOne) {
     desk.host.disk.Put(kName, "old file");
     desk.host.disk.SetPowerLoss(true);
     desk.host.disk.CrashAtOperation(step, step);
-    const bool crashed = desk.host.RunsUntilCrash([&] { SaveDataFile(desk.session, desk.window, kName, false); });
+    desk.host.RunsUntilCrash([&] { SaveDataFile(desk.session, desk.window, kName, false); });
     desk.host.Reboot();
     const std::string bytes = desk.Bytes(kName);
-    if (bytes != "old file") {
-      EXPECT_EQ(SamplesOf(bytes), Expected(0, 4)) << step;
-    }
-    if (step == 1) {
-      EXPECT_TRUE(crashed);
-    }
+    EXPECT_TRUE(bytes == "old file" || SamplesOf(bytes) == Expected(0, 4)) << step;
   }
 }
 
@@ -155,143 +123,108 @@ TEST(SaveDataFile, AFailureIsToldOnceHoweverOftenItIsTried) {
   EXPECT_EQ(desk.host.dialogs.Boxes().size(), 1u);
 }
 
-// A run of `count` samples with its backup, stopped.
-struct StoppedRun : Desk {
-  explicit StoppedRun(int count) : backup(session, window) {
-    session.settings.files.DiskBackUp = true;
-    BeginLog(backup);
-    for (int i = 0; i < count; ++i) {
-      Record(1);
-      backup.LocalBackUp();
-    }
+// A run of five samples with its backup, stopped.
+struct StoppedRun : BackedUpDesk {
+  StoppedRun() {
+    BeginLog();
+    RecordAndBackUp(5);
     window.run.DataNeedsSave = true;
   }
-
-  LocalBackup backup;
 };
 
-TEST(SaveFromBackup, SamplesComeFromAWholeBackup) {
-  StoppedRun run(5);
-  run.window.chart.SetValue(0, 1, -1);  // only a file made from the backup has the value of the run
-  ASSERT_EQ(SaveDataFile(run.session, run.window, kName, false), SaveOutcome::Saved);
-  EXPECT_EQ(SamplesOf(run.Bytes(kName)), Expected(0, 4));
-}
-
-TEST(SaveFromBackup, ABackupThatLacksSamplesOrIsTornGivesWayToTheStore) {
-  for (const std::size_t cut : {24u, 5u}) {
-    StoppedRun run(5);
-    const std::string whole = run.Bytes(run.window.save.keeping.LocalBackupFile);
-    run.host.disk.Put(run.window.save.keeping.LocalBackupFile, whole.substr(0, whole.size() - cut));
+TEST(SaveFromBackup, SamplesComeFromAWholeBackupAndElseFromTheStore) {
+  for (const int cut : {0, 24, 5, -1}) {  // bytes that the backup lacks, or -1 when it has vanished
+    StoppedRun run;
+    run.window.chart.SetValue(0, 1, -1);  // only a file made from the backup has the value of the run
+    const std::filesystem::path backup = run.window.save.keeping.LocalBackupFile;
+    const std::string whole = run.Bytes(backup);
+    std::error_code error;
+    cut < 0 ? run.host.disk.Remove(backup, error) : run.host.disk.Put(backup, whole.substr(0, whole.size() - cut));
     ASSERT_EQ(SaveDataFile(run.session, run.window, kName, false), SaveOutcome::Saved);
-    EXPECT_EQ(SamplesOf(run.Bytes(kName)), Expected(0, 4));
+    const std::string samples = SamplesOf(run.Bytes(kName));
+    EXPECT_EQ(samples.size(), Expected(0, 4).size());
+    EXPECT_EQ(NumberAt<double>(samples, 32), cut == 0 ? Desk::Value(0, 1) : -1) << cut;
+    EXPECT_EQ(run.window.save.keeping.BackupActive, cut >= 0) << "one that has vanished is forgotten";
   }
 }
 
-TEST(SaveFromBackup, AVanishedBackupIsForgotten) {
-  StoppedRun run(5);
-  std::error_code error;
-  run.host.disk.Remove(run.window.save.keeping.LocalBackupFile, error);
-  ASSERT_EQ(SaveDataFile(run.session, run.window, kName, false), SaveOutcome::Saved);
-  EXPECT_EQ(SamplesOf(run.Bytes(kName)), Expected(0, 4));
-  EXPECT_FALSE(run.window.save.keeping.BackupActive);
-}
-
-TEST(SaveFromBackup, AMiniServerSavesItsWholeRun) {
-  Desk desk;
-  desk.session.settings.files.DiskBackUp = desk.session.settings.files.MiniServer = true;
-  desk.window.run.time.firstStamp = Desk::Stamp(0);
-  LocalBackup backup(desk.session, desk.window);
-  desk.BeginLog(backup);
-  for (int i = 0; i < 7; ++i) {
-    desk.Record(1);
-    backup.LocalBackUp();
-    if (i != 3 && i != 5) continue;
-    desk.window.chart.ClearData();
-    backup.StoreWasCleared();
-  }
-  ASSERT_EQ(desk.window.chart.Count(), 1);
-  desk.window.run.DataNeedsSave = true;
-  ASSERT_EQ(CheckForSave(desk.session, desk.window, SaveReason::RunEnded, true), SaveOutcome::Saved);
-  const std::string bytes = desk.Bytes(kName);
-  EXPECT_EQ(SamplesOf(bytes), Expected(0, 6));
-  EXPECT_EQ(NumberAt<double>(bytes, 10), Desk::Stamp(0));
-  EXPECT_EQ(NumberAt<double>(bytes, 18), Desk::Stamp(6)) << "the run's own end";
-  EXPECT_EQ(desk.window.view.Status.Text(), "Reload 100102120000.tvd to View ");
-}
-
-// What the settings have become since the run began must not change how its backup is read.
+// What the settings become while the run goes on changes neither how its backup is written nor how it is read.
 TEST(SaveFromBackup, TheFormOfTheRunDecidesAndNotTheSettingsOfTheMoment) {
   for (const bool mini : {true, false}) {
     for (const bool integers : {true, false}) {
-      Desk desk;
+      BackedUpDesk desk;
       Settings& settings = desk.session.settings;
-      settings.files.DiskBackUp = true;
       settings.files.MiniServer = mini;
       settings.files.SaveAsIntegers = settings.timing.NoTimeStamps = integers;
       desk.window.run.time.firstStamp = Desk::Stamp(0);
-      LocalBackup backup(desk.session, desk.window);
-      desk.BeginLog(backup);
-      desk.Record(4);
-      backup.LocalBackUp();
-      desk.window.chart.ClearData();  // also a window that was told in mid run to keep little
-      backup.StoreWasCleared();
-      desk.Record(3);
-      backup.LocalBackUp();
-      desk.window.run.DataNeedsSave = true;
+      desk.BeginLog();
+      desk.RecordAndBackUp(4);
       settings.files.MiniServer = !mini;
       settings.files.SaveAsIntegers = settings.timing.NoTimeStamps = !integers;
       settings.files.DiskBackUp = false;
+      for (const int more : {2, 1}) {  // also a window that was told in mid run to keep little
+        desk.ClearStore();
+        desk.RecordAndBackUp(more);
+      }
+      desk.window.run.DataNeedsSave = true;
       ASSERT_EQ(CheckForSave(desk.session, desk.window, SaveReason::RunEnded, true), SaveOutcome::Saved);
       const std::string bytes = desk.Bytes(kName);
       EXPECT_EQ(SamplesOf(bytes), Expected(0, 6, !integers, integers)) << mini << integers;
-      const NotesBlock notes = ParseNotes(bytes.substr(156, SampleOffset(bytes) - 156));
+      const NotesBlock notes = ParseNotes(NotesOf(bytes));
       EXPECT_EQ(notes.integers, integers);
       EXPECT_EQ(notes.noTimeStamps, integers);
+      if (!mini) continue;
+      EXPECT_EQ(NumberAt<double>(bytes, 10), Desk::Stamp(0));
+      EXPECT_EQ(NumberAt<double>(bytes, 18), Desk::Stamp(6)) << "the run's own end";
+      EXPECT_EQ(desk.window.view.Status.Text(), "Reload 100102120000.tvd to View ");
     }
   }
 }
 
 TEST(CheckForSave, RulesDecide) {
-  const auto outcome = [](int samples, const std::function<void(Desk&)>& change,
-                          SaveReason reason = SaveReason::RunEnded) {
-    Desk desk;
-    desk.Record(samples);
-    change(desk);
-    desk.SettleLog();
-    return CheckForSave(desk.session, desk.window, reason, true);
+  struct Case {
+    int samples;
+    std::function<void(Desk&)> change;
+    SaveReason reason;
+    SaveOutcome outcome;
   };
   const auto nothing = [](Desk&) {};
-  EXPECT_EQ(outcome(3, nothing), SaveOutcome::Saved);
-  EXPECT_EQ(outcome(1, nothing), SaveOutcome::NotWanted);
   const auto noAutosave = [](Desk& desk) { desk.session.settings.files.AutoSaveStandAlone = false; };
-  EXPECT_EQ(outcome(3, noAutosave), SaveOutcome::Unsaved);
-  EXPECT_EQ(outcome(3, noAutosave, SaveReason::Asked), SaveOutcome::Saved);
-  EXPECT_EQ(outcome(3, [](Desk& desk) { desk.window.Mode = SessionMode::Client; }), SaveOutcome::Saved);
+  const auto client = [](Desk& desk) {
+    desk.session.settings.files.AutoSaveStandAlone = false;
+    desk.window.Mode = SessionMode::Client;
+  };
   const auto miniWithoutBackup = [](Desk& desk) {
     desk.session.settings.files.MiniServer = true;
     desk.session.settings.files.DiskBackUp = false;
   };
-  EXPECT_EQ(outcome(3, miniWithoutBackup), SaveOutcome::NotWanted);
+  for (const Case& c : {Case{3, nothing, SaveReason::RunEnded, SaveOutcome::Saved},
+                        Case{1, nothing, SaveReason::RunEnded, SaveOutcome::NotWanted},
+                        Case{3, noAutosave, SaveReason::RunEnded, SaveOutcome::Unsaved},
+                        Case{3, noAutosave, SaveReason::Asked, SaveOutcome::Saved},
+                        Case{3, client, SaveReason::RunEnded, SaveOutcome::Saved},
+                        Case{3, miniWithoutBackup, SaveReason::RunEnded, SaveOutcome::NotWanted}}) {
+    Desk desk;
+    desk.Record(c.samples);
+    c.change(desk);
+    desk.SettleLog();
+    EXPECT_EQ(CheckForSave(desk.session, desk.window, c.reason, true), c.outcome) << c.samples;
+  }
 }
 
 TEST(CheckForSave, EqualityWithTheThresholdSavesAtATurnoverButNotAtAStop) {
-  Desk desk;
-  desk.Record(3);  // 0.25 to 102.25
-  Settings& settings = desk.session.settings;
-  settings.files.SaveIF = 1;
-  settings.files.SaveIFVal = 102.25;
-  desk.SettleLog();
-  EXPECT_TRUE(SaveIfAtTurnover(desk.window));
-  EXPECT_FALSE(SaveIfAtStop(settings.files.SaveIF, settings.files.SaveIFVal, desk.window));
-  EXPECT_EQ(CheckForSave(desk.session, desk.window, SaveReason::RunEnded, true), SaveOutcome::NotWanted);
-  settings.files.SaveIF = -1;
-  settings.files.SaveIFVal = 0.25;
-  desk.SettleLog();
-  EXPECT_TRUE(SaveIfAtTurnover(desk.window));
-  EXPECT_FALSE(SaveIfAtStop(settings.files.SaveIF, settings.files.SaveIFVal, desk.window));
-  settings.files.SaveIFVal = 0.5;
-  desk.SettleLog();
-  EXPECT_EQ(CheckForSave(desk.session, desk.window, SaveReason::RunEnded, true), SaveOutcome::Saved);
+  for (const auto& [rule, edge] : {std::pair(1, 102.25), std::pair(-1, 0.25)}) {  // the highest and the lowest value
+    Desk desk;
+    desk.Record(3);
+    desk.session.settings.files.SaveIF = rule;
+    desk.session.settings.files.SaveIFVal = edge;
+    desk.SettleLog();
+    EXPECT_TRUE(SaveIfAtTurnover(desk.window));
+    EXPECT_EQ(CheckForSave(desk.session, desk.window, SaveReason::RunEnded, true), SaveOutcome::NotWanted);
+    desk.session.settings.files.SaveIFVal -= 0.25 * rule;
+    desk.SettleLog();
+    EXPECT_EQ(CheckForSave(desk.session, desk.window, SaveReason::RunEnded, true), SaveOutcome::Saved);
+  }
 }
 
 TEST(CheckForSave, TwoSamplesAreToldOrSavedUnderTheBadName) {
@@ -340,7 +273,7 @@ TEST(SaveView, SavesTheStretchInViewAndPutsTheHeaderBack) {
   EXPECT_EQ(SamplesOf(bytes), Expected(3, 6));
   EXPECT_EQ(NumberAt<double>(bytes, 10), Desk::Stamp(3));
   EXPECT_EQ(NumberAt<double>(bytes, 18), Desk::Stamp(5));
-  const NotesBlock notes = ParseNotes(bytes.substr(156, SampleOffset(bytes) - 156));
+  const NotesBlock notes = ParseNotes(NotesOf(bytes));
   EXPECT_EQ(notes.notations.slots[0].index, 1);
   EXPECT_EQ(notes.metadata.Records().at(0).name, "Modified Save: 100102120000");
   EXPECT_EQ(notes.metadata.Records().at(0).value, "Local Name:Home Observer:A. Observer");
@@ -351,7 +284,7 @@ TEST(SaveView, SavesTheStretchInViewAndPutsTheHeaderBack) {
 }
 
 TEST(SaveView, IsNoSaveOfTheLog) {
-  StoppedRun run(5);
+  StoppedRun run;
   run.session.settings.program.ShowMsgBox = true;
   run.window.chart.XAxisMin = Desk::Stamp(0);
   run.window.chart.XAxisMax = Desk::Stamp(2);

@@ -69,14 +69,6 @@ TEST(ObserverLogRules, AnEntryForAClosedLogIsDropped) {
   EXPECT_EQ(text, "one.two!");
 }
 
-TEST(ObserverLogRules, TheIdentityLeavesOutTheItemsOfTheNotes) {
-  const StationIdentity station{"Jodrell  ", "Lovell", "53:14:10.5", "2:18:25.7 W", "Cheshire", "Feed 2*[[*CHL0x*]]*"};
-  EXPECT_EQ(IdentityBlock(IdentityMode::Local, station),
-            "Local Identity Information\r\nLocal Name: Jodrell\r\nObserver: Lovell\r\nLatitude: 53:14:10.5\r\n"
-            "Longitude: 2:18:25.7 W\r\nLocation: Cheshire\r\nNotes: Feed 2\r\nEnd of Identity Information");
-  EXPECT_TRUE(IdentityBlock(IdentityMode::Client, station).starts_with("Client Connection Identity Information\r\n"));
-}
-
 TEST(LogWords, RunFromBlankToBlankAndFileReferencesToTheEndOfTheLine) {
   const std::string line = "see http://a.org/x and b";
   EXPECT_EQ(WordAt(line, 4), "http://a.org/x");

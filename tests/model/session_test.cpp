@@ -26,28 +26,10 @@ TEST(ActiveChannels, EndAtTheFirstRowWithoutASource) {
   EXPECT_EQ(ActiveChannels(settings), kChannels);
 }
 
-TEST_F(SessionTest, ReadsTheStoreOfItsHomeOnlyWhenAsked) {
-  session.store.SaveSetting(Section::Settings, "Author", "Jansky");
-  EXPECT_TRUE(host.disk.FileExists("/station/settings.ini"));
-  Session second(host.Record(), "/station");
-  EXPECT_EQ(second.store.GetSetting(Section::Settings, "Author"), "unknown");
-  second.store.Load();
-  EXPECT_EQ(second.store.GetSetting(Section::Settings, "Author"), "Jansky");
-}
-
 TEST_F(SessionTest, WhatTheStoreCannotWriteIsLogged) {
   host.disk.FailOperation(1, SimDisk::Repeat::ForEver);
   session.store.SaveSetting(Section::Settings, "Author", "Jansky");
   EXPECT_NE(session.log.Text().find("settings.ini"), std::string::npos) << session.log.Text();
-}
-
-TEST_F(SessionTest, TellsAPersonOnlyWithShowMsgBox) {
-  session.settings.program.ShowMsgBox = false;
-  session.Tell("Tarvolt", "nobody is there");
-  EXPECT_TRUE(host.dialogs.Boxes().empty());
-  session.settings.program.ShowMsgBox = true;
-  session.Tell("Tarvolt", "hello");
-  EXPECT_TRUE(host.dialogs.HasShown("hello"));
 }
 
 TEST_F(SessionTest, TheDataFolderHasNoTrailingSeparators) {

@@ -10,76 +10,67 @@
 namespace tarvolt {
 namespace {
 
-// The passes once more, sample by sample and in doubles, as slow as they are told.
+// The passes once more, side by side and in doubles, as slow as they are told.
 class SlowPasses {
  public:
   SlowPasses(const DetectionSetup& setup, SoundState& state) : setup_(setup), state_(state) {}
 
   void Stereo(const std::vector<std::int16_t>& samples) {
-    const int n = static_cast<int>(samples.size());
-    const double frames = std::nearbyint(n / 2.0);
-    const int block = std::max(1, static_cast<int>(std::nearbyint(n / 10.0)));
-    double sumL = 0, sumR = 0, sqL = 0, sqR = 0, peakSumL = 0, peakSumR = 0;
-    int peakL = 0, peakR = 0, count = 0, blocks = 0;
+    const double frames = std::nearbyint(static_cast<double>(samples.size()) / 2.0);
     state_.CrossCorrelation = 0;
-    for (int i = 0; i <= n - 2; i += 2) {
-      Push(samples[i]);
-      Push(samples[i + 1]);
-      double l = Sample(samples[i], setup_.backgroundL);
-      double r = Sample(samples[i + 1], setup_.backgroundR);
-      state_.CrossCorrelation = l * r;
-      l = std::fabs(l);
-      r = std::fabs(r);
-      sumL += l;
-      sumR += r;
-      sqL += l * l;
-      sqR += r * r;
-      peakL = std::max(peakL, static_cast<int>(l));
-      peakR = std::max(peakR, static_cast<int>(r));
-      count += 2;
-      if (count < block) continue;
-      peakSumL += peakL;
-      peakSumR += peakR;
-      peakL = peakR = count = 0;
-      ++blocks;
+    for (std::size_t i = 0; i + 1 < samples.size(); i += 2) {
+      state_.CrossCorrelation = Sample(samples[i], setup_.backgroundL) * Sample(samples[i + 1], setup_.backgroundR);
     }
     if (frames > 0) state_.CrossCorrelation /= frames;
-    Finish(peakSumL, blocks, sumL, sqL, frames, setup_.PwrMultiL, state_.LastPeakL, state_.LastAvgL,
-           state_.SoundAccumL);
-    Finish(peakSumR, blocks, sumR, sqR, frames, setup_.PwrMultiR, state_.LastPeakR, state_.LastAvgR,
-           state_.SoundAccumR);
+    for (const std::int16_t sample : samples) Push(sample);
+    for (const bool right : {false, true}) {
+      int blocks = 0;
+      Side(samples, right, 2, frames, blocks);
+    }
   }
 
   void Mono(const std::vector<std::int16_t>& samples) {
-    int blocks = 0;
-    const auto side = [&](bool used, int background, double multi, double& peak, double& avg, auto& accum) {
-      const int n = static_cast<int>(samples.size());
-      const int block = std::max(1, static_cast<int>(std::nearbyint(n / 10.0)));
-      double sum = 0, squares = 0, peakSum = 0;
-      int high = 0, count = 0;
-      for (int i = 0; used && i < n; ++i) {
-        Push(samples[i]);
-        const double value = Sample(samples[i], background);
-        sum += value;
-        squares += value * value;
-        high = std::max(high, static_cast<int>(value));
-        if (++count < block) continue;
-        peakSum += high;
-        high = count = 0;
-        ++blocks;
+    int blocks = 0;  // counted on from the left side to the right
+    for (const bool right : {false, true}) {
+      const bool used = right ? setup_.SoundRightInUse : setup_.SoundLeftInUse;
+      if (used) {
+        for (const std::int16_t sample : samples) Push(sample);
       }
-      Finish(peakSum, used ? blocks : 0, sum, squares, used ? n : 0, multi, peak, avg, accum);
-    };
-    side(setup_.SoundLeftInUse, setup_.backgroundL, setup_.PwrMultiL, state_.LastPeakL, state_.LastAvgL,
-         state_.SoundAccumL);
-    side(setup_.SoundRightInUse, setup_.backgroundR, setup_.PwrMultiR, state_.LastPeakR, state_.LastAvgR,
-         state_.SoundAccumR);
+      Side(used ? samples : std::vector<std::int16_t>(), right, 1, used ? static_cast<double>(samples.size()) : 0,
+           blocks);
+    }
   }
 
  private:
+  void Side(const std::vector<std::int16_t>& samples, bool right, int step, double divisor, int& blocks) {
+    const int block = std::max(1, static_cast<int>(std::nearbyint(static_cast<double>(samples.size()) / 10.0)));
+    double sum = 0, squares = 0, peakSum = 0;
+    int high = 0, count = 0;
+    const int before = blocks;
+    for (std::size_t i = step == 2 && right ? 1 : 0; i < samples.size(); i += step) {
+      double value = Sample(samples[i], right ? setup_.backgroundR : setup_.backgroundL);
+      if (step == 2) value = std::fabs(value);
+      sum += value;
+      squares += value * value;
+      high = std::max(high, static_cast<int>(value));
+      if ((count += step) < block) continue;
+      peakSum += high;
+      high = count = 0;
+      ++blocks;
+    }
+    double& peak = right ? state_.LastPeakR : state_.LastPeakL;
+    double& average = right ? state_.LastAvgR : state_.LastAvgL;
+    auto& sums = right ? state_.SoundAccumR : state_.SoundAccumL;
+    const double factor = right ? setup_.PwrMultiR : setup_.PwrMultiL;
+    if (blocks > before) peak = peakSum / blocks;
+    if (divisor > 0) average = sum / divisor;
+    sums[1] += peak;
+    sums[2] += average;
+    if (divisor > 0 && factor != 0) sums[3] += squares / divisor / factor;
+  }
+
   double Sample(int sample, int background) const {
-    double value = sample;
-    if (value < -32767) value += 1;
+    const double value = sample < -32767 ? sample + 1 : sample;
     return state_.MeasuringBackground ? value : std::fabs(value) - background;
   }
 
@@ -90,16 +81,6 @@ class SlowPasses {
     if (++ring.RingWrite > bound) ring.RingWrite = 0;
     if (ring.RingWrite == ring.RingRead && ++ring.RingRead > bound) ring.RingRead = 0;
     ring.PreBufferRing[ring.RingWrite] = sample;
-  }
-
-  template <class Accumulators>
-  static void Finish(double peakSum, int blocks, double sum, double squares, double divisor, double multi, double& peak,
-                     double& avg, Accumulators& accum) {
-    if (blocks > 0) peak = peakSum / blocks;
-    if (divisor > 0) avg = sum / divisor;
-    accum[1] += peak;
-    accum[2] += avg;
-    if (divisor > 0 && multi != 0) accum[3] += squares / divisor / multi;
   }
 
   const DetectionSetup& setup_;
@@ -145,27 +126,6 @@ TEST(Detection, AnyBuffersGiveWhatTheSlowPassesGive) {
       ExpectSame(fast, slow, "round " + NumberText(std::int64_t{round}));
     }
   }
-}
-
-TEST(Detection, TheSidesOfTheBackgroundDifferBetweenStereoAndMono) {
-  DetectionSetup setup;
-  setup.backgroundL = 150;
-  setup.SoundRightInUse = false;
-  SoundState stereo;
-  StereoPass(std::vector<std::int16_t>{100, 0, -100, 0}, setup, stereo);
-  EXPECT_EQ(stereo.LastAvgL, 50);
-  SoundState mono;
-  MonoPass(std::vector<std::int16_t>{100, -100}, setup, mono);
-  EXPECT_EQ(mono.LastAvgL, -50);
-  EXPECT_EQ(mono.LastPeakL, 0);
-}
-
-TEST(Detection, TheLowestSampleReadsAsTheHighest) {
-  SoundState sound;
-  StereoPass(std::vector<std::int16_t>(40, -32768), {}, sound);
-  EXPECT_EQ(sound.LastPeakL, 32767);
-  EXPECT_EQ(sound.LastAvgR, 32767);
-  EXPECT_EQ(sound.SoundAccumL[kPower], 32767.0 * 32767 / 2000);
 }
 
 TEST(Detection, ThePeakIsTheMeanOfTenBlocksAndAPartialBlockIsLeftOut) {

@@ -14,18 +14,20 @@ namespace {
 
 using namespace std::chrono_literals;
 
-TEST(UdsMessages, ValuesAddUpByInput) {
+/// A run that a source pushes, unless a test says otherwise.
+struct UdsMessages : testing::Test {
+  UdsMessages() { EXPECT_TRUE(bench.StartRun(true)); }
   UdsBench bench;
-  ASSERT_TRUE(bench.StartRun());
+};
+
+TEST_F(UdsMessages, ValuesAddUpByInput) {
   bench.Send("#3 12.5\xFF#3 12.5\xFF#1 2\xFF#0 9\xFF#x 4\xFF");
   EXPECT_EQ(bench.client.TakeSet(), (UdsSet{9, 2, 0, 25}));
   bench.Send("#1\xFF#1 \xFF#1abc\xFF#1&H10\xFF");
   EXPECT_EQ(bench.client.TakeSet(), (UdsSet{0, 16}));
 }
 
-TEST(UdsMessages, TornAndEmptyMessagesAreDroppedWithTheRestOfTheirEvent) {
-  UdsBench bench;
-  ASSERT_TRUE(bench.StartRun());
+TEST_F(UdsMessages, TornAndEmptyMessagesAreDroppedWithTheRestOfTheirEvent) {
   bench.Send("#0 1\xFF#0 10\xFF#0 1");
   bench.Send("00\xFF#0 1000\xFF");
   EXPECT_EQ(bench.client.TakeSet()[0], 1011) << "the two halves are not joined";
@@ -34,9 +36,7 @@ TEST(UdsMessages, TornAndEmptyMessagesAreDroppedWithTheRestOfTheirEvent) {
   EXPECT_EQ(bench.client.TakeSet()[0], 1);
 }
 
-TEST(UdsMessages, OverlongAndEndlessMessagesAreIgnored) {
-  UdsBench bench;
-  ASSERT_TRUE(bench.StartRun());
+TEST_F(UdsMessages, OverlongAndEndlessMessagesAreIgnored) {
   const std::string longest = "#0 1" + std::string(kUdsLongestMessage - 4, ' ');
   bench.Send(longest + "\xFF" + longest + " \xFF#0 4\xFF");
   EXPECT_EQ(bench.client.TakeSet()[0], 5);
@@ -46,18 +46,14 @@ TEST(UdsMessages, OverlongAndEndlessMessagesAreIgnored) {
   EXPECT_TRUE(bench.client.IsReady());
 }
 
-TEST(UdsMessages, UnknownCodesAndTextsDoNothing) {
-  UdsBench bench;
-  ASSERT_TRUE(bench.StartRun(true));
+TEST_F(UdsMessages, UnknownCodesAndTextsDoNothing) {
   bench.Send("^^2006\xFF^^4001x\xFF^^30x1\xFF^^300\xFF^3001x\xFFhello\xFF^^9999\xFF^^ 3001\xFF");
   EXPECT_TRUE(bench.sets.empty());
   EXPECT_EQ(bench.stops, 0);
   EXPECT_TRUE(bench.client.IsReady());
 }
 
-TEST(UdsMessages, APushedSetDrivesTheRunWithItsTime) {
-  UdsBench bench;
-  ASSERT_TRUE(bench.StartRun(true));
+TEST_F(UdsMessages, APushedSetDrivesTheRunWithItsTime) {
   bench.Send("#0 1\xFF^^3000 40000.25\xFF^^3001\xFF");
   bench.run.phase = RunPhase::TurningOver;
   bench.Send("^^3001\xFF");
@@ -66,9 +62,7 @@ TEST(UdsMessages, APushedSetDrivesTheRunWithItsTime) {
   EXPECT_EQ(bench.sets, (std::vector<std::optional<TimeStamp>>{40000.25, std::nullopt}));
 }
 
-TEST(UdsMessages, ATimeThatIsNoDateGivesTheClocksTimeAndIsLoggedOnce) {
-  UdsBench bench;
-  ASSERT_TRUE(bench.StartRun(true));
+TEST_F(UdsMessages, ATimeThatIsNoDateGivesTheClocksTimeAndIsLoggedOnce) {
   bench.Send("^^3000\xFF^^3000nan\xFF^^30001e308\xFF^^3000-5\xFF^^30002958466\xFF^^30002958465.9\xFF");
   ASSERT_EQ(bench.sets.size(), 6u);
   for (int i = 0; i < 5; ++i) EXPECT_EQ(bench.sets[i], std::nullopt) << i;
@@ -76,9 +70,7 @@ TEST(UdsMessages, ATimeThatIsNoDateGivesTheClocksTimeAndIsLoggedOnce) {
   EXPECT_EQ(bench.LogLines("UDS sent a time that is no date."), 1);
 }
 
-TEST(UdsMessages, ASetThatStopsTheRunVoidsTheRestOfItsEvent) {
-  UdsBench bench;
-  ASSERT_TRUE(bench.StartRun(true));
+TEST_F(UdsMessages, ASetThatStopsTheRunVoidsTheRestOfItsEvent) {
   bench.whileSetEnds = [&] { bench.StopChart(); };
   bench.Send("#0 1\xFF^^3001\xFF#0 5\xFF^^1002/x\xFF");
   EXPECT_EQ(bench.client.TakeSet()[0], 1);
@@ -86,9 +78,7 @@ TEST(UdsMessages, ASetThatStopsTheRunVoidsTheRestOfItsEvent) {
   EXPECT_EQ(bench.stops, 1);
 }
 
-TEST(UdsMessages, ASetThatStartsTheNextRunIsNotFollowedByTheOldLink) {
-  UdsBench bench;
-  ASSERT_TRUE(bench.StartRun(true));
+TEST_F(UdsMessages, ASetThatStartsTheNextRunIsNotFollowedByTheOldLink) {
   bench.whileSetEnds = [&] {
     bench.whileSetEnds = nullptr;
     bench.StopChart();
@@ -101,9 +91,7 @@ TEST(UdsMessages, ASetThatStartsTheNextRunIsNotFollowedByTheOldLink) {
   EXPECT_EQ(bench.sets.size(), 2u);
 }
 
-TEST(UdsMessages, MessagesKeepTheirOrderWhenACommandYields) {
-  UdsBench bench;
-  ASSERT_TRUE(bench.StartRun(true));
+TEST_F(UdsMessages, MessagesKeepTheirOrderWhenACommandYields) {
   std::vector<double> sums;
   bench.whileSetEnds = [&] { sums.push_back(bench.client.TakeSet()[0]); };
   bench.whileCommandRuns = [&] {
@@ -115,9 +103,7 @@ TEST(UdsMessages, MessagesKeepTheirOrderWhenACommandYields) {
   EXPECT_EQ(sums, (std::vector<double>{11, 100}));
 }
 
-TEST(UdsMessages, AChannelCountSizesTheStoreBeforeTheRunAndNeverInIt) {
-  UdsBench bench;
-  ASSERT_TRUE(bench.StartRun(true));
+TEST_F(UdsMessages, AChannelCountSizesTheStoreBeforeTheRunAndNeverInIt) {
   bench.run.phase = RunPhase::Idle;
   bench.Send("^^2013 5\xFF");
   EXPECT_EQ(bench.window.view.Status.Text(), "Channels: 5");
@@ -137,19 +123,15 @@ TEST(UdsMessages, AChannelCountSizesTheStoreBeforeTheRunAndNeverInIt) {
   EXPECT_TRUE(bench.host.dialogs.HasShown("Fatal Stream Error!"));
 }
 
-TEST(UdsMessages, AnImpossibleChannelCountInAnEmptyRunLeavesOneChannel) {
-  UdsBench bench;
+TEST_F(UdsMessages, AnImpossibleChannelCountInAnEmptyRunLeavesOneChannel) {
   bench.settings.program.ShowMsgBox = false;
-  ASSERT_TRUE(bench.StartRun(true));
   bench.Send("^^20130\xFF");
   EXPECT_EQ(bench.stops, 1);
   EXPECT_EQ(bench.run.ChannelCount, 1);
   EXPECT_TRUE(bench.host.dialogs.Boxes().empty());
 }
 
-TEST(UdsMessages, TheSourceSetsTheOriginOfTimeUnlessItIsNoDate) {
-  UdsBench bench;
-  ASSERT_TRUE(bench.StartRun(true));
+TEST_F(UdsMessages, TheSourceSetsTheOriginOfTimeUnlessItIsNoDate) {
   bench.Send("^^3002 40000.5\xFF");
   EXPECT_EQ(bench.run.time.firstStamp, 40000.5);
   EXPECT_EQ(bench.window.chart.XAxisMin, 40000.5);

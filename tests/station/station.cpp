@@ -68,28 +68,32 @@ Station& Station::StopChart() {
   return *this;
 }
 
-void Station::RunFor(std::chrono::milliseconds span) {
+Station& Station::RunFor(std::chrono::milliseconds span) {
   Boot();
   host.loop.RunFor(span);
+  return *this;
 }
 
-void Station::RunForSets(std::int64_t sets) {
+Station& Station::RunForSets(std::int64_t sets) {
   Boot();
   host.loop.RunUntil([&] { return uds.SetsSent() >= sets; }, 24h * 400);
   host.loop.RunFor(1ms);
+  return *this;
 }
 
-void Station::ShutDown() {
+Station& Station::ShutDown() {
   form_->Form_Unload();
   form_.reset();
   session_.reset();
+  return *this;
 }
 
-void Station::Kill() {
+Station& Station::Kill() {
   host.Kill();
   form_.reset();
   session_.reset();
   host.Reboot();
+  return *this;
 }
 
 std::vector<std::string> Station::DataFiles(bool rescued) const {
@@ -134,15 +138,35 @@ std::vector<double> Station::FirstChannelInFilesAndStore() {
     const std::vector<double> part = FirstChannelIn(file);
     values.insert(values.end(), part.begin(), part.end());
   }
-  if (Running()) {
-    const StripChart& chart = form_->Window().chart;
-    for (std::int32_t i = 0; i < chart.Count(); ++i) values.push_back(chart.GetValue(0, i));
-  }
+  if (!Running()) return values;
+  for (const Sample& sample : Stored()) values.push_back(sample.values.at(0));
   return values;
+}
+
+std::vector<Sample> Station::Stored() const {
+  std::vector<Sample> samples;
+  for (std::int32_t i = 0; i < Chart().Count(); ++i) {
+    samples.push_back({Chart().GetTime(i), {}});
+    for (int channel = 0; channel < Chart().ChannelCount(); ++channel) {
+      samples.back().values.push_back(Chart().GetValue(channel, i));
+    }
+  }
+  return samples;
+}
+
+bool Station::LastFileHolds(std::string_view words) const {
+  const std::vector<std::string> files = FilesSaved();
+  return !files.empty() && Holds(*host.disk.Contents(files.back()), words);
 }
 
 std::string Station::Log() const {
   return lastLog_;
+}
+
+int Station::LogLines(std::string_view words) const {
+  int count = 0;
+  for (auto at = lastLog_.find(words); at != std::string::npos; at = lastLog_.find(words, at + 1)) ++count;
+  return count;
 }
 
 std::vector<double> Ramp(int count) {

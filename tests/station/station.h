@@ -45,16 +45,16 @@ class Station {
   Station& Boot(const std::string& commandLine = "");
   Station& StartChart();
   Station& StopChart();
-  void RunFor(std::chrono::milliseconds span);
+  Station& RunFor(std::chrono::milliseconds span);
 
   /// Runs until the source has sent so many sets since the station was made.
-  void RunForSets(std::int64_t sets);
+  Station& RunForSets(std::int64_t sets);
 
   /// Ends the program in order.
-  void ShutDown();
+  Station& ShutDown();
 
   /// The program dies without a word; the machine is ready for the next Boot.
-  void Kill();
+  Station& Kill();
 
   /// Runs a part of the program's life that may end in a crash of the disk; true when it did, and the machine is ready
   /// again.
@@ -70,6 +70,7 @@ class Station {
   FormMain& Form() { return *form_; }
   Session& TheSession() { return *session_; }
   const RunState& Run() const { return form_->Window().run; }
+  const StripChart& Chart() const { return form_->Window().chart; }
   const WindowState& View() const { return form_->Window().view; }
   CommandStates States() const { return StatesOf(form_->Window()); }
   bool Running() const { return form_ && form_->Window().run.ChartRunning(); }
@@ -81,19 +82,36 @@ class Station {
   /// The samples of one file, only those that stand whole in it.
   std::vector<Sample> SamplesIn(const std::string& file);
 
+  /// The samples in the store.
+  std::vector<Sample> Stored() const;
+
+  /// The values of channel 1 in the only file that was saved, or rescued; nothing when there is none or more than one.
+  std::vector<double> OnlySaved() { return OnlyOf(FilesSaved()); }
+  std::vector<double> OnlyRescued() { return OnlyOf(FilesRescued()); }
+
+  /// Whether these words stand in the bytes of the saved file that is last by its name.
+  bool LastFileHolds(std::string_view words) const;
+
   /// The values of channel 1 in all saved files, and then in the store.
   std::vector<double> FirstChannelInFilesAndStore();
   std::vector<double> FirstChannelIn(const std::string& file);
 
   /// The session log of the program that runs, or of the one that ended last.
   std::string Log() const;
-  bool Logged(std::string_view words) const { return Log().find(words) != std::string::npos; }
+  bool Logged(std::string_view words) const { return LogLines(words) > 0; }
+  int LogLines(std::string_view words) const;
+
+  /// A setting as it is stored.
+  std::string Setting(std::string_view key) { return session_->store.GetSetting(Section::Settings, key); }
 
   SimHost host;
   UdsPeer uds;
 
  private:
   std::vector<std::string> DataFiles(bool rescued) const;
+  std::vector<double> OnlyOf(const std::vector<std::string>& files) {
+    return files.size() == 1 ? FirstChannelIn(files[0]) : std::vector<double>();
+  }
 
   SettingOverrides overrides_;
   Person nobody_;

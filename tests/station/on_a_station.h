@@ -1,0 +1,15 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "station/station.h"
+
+namespace tarvolt {
+
+/// A test with a station of its own.
+class OnAStation : public testing::Test {
+ protected:
+  Station station;
+};
+
+}  // namespace tarvolt
