@@ -82,8 +82,6 @@ class SimDisk final : public FileSystem {
   /// The program dies here and now, between two operations.
   void Kill();
 
-  bool IsDown() const { return down_; }
-
   /// Called inside each Sync: a slow disk lets time pass there.
   void OnSync(std::function<void()> call) { onSync_ = std::move(call); }
 
