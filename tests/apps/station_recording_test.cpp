@@ -1,10 +1,8 @@
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <chrono>
 
 #include "apps/station.h"
-#include "apps/test_source.h"
 #include "apps/tv-uds/link/messages.h"
 #include "apps/tv_uds_program.h"
 #include "text/number.h"
@@ -96,59 +94,6 @@ TEST(StationRecording, FilesHoldWhatTheSourceSent) {
                                       << (way.integers ? ", integers" : "") << ", average of " << way.average);
     RecordReplay(way);
   }
-}
-
-TEST(StationRecording, GoesOnWhenItsDataFolderIsDeleted) {
-  const Home home;
-  TestSource source;
-  RunningStation station(home, Recording(source.Port()));
-  ASSERT_TRUE(source.Accept());
-  source.BeginRun(2);
-  const TimeStamp start = Now();
-  Samples sent;
-  const auto sendTen = [&] {
-    for (int n = 0; n < 10; ++n) {
-      sent.push_back({static_cast<double>(sent.size()), 0.5});
-      source.SendSet(sent.back(), start + static_cast<double>(sent.size()) / 86400);
-    }
-  };
-  sendTen();
-  ASSERT_TRUE(WaitUntil([&] { return ReadRecorded(home.Backup()).samples == sent; }));
-  // The station may make the folder anew while it is being taken down.
-  ASSERT_TRUE(WaitUntil([&] {
-    std::error_code ignored;
-    std::filesystem::remove_all(home.Data(), ignored);
-    return !std::filesystem::exists(home.Data());
-  }));
-  sendTen();
-  EXPECT_TRUE(station.WaitFor("Backup File Was Missing. It Has Been Made Anew."));
-  sendTen();
-  source.HangUp();
-  EXPECT_EQ(station.ExitStatus(), 0);
-  EXPECT_EQ(ReadRecorded(home.DataFile()).samples, sent) << station.Output();
-}
-
-TEST(StationRecording, KeepsItsChannelsThroughGarbage) {
-  const Home home;
-  TestSource source;
-  RunningStation station(home, Recording(source.Port()));
-  ASSERT_TRUE(source.Accept());
-  source.BeginRun(2);
-  const TimeStamp start = Now();
-  Samples sent;
-  for (const std::string& garbage :
-       {std::string("\xFF\xFF"), std::string("#\xFF#9 5\xFF#x 5\xFF"), std::string("^^\xFF^^30\xFF^^99991\xFF"),
-        std::string("^^3000never\xFF"), std::string(70000, '#') + '\xFF', std::string("\0\x01\xFE\xFF", 4),
-        std::string("^^1002/NOSUCHWORD\xFF"), std::string("#0 1e999\xFF")}) {
-    // A message in several pieces may be dropped, but never the sets around it.
-    source.Send(garbage);
-    usleep(50000);
-    sent.push_back({static_cast<double>(sent.size()) + 0.25, -7});
-    source.SendSet(sent.back(), start + static_cast<double>(sent.size()) / 86400);
-  }
-  source.HangUp();
-  EXPECT_EQ(station.ExitStatus(), 0);
-  EXPECT_EQ(ReadRecorded(home.DataFile()).samples, sent) << station.Output();
 }
 
 }  // namespace
