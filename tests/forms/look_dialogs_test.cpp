@@ -90,22 +90,6 @@ TEST(LookDialogs, AViewByNumbersSaysWhatIsWrongAndClosesWithItsChart) {
   EXPECT_FALSE(view->isVisible()) << "a new log began";
 }
 
-TEST(LookDialogs, InformationOfTheChartIsShownUntilItGoes) {
-  Desk desk;
-  desk.Click("cmdStart");
-  desk.Record(20);
-  desk.Click("cmdStart");
-  desk.Choose("mnuDataFileInfo");
-  auto* info = desk.Find<QWidget>("FormFileInfo");
-  EXPECT_TRUE(info->isVisible());
-  info->close();
-  desk.Settle();
-  desk.Click("cmdInfo");
-  EXPECT_TRUE(info->isVisible());
-  desk.Click("cmdStart");
-  EXPECT_FALSE(info->isVisible());
-}
-
 TEST(LookDialogs, FontsAreKeptOnOkAlone) {
   Desk desk;
   desk.station.TheSession().store.SaveSetting(Section::Settings, "TitleFontSize", "18");
