@@ -152,11 +152,17 @@ TEST(StationStartsSource, UnlessOneRuns) {
   ASSERT_TRUE(started);
   EXPECT_EQ(ReadRecorded(home.DataFile()).samples, (std::vector<std::vector<double>>{{1, 2}, {3, 4}, {5, 6}}));
 
+  // Its own one runs: nothing is started, and it is polled until its replay ends.
   uds::RunningSource own({"--replay", (home.Folder() / "sets.txt").string()});
   ASSERT_NE(own.Port(), 0);
-  RunningStation station(home, Recording(own.Port(), {"StartUDS=True", "UDSexe=no-such-program"}));
+  const Home other;
+  RunningStation station(other, Recording(own.Port(), {"StartUDS=True", "UDSexe=no-such-program", "UDSpush=False",
+                                                       "SampleRate=10", "SaveAsIntegers=True"}));
   EXPECT_EQ(station.ExitStatus(), 0);
   EXPECT_FALSE(station.Printed("Trying to Start UDS")) << station.Output();
+  const Recorded polled = ReadRecorded(other.DataFile());
+  EXPECT_TRUE(polled.layout.integers);
+  EXPECT_EQ(polled.samples, (std::vector<std::vector<double>>{{1, 2}, {3, 4}, {5, 6}})) << station.Output();
 }
 
 }  // namespace
