@@ -113,6 +113,7 @@ TEST_F(ChannelEquationsTest, ConditionsCompare) {
                         Case{"[4] AND [3]", false},
                         Case{"[4] xor [4]", true},
                         Case{"[0] or [0.5]", false},
+                        Case{"[0] Or [X]", true},
                         Case{"[X]", true},
                         Case{"[6]XOR[3]", true},
                         Case{"[X][X]", false},
