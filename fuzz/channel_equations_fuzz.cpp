@@ -2,7 +2,6 @@
 #include <array>
 #include <bit>
 #include <cstdint>
-#include <cstdlib>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,16 +10,13 @@
 #include "automation/channel_equations/equation_file.h"
 #include "automation/channel_equations/equation_trial.h"
 #include "automation/channel_equations/text_program.h"
+#include "require.h"
 #include "text/ansi.h"
 
 namespace tarvolt {
 namespace {
 
 constexpr int kChannelsInUse = 2;
-
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 /// Three stored samples and one in hand, of values that come from the input.
 struct Desk {

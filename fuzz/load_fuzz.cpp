@@ -5,13 +5,13 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
+#include <iterator>
 #include <string>
 
 #include "core/chart/load_commands.h"
 #include "display/column_reduction.h"
 #include "files/header_info.h"
-#include "memory_files.h"
+#include "require.h"
 #include "sim/sim_host.h"
 
 namespace {
@@ -19,10 +19,6 @@ namespace {
 using namespace tarvolt;
 
 constexpr std::size_t kChoices = 16;
-
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 /// Takes the choices one after the other, and from the first again.
 class Choices {
@@ -33,13 +29,6 @@ class Choices {
  private:
   const std::uint8_t* bytes_;
   std::size_t place_ = 0;
-};
-
-/// A machine that is made once, with a disk of its own: only session and window are new for each file.
-struct Machine {
-  SimHost host{1};
-  MemoryFiles files;
-  Host record{host.clock, host.loop, host.network, files, host.processes, host.dialogs, host.sound, host.mixer};
 };
 
 LoadRequest RequestOf(Choices& choices) {
@@ -71,45 +60,34 @@ void SetOptions(Choices& choices, Session& session, ChartWindow& window) {
   window.loadOptions.ChannelSelected.fill(choices.Next(2) == 0);
 }
 
+constexpr void (ViewCommands::*kViewCommands[])() = {&ViewCommands::IncX,
+                                                     &ViewCommands::DecX,
+                                                     &ViewCommands::IncY,
+                                                     &ViewCommands::DecY,
+                                                     &ViewCommands::ScrollLeft,
+                                                     &ViewCommands::ScrollRight,
+                                                     &ViewCommands::ScrollUp,
+                                                     &ViewCommands::ScrollDown,
+                                                     &ViewCommands::cmdFullView,
+                                                     &ViewCommands::cmdAutoScale,
+                                                     &ViewCommands::RestoreFullView,
+                                                     &ViewCommands::cmdAutoScrollEnable};
+constexpr int kSimpleCommands = static_cast<int>(std::size(kViewCommands));
+
 void RunCommand(int command, ChartCommands& chart, const ChartWindow& window) {
-  switch (command) {
-    case 0:
-      return chart.IncX();
-    case 1:
-      return chart.DecX();
-    case 2:
-      return chart.IncY();
-    case 3:
-      return chart.DecY();
-    case 4:
-      return chart.ScrollLeft();
-    case 5:
-      return chart.ScrollRight();
-    case 6:
-      return chart.ScrollUp();
-    case 7:
-      return chart.ScrollDown();
-    case 8:
-      return chart.cmdFullView();
-    case 9:
-      return chart.RestoreFullView();
-    case 10:
-      chart.cmdCursor();
-      chart.MoveCursor(window.chart.XAxisMin, window.chart.YAxisMax);
-      return chart.mnuSetTimeMarker();
-    case 11:
-      return chart.cmdAutoScrollEnable();
-    case 12:
-      return chart.cmdAutoScale();
-    case 13:
-      return chart.mnuVisCH(1);
-    case 14:
-      chart.SetChartView({});
-      return chart.SaveChartViewParams();
-    default:
-      return chart.ZoomTo({window.chart.XAxisMin, (window.chart.XAxisMin + window.chart.XAxisMax) / 2,
-                           window.chart.YAxisMin, window.chart.YAxisMax});
+  if (command < kSimpleCommands) return (chart.view.*kViewCommands[command])();
+  if (command == kSimpleCommands) {
+    chart.cursor.cmdCursor();
+    chart.cursor.MoveCursor(window.chart.XAxisMin, window.chart.YAxisMax);
+    return chart.cursor.mnuSetTimeMarker();
   }
+  if (command == kSimpleCommands + 1) return chart.look.mnuVisCH(1);
+  if (command == kSimpleCommands + 2) {
+    chart.view.SetChartView({});
+    return chart.view.SaveChartViewParams();
+  }
+  chart.view.ZoomTo({window.chart.XAxisMin, (window.chart.XAxisMin + window.chart.XAxisMax) / 2, window.chart.YAxisMin,
+                     window.chart.YAxisMax});
 }
 
 void CheckWindow(const ChartWindow& window) {
@@ -138,12 +116,12 @@ void Draw(const StripChart& chart) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size < kChoices) return 0;
-  static Machine machine;
+  static SimHost host(1);  // made once: only session and window are new for each file
   Choices choices(data);
-  machine.host.loop.RunFor(std::chrono::milliseconds(1));  // no instant has room for all the yields to come
+  host.loop.RunFor(std::chrono::milliseconds(1));  // no instant has room for all the yields to come
   const char* const bytes = reinterpret_cast<const char*>(data);
-  machine.files.contents = {{"/any.tvd", std::string(bytes + kChoices, size - kChoices)}};
-  Session session(machine.record, "/station");
+  host.disk.Put("/any.tvd", std::string_view(bytes + kChoices, size - kChoices));
+  Session session(host.Record(), "/station");
   ChartWindow window;
   ChartCommands chart(session, window);
   SetOptions(choices, session, window);
@@ -158,7 +136,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   CheckWindow(window);
   Draw(window.chart);
   for (int i = choices.Next(8); i > 0; --i) {
-    RunCommand(choices.Next(16), chart, window);
+    RunCommand(choices.Next(kSimpleCommands + 4), chart, window);
     CheckWindow(window);
     Draw(window.chart);
   }

@@ -1,18 +1,14 @@
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
 #include "logs/log_words.h"
 #include "logs/observer_macros.h"
 #include "logs/rich_text.h"
+#include "require.h"
 
 namespace tarvolt {
 namespace {
-
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 // What was read can be written, and comes back as it was.
 void ReadDocument(std::string_view bytes) {

@@ -1,36 +1,26 @@
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 #include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "config/profile.h"
-#include "memory_files.h"
+#include "require.h"
+#include "sim/sim_disk.h"
 
 namespace tarvolt {
 namespace {
 
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
-
 /// Saves and gives the number of lines, each of which ends as a setting does.
-std::ptrdiff_t SavedLines(MemoryFiles& files, const Settings& settings) {
+std::ptrdiff_t SavedLines(SimDisk& files, const Settings& settings) {
   Require(static_cast<bool>(SaveProfileFile(files, "saved", settings)));
-  const std::string& text = files.contents["saved"];
+  const std::string text = files.Contents("saved").value();
   for (std::size_t end = text.find('\n'); end != std::string::npos; end = text.find('\n', end + 1)) {
     Require(end >= 2 && text[end - 1] == '\r' && text[end - 2] == ';');
   }
   return std::count(text.begin(), text.end(), '\n');
 }
-
-}  // namespace
-}  // namespace tarvolt
-
-namespace tarvolt {
-namespace {
 
 // All keys of a profile there and back take a thousand times as long as one look-up: one input in fifty.
 bool IsChosen(std::string_view bytes) {
@@ -55,8 +45,8 @@ void RequireLookUp(const std::vector<std::string>& lines, const std::string& key
 }
 
 void RequireWholeProfile(const std::string& text) {
-  MemoryFiles files;
-  files.contents["loaded"] = text;
+  SimDisk files(1);
+  files.Put("loaded", text);
   Settings settings;
   const std::ptrdiff_t lines = SavedLines(files, settings);
   const bool isProfile = static_cast<bool>(LoadProfileFile(files, "loaded", {}, "/home", settings));

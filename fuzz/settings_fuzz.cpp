@@ -6,14 +6,11 @@
 
 #include "config/settings_row.h"
 #include "config/settings_table.h"
-#include "memory_files.h"
+#include "require.h"
+#include "sim/sim_disk.h"
 
 namespace tarvolt {
 namespace {
-
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 void RequireSame(const Settings& a, const Settings& b) {
   for (const auto& rows : SettingTable()) {
@@ -23,18 +20,12 @@ void RequireSame(const Settings& a, const Settings& b) {
   }
 }
 
-}  // namespace
-}  // namespace tarvolt
-
-namespace tarvolt {
-namespace {
-
 // Every key of the table there and back takes a thousand times as long as reading the file: one input in fifty.
 bool IsChosen(std::string_view bytes) {
   return std::hash<std::string_view>()(bytes) % 50 == 0;
 }
 
-void RequireSettingsKept(MemoryFiles& files, SettingsStore& store) {
+void RequireSettingsKept(SimDisk& files, SettingsStore& store) {
   Settings settings;
   LoadRegistrySettings(store, {}, "/home", settings);
   SaveRegistrySettings(store, {}, "/home", settings);
@@ -53,19 +44,19 @@ void RequireSettingsKept(MemoryFiles& files, SettingsStore& store) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace tarvolt;
   const std::string bytes(reinterpret_cast<const char*>(data), size);
-  MemoryFiles files;
-  files.contents["store"] = bytes;
+  SimDisk files(1);
+  files.Put("store", bytes);
   SettingsStore store(files, "store");
   store.Load();
   store.SaveSetting(Section::Settings, "LocalName", bytes);
-  const std::string written = files.contents["store"];
+  const auto written = files.Contents("store");
 
   SettingsStore again(files, "store");
   again.OnProblem([](const std::string&) { std::abort(); });
   again.Load();
   Require(again.GetSetting(Section::Settings, "LocalName") == bytes);
   again.SaveSetting(Section::Settings, "LocalName", bytes);
-  Require(files.contents["store"] == written);
+  Require(files.Contents("store") == written);
   if (IsChosen(bytes)) RequireSettingsKept(files, store);
   return 0;
 }

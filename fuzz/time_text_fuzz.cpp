@@ -1,10 +1,10 @@
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <string>
 #include <string_view>
 
+#include "require.h"
 #include "text/number.h"
 #include "timebase/position.h"
 #include "timebase/time_stamp.h"
@@ -12,10 +12,6 @@
 
 namespace tarvolt {
 namespace {
-
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 void ReadNumber(std::string_view text) {
   const double value = Val(text);

@@ -1,16 +1,12 @@
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
 #include "automation/triggers/trigger_file.h"
+#include "require.h"
 
 namespace tarvolt {
 namespace {
-
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 // The states of a trigger exclude each other, whatever numbers a file has given it.
 void RequireStates(const TriggerDefinition& definition) {

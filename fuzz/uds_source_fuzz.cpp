@@ -1,13 +1,14 @@
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <sstream>
 #include <string>
 
 #include "apps/tv-uds/link/message_reader.h"
 #include "apps/tv-uds/signals/replay_source.h"
+#include "require.h"
 
 using namespace tarvolt::uds;
+using tarvolt::Require;
 
 namespace {
 
@@ -19,10 +20,8 @@ void CheckMessages(const std::string& bytes) {
   const std::size_t middle = bytes.size() / 2;
   auto messages = cut.Add(bytes.substr(0, middle));
   for (const std::string& message : cut.Add(bytes.substr(middle))) messages.push_back(message);
-  if (messages != expected) std::abort();
-  for (const std::string& message : messages) {
-    if (message.empty() || message.size() > MessageReader::kLongestMessage) std::abort();
-  }
+  Require(messages == expected);
+  for (const auto& message : messages) Require(!message.empty() && message.size() <= MessageReader::kLongestMessage);
 }
 
 /// A file is refused with words, or has whole sets up to its end and none behind it.
@@ -30,17 +29,15 @@ void CheckReplay(const std::string& bytes) {
   std::istringstream text(bytes);
   std::string why;
   const auto replay = ReplaySource::Read(text, why);
-  if (!replay) {
-    if (why.empty()) std::abort();
-    return;
-  }
-  if (replay->Channels() < 1 || replay->Channels() > kMostChannels || !replay->Set(0)) std::abort();
+  Require(replay || !why.empty());
+  if (!replay) return;
+  Require(replay->Channels() >= 1 && replay->Channels() <= kMostChannels && replay->Set(0));
   std::int64_t sets = 0;
   while (const auto set = replay->Set(sets)) {
-    if (set->size() != static_cast<std::size_t>(replay->Channels())) std::abort();
+    Require(set->size() == static_cast<std::size_t>(replay->Channels()));
     ++sets;
   }
-  if (sets > static_cast<std::int64_t>(bytes.size())) std::abort();
+  Require(sets <= static_cast<std::int64_t>(bytes.size()));
 }
 
 }  // namespace

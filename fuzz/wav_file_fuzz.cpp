@@ -1,17 +1,13 @@
 // Any bytes as a wave file: the reader must keep to the file and to frames that it has told of.
 
-#include <cstdlib>
 #include <vector>
 
 #include "host/wav_file_reader.h"
-#include "memory_files.h"
+#include "require.h"
+#include "sim/sim_disk.h"
 
 namespace tarvolt {
 namespace {
-
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 void ReadAll(WavFileReader& reader) {
   constexpr std::int64_t kAtATime = 100;
@@ -33,8 +29,8 @@ void ReadAll(WavFileReader& reader) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace tarvolt;
-  MemoryFiles files;
-  files.contents["a.wav"].assign(reinterpret_cast<const char*>(data), size);
+  SimDisk files(1);
+  files.Put("a.wav", std::string_view(reinterpret_cast<const char*>(data), size));
   std::string why;
   if (const auto reader = WavFileReader::Open(files, "a.wav", why)) {
     Require(reader->Format().FrameBytes() > 0 && reader->Format().samplesPerSecond > 0);

@@ -75,13 +75,16 @@ RunningStation::RunningStation(const Home& home, const std::vector<std::string>&
           }(),
           variables) {}
 
-std::vector<std::string> Recording(std::uint16_t port, const std::vector<std::string>& settings) {
-  std::vector<std::string> arguments = {"--start", "--set", "UDSport=" + NumberText(std::int64_t{port})};
-  for (const char* setting : {"Dsrc0=20", "Dsrc1=21", "UDSpush=True"}) {
-    arguments.insert(arguments.end(), {"--set", setting});
-  }
+std::vector<std::string> Starting(const std::vector<std::string>& settings) {
+  std::vector<std::string> arguments = {"--start"};
   for (const std::string& setting : settings) arguments.insert(arguments.end(), {"--set", setting});
   return arguments;
+}
+
+std::vector<std::string> Recording(std::uint16_t port, const std::vector<std::string>& settings) {
+  std::vector<std::string> all = {"UDSport=" + NumberText(std::int64_t{port}), "Dsrc0=20", "Dsrc1=21", "UDSpush=True"};
+  all.insert(all.end(), settings.begin(), settings.end());
+  return Starting(all);
 }
 
 }  // namespace tarvolt

@@ -59,6 +59,9 @@ class RunningStation : public RunningProgram {
                  const std::vector<std::string>& variables = {});
 };
 
+/// The arguments of a station that starts a chart with these settings, each KEY=VALUE.
+std::vector<std::string> Starting(const std::vector<std::string>& settings);
+
 /// The arguments of a station that records two pushed channels from a port of this machine at once, with further
 /// settings as KEY=VALUE.
 std::vector<std::string> Recording(std::uint16_t port, const std::vector<std::string>& settings = {});

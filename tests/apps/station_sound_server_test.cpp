@@ -8,6 +8,7 @@
 #include <fstream>
 #include <numbers>
 
+#include "apps/sound_readings.h"
 #include "apps/station.h"
 #include "host/temp_folder.h"
 #include "host/wav_bytes.h"
@@ -30,20 +31,6 @@ std::vector<std::int16_t> Tone(int seconds) {
     samples.push_back(static_cast<std::int16_t>(std::lround(3000 * std::sin(2 * turn))));
   }
   return samples;
-}
-
-/// Peak, Average and Power of a side of the tone, from what the words mean.
-std::vector<double> ReadingsOf(const std::vector<std::int16_t>& samples, int side, double factor) {
-  double high = 0;
-  double sum = 0;
-  double squares = 0;
-  for (int i = 0; i < kFramesOfBuffer; ++i) {
-    const double size = std::fabs(samples[static_cast<std::size_t>(2 * i + side)]);
-    high = std::fmax(high, size);
-    sum += size;
-    squares += size * size;
-  }
-  return {high, sum / kFramesOfBuffer, squares / kFramesOfBuffer / factor};
 }
 
 /// A sound server with one output that plays into nothing, and its monitor as the input of everyone.
@@ -102,13 +89,10 @@ TEST(StationSoundServer, ALiveToneIsMeasuredAndAServerThatHangsIsOutlived) {
   RunningProgram list("tarvoltd", {"--list-sound"}, server.Variables());
   EXPECT_EQ(list.ExitStatus(), 0);
   EXPECT_TRUE(list.Output().starts_with("default: Sound server\n     0  44100 Hz 16 Bit Stereo\n")) << list.Output();
-  std::vector<std::string> arguments = {"--start"};
-  for (const char* setting :
-       {"Dsrc0=1", "Dsrc1=1", "Dsrc2=1", "Dsrc3=2", "Dsrc4=2", "Dsrc5=2", "Detection0=1", "Detection1=2",
-        "Detection2=3", "Detection3=1", "Detection4=2", "Detection5=3", "PwrMultiL=250", "PwrMultiR=40", "TimerType=1",
-        "SampleRate=100", "NoTimeStamps=True", "PromptBeforeSaving=False"}) {
-    arguments.insert(arguments.end(), {"--set", setting});
-  }
+  const std::vector<std::string> arguments =
+      Starting({"Dsrc0=1", "Dsrc1=1", "Dsrc2=1", "Dsrc3=2", "Dsrc4=2", "Dsrc5=2", "Detection0=1", "Detection1=2",
+                "Detection2=3", "Detection3=1", "Detection4=2", "Detection5=3", "PwrMultiL=250", "PwrMultiR=40",
+                "TimerType=1", "SampleRate=100", "NoTimeStamps=True", "PromptBeforeSaving=False"});
   RunningStation station(home, arguments, server.Variables());
   ASSERT_TRUE(station.WaitFor("Sound input: default: Sound server")) << station.Output();
   ASSERT_TRUE(station.WaitFor("Chart Started")) << station.Output();
@@ -129,8 +113,8 @@ TEST(StationSoundServer, ALiveToneIsMeasuredAndAServerThatHangsIsOutlived) {
   station.Signal(SIGTERM);
   EXPECT_EQ(station.ExitStatus(), 0) << "it saves while the server hangs\n" << station.Output();
 
-  std::vector<double> expected = ReadingsOf(tone, 0, 250);
-  const std::vector<double> right = ReadingsOf(tone, 1, 40);
+  std::vector<double> expected = ReadingsOf(tone, 0, 0, kFramesOfBuffer, 250);
+  const std::vector<double> right = ReadingsOf(tone, 1, 0, kFramesOfBuffer, 40);
   expected.insert(expected.end(), right.begin(), right.end());
   const Recorded recorded = ReadRecorded(home.DataFile());
   EXPECT_GE(AgreeingSamples(recorded, expected), 30) << recorded.samples.size() << " samples\n" << station.Output();

@@ -62,27 +62,5 @@ TEST_P(StationStop, WhileNobodyAnswers) {
 
 INSTANTIATE_TEST_SUITE_P(Signals, StationStop, ::testing::Values(SIGTERM, SIGINT));
 
-TEST(StationSource, ThatCannotBeUsedEndsTheStation) {
-  const Home home;
-  RunningStation refused(home, Recording(FreePort()));
-  EXPECT_EQ(refused.ExitStatus(), 1);
-  EXPECT_TRUE(refused.Printed("UDS Connection failed. Connection refused")) << refused.Output();
-
-  TestSource source;
-  RunningStation nine(home, Recording(source.Port()));
-  ASSERT_TRUE(source.Accept());
-  source.BeginRun(9);
-  EXPECT_EQ(nine.ExitStatus(), 1);
-  EXPECT_TRUE(nine.Printed("There was an error in the number of channels received!")) << nine.Output();
-
-  RunningStation garbled(home, Recording(source.Port()));
-  ASSERT_TRUE(source.Accept());
-  source.Send(std::string(100000, '\x7F'));
-  source.Send("\xFF\xFF^^20\xFF no\xFF^^10");
-  source.HangUp();
-  EXPECT_EQ(garbled.ExitStatus(), 1) << garbled.Output();
-  EXPECT_TRUE(home.DataFiles().empty());
-}
-
 }  // namespace
 }  // namespace tarvolt

@@ -11,10 +11,6 @@
 namespace tarvolt {
 namespace {
 
-std::string CommandLine(const std::string& utf8) {
-  return AnsiFromUtf8(utf8);
-}
-
 // Lets the one who reads the pipe go on; false while there is none.
 bool OpenGate(const std::string& pipe) {
   const int file = open(pipe.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
@@ -37,20 +33,17 @@ TEST(StationTriggers, ProgramsAreReallyStartedAndNotWaitedFor) {
   for (TriggerDefinition& trigger : triggers) trigger.Threshold = 1e9;
   triggers[0].Threshold = 5;
   triggers[0].Action = "Execute";
-  triggers[0].Parameter = CommandLine("/bin/sh -c \"read line < '" + gate + "'; echo $line > '" + passed + "'\"");
+  triggers[0].Parameter = AnsiFromUtf8("/bin/sh -c \"read line < '" + gate + "'; echo $line > '" + passed + "'\"");
   triggers[9].Threshold = 7;
   triggers[9].Action = "EXECUTE";
-  triggers[9].Parameter = CommandLine("/usr/bin/touch \"" + odd + "[SAMPLE NUMBER]\"");
+  triggers[9].Parameter = AnsiFromUtf8("/usr/bin/touch \"" + odd + "[SAMPLE NUMBER]\"");
   triggers[9].Annotate = true;
   triggers[9].ShowInSessionLog = true;
   triggers[9].Notation = "Passed seven";
-  triggers[2].Threshold = 3;
-  triggers[2].Action = "EXECUTE";
-  triggers[2].Parameter = CommandLine(folder + "/no such program");
   home.Write("Triggers.ini", FormatTriggers(triggers));
 
   TestSource source;
-  RunningStation station(home, Recording(source.Port(), {"CHTrigger0=1010000001", "ChTriggerEnabled0=True"}));
+  RunningStation station(home, Recording(source.Port(), {"CHTrigger0=1000000001", "ChTriggerEnabled0=True"}));
   ASSERT_TRUE(source.Accept());
   source.BeginRun(2);
   constexpr TimeStamp kStart = 46000;
@@ -67,8 +60,7 @@ TEST(StationTriggers, ProgramsAreReallyStartedAndNotWaitedFor) {
   EXPECT_TRUE(WaitUntil([&] { return BytesOf(passed) == "through\n"; }));
   source.HangUp();
   EXPECT_EQ(station.ExitStatus(), 0);
-  EXPECT_TRUE(station.Printed("Trigger 3 could not start \"")) << station.Output();
-  EXPECT_TRUE(station.Printed("Passed seven"));
+  EXPECT_TRUE(station.Printed("Passed seven")) << station.Output();
   EXPECT_EQ(ReadRecorded(home.DataFile()).samples, sent);
   EXPECT_NE(BytesOf(home.DataFile()).find("Passed seven"), std::string::npos) << "the notation stands in the file";
 }

@@ -33,13 +33,15 @@ TEST(StationUsage, WrongWordsAreNamed) {
       {{"--load", "nowhere.tvd"}, 1, "Cannot Find the file: nowhere.tvd"},
       {{"--start", "--mode", "client"}, 1, "A chart cannot be started in Client Mode."},
       {{"--start", "--set", "Dsrc0=0"}, 1, "You must select a data source for channel one."},
+      {{"--start", "--set", "Dsrc0=20", "--set", "UDSport=1"}, 1, "UDS Connection failed. Connection refused"},
+      {{"--start", "--set", "Dsrc0=1", "--set", "SoundCardName=file:/no.wav"}, 1, "file:/no.wav cannot be opened"},
   };
   for (const WrongWords& c : cases) {
     SCOPED_TRACE(c.arguments.back());
     RunningStation station(home, c.arguments);
     EXPECT_EQ(station.ExitStatus(), c.status);
     EXPECT_TRUE(station.Printed(c.answer)) << station.Output();
-    EXPECT_FALSE(station.Printed("Chart Started")) << station.Output();
+    EXPECT_TRUE(home.DataFiles().empty());
   }
 }
 
@@ -150,11 +152,17 @@ TEST(StationStartsSource, UnlessOneRuns) {
   ASSERT_TRUE(started);
   EXPECT_EQ(ReadRecorded(home.DataFile()).samples, (std::vector<std::vector<double>>{{1, 2}, {3, 4}, {5, 6}}));
 
+  // Its own one runs: nothing is started, and it is polled until its replay ends.
   uds::RunningSource own({"--replay", (home.Folder() / "sets.txt").string()});
   ASSERT_NE(own.Port(), 0);
-  RunningStation station(home, Recording(own.Port(), {"StartUDS=True", "UDSexe=no-such-program"}));
+  const Home other;
+  RunningStation station(other, Recording(own.Port(), {"StartUDS=True", "UDSexe=no-such-program", "UDSpush=False",
+                                                       "SampleRate=10", "SaveAsIntegers=True"}));
   EXPECT_EQ(station.ExitStatus(), 0);
   EXPECT_FALSE(station.Printed("Trying to Start UDS")) << station.Output();
+  const Recorded polled = ReadRecorded(other.DataFile());
+  EXPECT_TRUE(polled.layout.integers);
+  EXPECT_EQ(polled.samples, (std::vector<std::vector<double>>{{1, 2}, {3, 4}, {5, 6}})) << station.Output();
 }
 
 }  // namespace

@@ -12,13 +12,6 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-TEST(TvUdsMessages, AreFoundHoweverTheBytesAreCut) {
-  MessageReader reader;
-  EXPECT_EQ(reader.Add("INIT\xFFPO"), Texts{"INIT"});
-  EXPECT_EQ(reader.Add("LL"), Texts());
-  EXPECT_EQ(reader.Add("\xFF\xFFSTAT\xFF"), (Texts{"POLL", "STAT"}));
-}
-
 TEST(TvUdsMessages, TooLongOnesArePassedOverWhole) {
   MessageReader reader;
   const std::string longest(MessageReader::kLongestMessage, 'x');
@@ -27,14 +20,8 @@ TEST(TvUdsMessages, TooLongOnesArePassedOverWhole) {
   EXPECT_EQ(reader.Add("GETD\xFFGETD\xFF"), Texts{"GETD"});
 }
 
-TEST(TvUdsMessages, HaveTheFormOfTheWire) {
-  EXPECT_EQ(StatusMessages(8), "^^20138\xFF^^1001\xFF");
-  EXPECT_EQ(DataSetMessages({0, -1.5}, std::nullopt), "#0 0\xFF#1-1.5\xFF^^3001\xFF");
-  EXPECT_EQ(DataSetMessages({12.25}, 46000.5), "#0 12.25\xFF^^300046000.5\xFF");
-  EXPECT_DOUBLE_EQ(StampOfUnixSeconds(946728000), 36526.5);  // noon of 1 January 2000
-}
-
 TEST(TvUdsMessages, CarryEveryNumberUnchanged) {
+  EXPECT_EQ(DataSetMessages({12.25, -1.5}, 46000.5), "#0 12.25\xFF#1-1.5\xFF^^300046000.5\xFF");
   using Limits = std::numeric_limits<double>;
   for (const double value : {0.1, -1.0 / 3, 1e21, 1e-300, Limits::max(), Limits::min(), 46348.94160970519, 5e15 + 1}) {
     const std::string set = DataSetMessages({value}, value);

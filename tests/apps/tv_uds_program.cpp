@@ -10,7 +10,6 @@
 #include <array>
 #include <cerrno>
 #include <cstdlib>
-#include <fstream>
 #include <utility>
 
 #include "text/number.h"
@@ -41,13 +40,6 @@ std::uint16_t RunningSource::Port() {
   if (!WaitFor(words) || !WaitFor("\n")) return 0;
   const std::string& said = Output();
   return static_cast<std::uint16_t>(std::strtoul(said.c_str() + said.find(words) + words.size(), nullptr, 10));
-}
-
-std::vector<std::string> RunningSource::ShownArguments() const {
-  std::ifstream file("/proc/" + NumberText(static_cast<std::int64_t>(Id())) + "/cmdline", std::ios::binary);
-  std::vector<std::string> words;
-  for (std::string word; words.size() < 100 && std::getline(file, word, '\0');) words.push_back(word);
-  return words;
 }
 
 Recorder::Recorder(std::uint16_t port, int bufferSize) {

@@ -16,9 +16,6 @@ class RunningSource : public RunningProgram {
 
   /// The port once it listens; 0 when it ended without.
   std::uint16_t Port();
-
-  /// The arguments that the system shows for the process.
-  std::vector<std::string> ShownArguments() const;
 };
 
 /// A recorder's end of the link. Every wait ends after ten seconds.

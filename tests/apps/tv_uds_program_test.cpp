@@ -161,13 +161,6 @@ TEST(TvUdsProgram, ServesOneRecorderAtATime) {
   }
 }
 
-TEST(TvUdsProgram, RunsUnderTheNameThatTheRecorderLooksFor) {
-  RunningSource source({"--signal", "sine"});
-  ASSERT_NE(source.Port(), 0);
-  EXPECT_EQ(source.ShownArguments(),
-            (std::vector<std::string>{"User Data Source tv-uds", "--port", "0", "--signal", "sine"}));
-}
-
 TEST(TvUdsProgram, EndsWithTheRightStatus) {
   for (const int signal : {SIGINT, SIGTERM}) {
     RunningSource source({});

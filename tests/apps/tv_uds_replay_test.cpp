@@ -12,11 +12,6 @@ std::unique_ptr<ReplaySource> Read(const std::string& text, std::string& why) {
   return ReplaySource::Read(stream, why);
 }
 
-std::string Indented(std::string line, int blanks) {
-  line.insert(line.begin(), static_cast<std::size_t>(blanks), ' ');
-  return line;
-}
-
 TEST(TvUdsReplay, ReadsTheSetsOfEveryForm) {
   std::string why;
   const auto replay = Read("# day 1\n\n1 -2.5\t+3e-2\r\n4,5 ;\t6  # cloudy\n   # more\n  .5; 1E3,-0 \n7 8 9", why);
@@ -32,23 +27,23 @@ TEST(TvUdsReplay, ReadsTheSetsOfEveryForm) {
 }
 
 TEST(TvUdsReplay, NamesTheBadLine) {
+  std::string longest = "1 2";
+  longest.insert(longest.begin(), ReplaySource::kLongestLine - 3, ' ');
   const struct {
     std::string lines;
     const char* why;
   } cases[] = {
       {"1,,2", "line 3: not numbers alone"},
-      {"1,2,", "line 3: not numbers alone"},
       {",1,2", "line 3: not numbers alone"},
       {"1 2x", "line 3: not numbers alone"},
       {"1 nan", "line 3: not numbers alone"},
-      {"1 inf", "line 3: not numbers alone"},
       {"1 1e999", "line 3: not numbers alone"},
       {"1 +-2", "line 3: not numbers alone"},
       {"1 0x10", "line 3: not numbers alone"},
       {std::string("1 2\0junk", 8), "line 3: not numbers alone"},
       {"1", "line 3: 1 values, but 2 in the lines before"},
       {"1 2 3 4 5 6 7 8 9", "line 3: more than 8 values"},
-      {Indented("1 2", 5000), "line 3: longer than 4096 characters"},
+      {longest + " ", "line 3: longer than 4096 characters"},
   };
   for (const auto& c : cases) {
     std::string why;
@@ -56,16 +51,9 @@ TEST(TvUdsReplay, NamesTheBadLine) {
     EXPECT_EQ(why, c.why);
   }
   std::string why;
+  EXPECT_TRUE(Read(longest + "\n3 4\n" + longest, why)) << why;
   EXPECT_FALSE(Read("# nothing\n\n", why));
   EXPECT_EQ(why, "there are no numbers in it");
-}
-
-TEST(TvUdsReplay, TakesALineOfTheGreatestLength) {
-  std::string why;
-  const std::string longest = Indented("1 2", ReplaySource::kLongestLine - 3);
-  EXPECT_TRUE(Read(longest + "\n3 4\n", why)) << why;
-  EXPECT_TRUE(Read("3 4\n" + longest, why)) << why;
-  EXPECT_FALSE(Read(" " + longest + "\n", why));
 }
 
 }  // namespace

@@ -15,18 +15,6 @@ const std::map<std::string, int> kFloors = {
     {"logs", 3},     {"model", 4},      {"files", 5},    {"sources", 5}, {"net", 6},  {"audio", 6},
     {"analysis", 6}, {"automation", 7}, {"core", 8},     {"forms", 9},   {"apps", 10}};
 
-// The folder of a quoted include, such as "core" of "core/run/recorder.h"; empty for one beside the file.
-std::string IncludedFloor(const std::string& line) {
-  static const std::regex kInclude("^\\s*#include \"([a-z]+)/");
-  std::smatch match;
-  return std::regex_search(line, match, kInclude) ? match[1].str() : "";
-}
-
-bool IncludesQt(const std::string& line) {
-  static const std::regex kQt("^\\s*#include <Q[A-Za-z]");
-  return std::regex_search(line, kQt);
-}
-
 TEST(Floors, EveryFolderOfTheSourceHasItsFloor) {
   std::set<std::string> seen;
   for (const SourceFile& file : ReadSourceTree()) {
@@ -42,41 +30,35 @@ TEST(Floors, NoIncludeRunsUpOrSideways) {
   for (const SourceFile& file : ReadSourceTree()) {
     const std::string floor = file.Floor();
     if (floor.empty()) continue;
-    for (const std::string& line : file.lines) {
-      const std::string included = IncludedFloor(line);
-      if (included.empty() || included == floor || kFloors.count(included) == 0) continue;
-      EXPECT_LT(kFloors.at(included), kFloors.at(floor)) << file.path << ": " << line;
-      if (included == "host") {
-        EXPECT_EQ(floor, "apps") << file.path << ": " << line;
-      }
+    for (const std::string& path : file.Includes()) {
+      const std::string included = path.substr(0, path.find('/'));
+      if (included == floor || kFloors.count(included) == 0) continue;
+      EXPECT_LT(kFloors.at(included), kFloors.at(floor)) << file.path << ": " << path;
+      EXPECT_TRUE(included != "host" || floor == "apps") << file.path << ": " << path;
     }
   }
 }
 
 // The codec of data files works on bytes and values alone, so that any program can use it.
 TEST(Floors, TheFileFormatKnowsNeitherWindowNorSettings) {
-  static const std::regex kInclude("^\\s*#include \"([^\"]+)\"");
   static const std::regex kPure(
       "(text|timebase|platform|files/format)/.*|display/sample_columns\\.h|logs/(metadata|notations)\\.h|"
       "model/data_file_header\\.h");
-  int includes = 0;
+  std::size_t includes = 0;
   for (const SourceFile& file : ReadSourceTree()) {
     if (!file.path.generic_string().starts_with("src/files/format/")) continue;
-    for (const std::string& line : file.lines) {
-      std::smatch match;
-      if (!std::regex_search(line, match, kInclude)) continue;
-      ++includes;
-      EXPECT_TRUE(std::regex_match(match[1].str(), kPure)) << file.path << ": " << line;
-    }
+    includes += file.Includes().size();
+    for (const std::string& path : file.Includes()) EXPECT_TRUE(std::regex_match(path, kPure)) << file.path << path;
   }
-  EXPECT_GT(includes, 0) << "the folder was not read";
+  EXPECT_GT(includes, 0u) << "the folder was not read";
 }
 
 TEST(Floors, OnlyTheEdgesKnowQt) {
+  static const std::regex kQt("^\\s*#include <Q[A-Za-z]");
   const std::set<std::string> edges = {"host", "forms", "apps"};
   for (const SourceFile& file : ReadSourceTree()) {
     if (file.Floor().empty() || edges.count(file.Floor())) continue;
-    for (const std::string& line : file.lines) EXPECT_FALSE(IncludesQt(line)) << file.path << ": " << line;
+    for (const std::string& line : file.lines) EXPECT_FALSE(std::regex_search(line, kQt)) << file.path << ": " << line;
   }
 }
 
@@ -90,14 +72,9 @@ TEST(Floors, PlatformHoldsNoCode) {
 // Two headers that include each other, directly or by a detour, make a circle.
 TEST(Floors, NoCircleOfHeaders) {
   std::map<std::string, std::vector<std::string>> includes;
-  static const std::regex kInclude("^\\s*#include \"([^\"]+)\"");
   for (const SourceFile& file : ReadSourceTree()) {
     if (file.Floor().empty() || file.path.extension() != ".h") continue;
-    auto& list = includes[file.path.lexically_relative("src").string()];
-    for (const std::string& line : file.lines) {
-      std::smatch match;
-      if (std::regex_search(line, match, kInclude)) list.push_back(match[1].str());
-    }
+    includes[file.path.lexically_relative("src").string()] = file.Includes();
   }
   std::map<std::string, int> state;  // 1 being walked, 2 done
   std::function<bool(const std::string&)> circles = [&](const std::string& header) {

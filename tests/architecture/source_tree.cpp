@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <fstream>
+#include <regex>
 
 namespace tarvolt {
 
@@ -40,6 +41,16 @@ std::string CodeOfLine(const std::string& line) {
 }
 
 }  // namespace
+
+std::vector<std::string> SourceFile::Includes() const {
+  static const std::regex kInclude("^\\s*#include \"([^\"]+)\"");
+  std::vector<std::string> includes;
+  for (const std::string& line : lines) {
+    std::smatch match;
+    if (std::regex_search(line, match, kInclude)) includes.push_back(match[1]);
+  }
+  return includes;
+}
 
 std::string SourceFile::Floor() const {
   auto part = path.begin();

@@ -11,6 +11,9 @@ struct SourceFile {
   std::filesystem::path path;  ///< below the project's folder, with "/"
   std::vector<std::string> lines;
 
+  /// What it includes in quotes, as written.
+  std::vector<std::string> Includes() const;
+
   /// The folder under src/ that the file lives in, such as "core"; empty outside src/.
   std::string Floor() const;
 };

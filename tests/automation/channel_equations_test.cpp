@@ -8,6 +8,7 @@
 
 #include "automation/channel_equations/printed_number.h"
 #include "automation/channel_equations/text_program.h"
+#include "text/ansi.h"
 #include "text/number.h"
 
 namespace tarvolt {
@@ -35,13 +36,18 @@ class ChannelEquationsTest : public testing::Test {
     return SampleOfChart(window_, index, extremes_);
   }
 
-  /// The new value of channel 1 with value `x`.
+  /// The new value of channel 1 with value `x`. However the equation is run, it must be what its text gives.
   double Apply(const std::string& equation, double x, const EquationSample& sample) {
     EquationSet set;
     set.EquString[0] = equation;
     set.ApplyToCH[0] = 1;
     window_.run.ChannelValue[0] = x;
+    const std::string text = Trim(equation);
+    const bool isRun = text.size() <= kLongestChannelEquation;
+    const double ofText = isRun ? RunAsText(textState_, text, sample, x).value_or(x) : x;
     equations_.ApplyEquation(set, 3, sample, window_.run);
+    EXPECT_EQ(std::bit_cast<std::uint64_t>(window_.run.ChannelValue[0]), std::bit_cast<std::uint64_t>(ofText))
+        << equation << " of " << NumberText(x) << " as text is " << NumberText(ofText);
     return window_.run.ChannelValue[0];
   }
   double Apply(const std::string& equation, double x = 5) { return Apply(equation, x, OfChart(4)); }
@@ -49,6 +55,7 @@ class ChannelEquationsTest : public testing::Test {
   ChartWindow window_;
   ChannelExtremes extremes_;
   std::vector<std::string> reports_;
+  EquationState textState_{1};
   ChannelEquations equations_{1, [this](const std::string& words) { reports_.push_back(words); }};
 };
 
@@ -95,11 +102,31 @@ TEST_F(ChannelEquationsTest, ConditionsCompare) {
     const char* condition;
     bool holds;
   };
-  for (const Case& c :
-       {Case{"[X]=>[5]", true}, Case{"[X] >= [6]", false}, Case{"[X]=<[4]", false}, Case{"[X] <= [5]", true},
-        Case{"[X] <> [5]", false}, Case{"[X] < [6]", true}, Case{"[X] is = to [5]", true}, Case{"[6] and [3]", true},
-        Case{"[4] AND [3]", false}, Case{"[4] xor [4]", true}, Case{"[0] or [0.5]", false}, Case{"[X]", true},
-        Case{"[X", false}, Case{"[X] > [1", false}, Case{"[X] near [5]", false}, Case{"[9999999999] or [1]", false}}) {
+  for (const Case& c : {Case{"[X]=>[5]", true},
+                        Case{"[X] >= [6]", false},
+                        Case{"[X]=<[4]", false},
+                        Case{"[X] <= [5]", true},
+                        Case{"[X] <> [5]", false},
+                        Case{"[X] < [6]", true},
+                        Case{"[X] is = to [5]", true},
+                        Case{"[6] and [3]", true},
+                        Case{"[4] AND [3]", false},
+                        Case{"[4] xor [4]", true},
+                        Case{"[0] or [0.5]", false},
+                        Case{"[0] Or [X]", true},
+                        Case{"[X]", true},
+                        Case{"[6]XOR[3]", true},
+                        Case{"[X][X]", false},
+                        Case{"]X[", false},
+                        Case{"IF [X] THEN", true},
+                        Case{"[X+1]", true},
+                        Case{"X-5", false},
+                        Case{"[1/0]>[X]", false},
+                        Case{"", false},
+                        Case{"[X", false},
+                        Case{"[X] > [1", false},
+                        Case{"[X] near [5]", false},
+                        Case{"[9999999999] or [1]", false}}) {
     EXPECT_EQ(Apply(std::string("IF{") + c.condition + "};THEN{1};ELSE{2}", 5), c.holds ? 1 : 2) << c.condition;
   }
 }
@@ -120,6 +147,50 @@ TEST_F(ChannelEquationsTest, NumbersArePutInAsText) {
   EXPECT_EQ(Apply("MsgData1+MsgData2"), -0.5);
   EXPECT_EQ(Apply("e20=7;MsgData3"), 1 * 2.718281828 + 20) << "1E+20 is 1 times e, plus 20";
   EXPECT_EQ(Apply("9 modSnum"), 1) << "the blank in front of a number makes it \" mod \"";
+}
+
+TEST_F(ChannelEquationsTest, OddNumbersGrowTogetherWithTheTextAroundThem) {
+  window_.run.MsgData = {-4e-15, 1e15};
+  window_.run.ChannelValue[1] = -2.25;
+  for (const double x : {0.0, -0.0, 1.0, -3.0, 0.5, -2.25, 1e-15, -4e-15, 99.999999999999986, 1 / 7.0, 1e20, -1e300}) {
+    for (const char* equation : {"2X.5",
+                                 "X5",
+                                 "5.X",
+                                 "X^X",
+                                 "X mod 3",
+                                 "1 modX",
+                                 "sin(X)-X*Z2^2",
+                                 "a=X;b=aX;min(b,X)",
+                                 "Z1[-1]X",
+                                 "X,Z2",
+                                 "rnd*X",
+                                 "IF{[X]>=[Z2]};THEN{a=-X};ELSE{XX};a-X",
+                                 "IF{X};THEN{Z2}",
+                                 "MsgData1X+MsgData2",
+                                 "Z2[ -2]X",
+                                 "(X)-X",
+                                 "X(2)",
+                                 "DataMin1XDataMax2",
+                                 "X\\2%X",
+                                 "\xE9X=X",
+                                 "TDayX",
+                                 "e=X;eX",
+                                 "X}",
+                                 "IF{[X<[1]};9",
+                                 "1E5X",
+                                 "X\x01X"}) {
+      Apply(equation, x);
+    }
+  }
+}
+
+TEST(CompiledProgram, LeavesWhatIsAMatterOfTextToTheText) {
+  for (const char* text : {"ZX", "Z1[X]", "Z1[Snum]", "MsgDataTDay", "DataMinTDayDataM", "ZZ1", "aX=1", "Z2[Z1]"}) {
+    EXPECT_FALSE(CompiledProgram::Compile(text)) << text;
+  }
+  for (const char* text : {"X", "Z1[-1]", "X=1", "IF{[X]>[Z2]};THEN{a=X};2X", "DataMin1+TSDay*Snum", "Z1[2"}) {
+    EXPECT_TRUE(CompiledProgram::Compile(text)) << text;
+  }
 }
 
 TEST_F(ChannelEquationsTest, SamplesTimesAndExtremesOfAChartAtRest) {

@@ -162,19 +162,19 @@ Spread SpreadOf(const char* text, std::uint64_t seed = 1) {
 }
 
 TEST(EquationFunctions, RandomValuesFillTheirRange) {
-  for (const char* text : {"rnd", "rnd(1)", "random(0,1)"}) {
-    const Spread spread = SpreadOf(text);
-    EXPECT_TRUE(spread.low >= 0 && spread.low < 0.001) << text;
-    EXPECT_TRUE(spread.high <= 1 && spread.high > 0.999) << text;
-    EXPECT_NEAR(spread.mean, 0.5, 0.02) << text;
-    EXPECT_EQ(spread.single, std::string(text) == "rnd(1)") << text;
+  struct Range {
+    const char* text;
+    double low, high;
+    bool whole, single;
+  };
+  for (const Range& c : {Range{"rnd", 0, 1, false, false}, Range{"rnd(1)", 0, 1, false, true},
+                         Range{"random(-5,-3)", -5, -3, false, false}, Range{"rand(6)", 0, 5, true, true}}) {
+    const Spread spread = SpreadOf(c.text);
+    EXPECT_TRUE(spread.low >= c.low && spread.low < c.low + 0.002) << c.text;
+    EXPECT_TRUE(spread.high <= c.high && spread.high > c.high - 0.002) << c.text;
+    EXPECT_NEAR(spread.mean, (c.low + c.high) / 2, 0.1) << c.text;
+    EXPECT_TRUE(spread.whole == c.whole && spread.single == c.single) << c.text;
   }
-  const Spread span = SpreadOf("random(-5,-3)");
-  EXPECT_TRUE(span.low >= -5 && span.high <= -3) << span.low;
-  EXPECT_NEAR(span.mean, -4, 0.05);
-  const Spread dice = SpreadOf("rand(6)");
-  EXPECT_TRUE(dice.whole && dice.low == 0 && dice.high == 5);
-  EXPECT_NEAR(dice.mean, 2.5, 0.1);
   EXPECT_EQ(SpreadOf("rnd", 9).mean, SpreadOf("rnd", 9).mean);
   EXPECT_NE(SpreadOf("rnd", 9).mean, SpreadOf("rnd", 10).mean);
 }

@@ -28,13 +28,8 @@ TEST(ChartSteps, XStepsKeepTheLeftSideAndMoveByHalfThePercentage) {
   IncX(chart, 25);
   EXPECT_EQ(RangeOf(chart), (ChartRange{100, 109, 0, 1}));
   SetRange(chart, {100, 108, 0, 1});
-  DecX(chart, 25);
-  EXPECT_EQ(RangeOf(chart), (ChartRange{100, 107, 0, 1}));
-  SetRange(chart, {100, 108, 0, 1});
   DecX(chart, 100);
-  EXPECT_EQ(chart.XAxisMax, 104) << "100 per cent halves";
-  IncX(chart, 100);
-  EXPECT_EQ(chart.XAxisMax, 106);
+  EXPECT_EQ(RangeOf(chart), (ChartRange{100, 104, 0, 1})) << "100 per cent halves";
   DecX(chart, 32000);
   EXPECT_GT(chart.XAxisMax, chart.XAxisMin) << "no step turns the range over";
 }

@@ -7,11 +7,34 @@
 #include <QTimer>
 #include <QToolButton>
 #include <functional>
+#include <stdexcept>
 
 #include "forms/form_main/main_window.h"
 #include "station/station.h"
 
 namespace tarvolt {
+
+/// What a form calls by this name.
+template <class Object>
+Object& Find(const QObject& form, const QString& name) {
+  auto* object = form.findChild<Object*>(name);
+  if (object == nullptr) throw std::runtime_error("nothing is called " + name.toStdString());
+  return *object;
+}
+
+/// Presses a button of a form.
+inline void Click(const QObject& form, const QString& name) {
+  Find<QAbstractButton>(form, name).click();
+}
+
+/// Does this with the next modal dialog, which the call that follows opens.
+inline void WithNextDialog(std::function<void(QWidget&)> act, int triesLeft = 100) {
+  QTimer::singleShot(0, qApp, [act = std::move(act), triesLeft] {
+    if (QWidget* dialog = QApplication::activeModalWidget()) return act(*dialog);
+    ASSERT_GT(triesLeft, 0) << "no dialog opened";
+    WithNextDialog(act, triesLeft - 1);
+  });
+}
 
 /// A person at the main window of a simulated station.
 class Desk {
@@ -47,17 +70,15 @@ class Desk {
 
   template <class Widget>
   Widget* Find(const char* name) const {
-    Widget* widget = window->findChild<Widget*>(QString::fromLatin1(name));
-    EXPECT_NE(widget, nullptr) << name;
-    return widget;
+    return &tarvolt::Find<Widget>(*window, QString::fromLatin1(name));
   }
 
   void Click(const char* name) {
-    Find<QAbstractButton>(name)->click();
+    tarvolt::Click(*window, name);
     Settle();
   }
 
-  QString LabelText(const char* name) const { return Find<QLabel>(name)->text(); }
+  std::string LabelText(const char* name) const { return Find<QLabel>(name)->text().toStdString(); }
 
   /// Lets the station record so many sets.
   void Record(int sets) {
@@ -66,15 +87,6 @@ class Desk {
   }
 
   const StripChart& Chart() { return station.Form().Window().chart; }
-
-  /// Does this with the next modal dialog, which the call that follows opens.
-  static void WithNextDialog(std::function<void(QWidget&)> act, int triesLeft = 100) {
-    QTimer::singleShot(0, qApp, [act = std::move(act), triesLeft] {
-      if (QWidget* dialog = QApplication::activeModalWidget()) return act(*dialog);
-      ASSERT_GT(triesLeft, 0) << "no dialog opened";
-      WithNextDialog(act, triesLeft - 1);
-    });
-  }
 
   DesktopPerson person{false};
   Station station;

@@ -2,27 +2,17 @@
 
 #include <gtest/gtest.h>
 
-#include <QAbstractButton>
-#include <QApplication>
 #include <QMessageBox>
 #include <QPlainTextEdit>
-#include <QTimer>
+
+#include "forms/desk.h"
 
 namespace tarvolt {
 namespace {
 
-// Does something once a box is open.
-void WhenOpen(const std::function<void(QWidget&)>& act) {
-  QTimer::singleShot(0, qApp, [act] {
-    QWidget* box = QApplication::activeModalWidget();
-    if (box == nullptr) return WhenOpen(act);
-    act(*box);
-  });
-}
-
 TEST(DesktopDialogs, AQuestionHasTheAnswerOfItsButtons) {
   DesktopDialogs dialogs;
-  WhenOpen([](QWidget& box) {
+  WithNextDialog([](QWidget& box) {
     EXPECT_EQ(box.windowTitle(), "Offsets Changed");
     dynamic_cast<QMessageBox&>(box).button(QMessageBox::No)->click();
   });
@@ -31,10 +21,10 @@ TEST(DesktopDialogs, AQuestionHasTheAnswerOfItsButtons) {
 
 TEST(DesktopDialogs, AnEndWithoutAPersonWaitsForNone) {
   DesktopDialogs dialogs;
-  WhenOpen([&dialogs](QWidget&) { dialogs.EndWaiting(); });
+  WithNextDialog([&dialogs](QWidget&) { dialogs.EndWaiting(); });
   EXPECT_EQ(dialogs.Ask({"Save", "Save it?", Buttons::YesNo, Answer::Yes}), Answer::Yes);
   DesktopDialogs waiting;
-  WhenOpen([&waiting](QWidget&) { waiting.EndWaiting(); });
+  WithNextDialog([&waiting](QWidget&) { waiting.EndWaiting(); });
   EXPECT_EQ(waiting.AskSaveFile({"Save", "/folder", "b.tvd", ".tvd", "data|*.tvd"}), "/folder/b.tvd")
       << "a run whose name was asked for is saved";
   EXPECT_EQ(dialogs.Ask({"Save", "Save it?", Buttons::YesNoCancel, Answer::No}), Answer::No);

@@ -11,13 +11,6 @@
 namespace tarvolt {
 namespace {
 
-template <class Widget>
-Widget& In(QWidget& dialog, const std::string& name) {
-  auto* widget = dialog.findChild<Widget*>(QString::fromStdString(name));
-  EXPECT_NE(widget, nullptr) << name;
-  return *widget;
-}
-
 TEST(FormApplytoChannels, AppliesToTheLoadedChartFromTheToolsMenu) {
   Desk desk;
   EXPECT_FALSE(desk.Action("mnuApplyFunction")->isEnabled());
@@ -28,12 +21,12 @@ TEST(FormApplytoChannels, AppliesToTheLoadedChartFromTheToolsMenu) {
   EXPECT_FALSE(desk.Action("mnuChannelEquations")->isEnabled());
   desk.Click("cmdStart");
   desk.station.host.dialogs.EnterNext("1");
-  Desk::WithNextDialog([](QWidget& dialog) {
+  WithNextDialog([](QWidget& dialog) {
     EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Apply Function to Loaded Chart Data"));
     EXPECT_EQ(dialog.findChildren<QCheckBox*>().size(), 3);
-    EXPECT_EQ(In<QCheckBox>(dialog, "ChkCH2").text(), QStringLiteral("CH 3"));
-    In<QLineEdit>(dialog, "txtEqu2").setText(QStringLiteral("Z1*3"));
-    In<QAbstractButton>(dialog, "cmdOK").click();
+    EXPECT_EQ(Find<QCheckBox>(dialog, "ChkCH2").text(), "CH 3");
+    Find<QLineEdit>(dialog, "txtEqu2").setText("Z1*3");
+    Click(dialog, "cmdOK");
   });
   desk.Choose("mnuApplyFunction");
   EXPECT_EQ(desk.Chart().ChannelCount(), 3);
@@ -56,19 +49,11 @@ class FormApplytoChannelsTest : public testing::Test {
                                                  EquationsRequest{"Equations", channels}, set, nullptr);
     form->show();
   }
-  void Type(int row, const char* text) {
-    In<QLineEdit>(*form, "txtEqu" + std::to_string(row)).setText(QString::fromLatin1(text));
-  }
+  void Type(int row, const QString& text) { In<QLineEdit>(QStringLiteral("txtEqu%1").arg(row)).setText(text); }
   void Trigger(const char* name) { In<QAction>(name).trigger(); }
   template <class Object>
-  Object& In(const char* name) {
-    auto* object = form->findChild<Object*>(QString::fromLatin1(name));
-    EXPECT_NE(object, nullptr) << name;
-    return *object;
-  }
-  template <class Widget>
-  Widget& In(QWidget& dialog, const std::string& name) {
-    return tarvolt::In<Widget>(dialog, name);
+  Object& In(const QString& name) {
+    return Find<Object>(*form, name);
   }
   QString Result() { return In<QPlainTextEdit>("txtTestResult").toPlainText(); }
 
@@ -90,12 +75,12 @@ TEST_F(FormApplytoChannelsTest, GivesItsRowsAndKeepsThoseItDoesNotShow) {
 
 TEST_F(FormApplytoChannelsTest, StoresAndLoadsTheDefaults) {
   Type(0, "X*5");
-  In<QAbstractButton>("CmdSave").click();
-  EXPECT_EQ(In<QLabel>("LBLEquationFile").text(), QStringLiteral("Default Equations Loaded"));
+  Click(*form, "CmdSave");
+  EXPECT_EQ(In<QLabel>("LBLEquationFile").text(), "Default Equations Loaded");
   EXPECT_EQ(station.TheSession().store.GetSetting(Section::Settings, "Equ0"), "X*5");
   Type(0, "X*6");
   In<QCheckBox>("ChkCH0").setChecked(false);
-  In<QAbstractButton>("cmdLoadDefaults").click();
+  Click(*form, "cmdLoadDefaults");
   EXPECT_EQ(form->Equations().EquString[0], "X*5");
   EXPECT_EQ(form->Equations().ApplyToCH[0], 1);
   Session& session = station.TheSession();
@@ -103,23 +88,21 @@ TEST_F(FormApplytoChannelsTest, StoresAndLoadsTheDefaults) {
   EXPECT_EQ(session.store.GetSetting(Section::Settings, "Equ0"), "X*5") << "they outlast a store of all settings";
 
   session.settings.channels.ApplyToIncoming = true;
-  Type(0, "X*7");
-  station.host.dialogs.AnswerNext(Answer::No);
-  In<QAbstractButton>("CmdSave").click();
-  EXPECT_EQ(session.settings.channels.Equ[0], "X*5") << "those of a chart do not replace those of the station unasked";
-  EXPECT_EQ(Result(), QStringLiteral("The equations of incoming data stay as they were."));
-  station.host.dialogs.AnswerNext(Answer::Yes);
-  In<QAbstractButton>("CmdSave").click();
-  EXPECT_EQ(session.settings.channels.Equ[0], "X*7");
-  Type(0, std::string(4001, '1').c_str());
-  In<QAbstractButton>("CmdSave").click();
-  EXPECT_TRUE(Result().contains(QStringLiteral("too long"))) << "no text is cut";
+  for (const Answer answer : {Answer::No, Answer::Yes}) {
+    Type(0, "X*7");
+    station.host.dialogs.AnswerNext(answer);
+    Click(*form, "CmdSave");
+    EXPECT_EQ(session.settings.channels.Equ[0], answer == Answer::Yes ? "X*7" : "X*5")
+        << "those of a chart do not replace those of the station unasked";
+  }
+  Type(0, QString(4001, '1'));
+  Click(*form, "CmdSave");
+  EXPECT_TRUE(Result().contains("too long")) << "no text is cut";
   EXPECT_EQ(session.settings.channels.Equ[0], "X*7");
 }
 
 TEST_F(FormApplytoChannelsTest, SavesAndLoadsEquationFiles) {
   station.host.dialogs.ChooseFileNext("/station/Equations.equ");
-  std::error_code error;
   Trigger("mnuSaveEquations");
   EXPECT_EQ(station.TheSession().store.GetSetting(Section::Settings, "EquPath"), "/station");
   EXPECT_TRUE(station.host.dialogs.HasShown("Save Equations to File (ext=equ)"));

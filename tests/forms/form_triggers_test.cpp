@@ -36,16 +36,10 @@ class FormTriggersTest : public ::testing::Test {
           station.Set("CHTrigger0", "1010000000").Set("ChTriggerEnabled0", true);
         }) {}
 
-  FormTriggers& Open() {
-    desk.Choose("mnuTriggers");
-    return *desk.Find<FormTriggers>("FormTriggers");
-  }
+  void Open() { desk.Choose("mnuTriggers"); }
   template <class Widget>
   Widget& Field(int trigger, const char* name) {
-    auto* page = desk.Find<TriggerPage>(qPrintable(QStringLiteral("Trigger%1").arg(trigger)));
-    auto* widget = page->findChild<Widget*>(QString::fromLatin1(name));
-    EXPECT_NE(widget, nullptr) << name;
-    return *widget;
+    return Find<Widget>(Find<TriggerPage>(*desk.window, QStringLiteral("Trigger%1").arg(trigger)), name);
   }
   void Type(int trigger, const char* name, const char* text) {
     Field<QLineEdit>(trigger, name).setText(QString::fromLatin1(text));
@@ -67,9 +61,7 @@ class FormTriggersTest : public ::testing::Test {
 };
 
 TEST_F(FormTriggersTest, DoneWithoutAChangeKeepsEveryTrigger) {
-  FormTriggers& dialog = Open();
-  EXPECT_EQ(dialog.windowTitle().toStdString(), "Configure Triggers");
-  EXPECT_EQ(desk.Find<QTabWidget>("TabTriggers")->count(), kTriggerSlots);
+  Open();
   desk.Click("CmdDone");
   EXPECT_TRUE(InFile(kCopy) == stored);
   EXPECT_EQ(desk.station.TheSession().settings.channels.CHTrigger[0], "1010000000");
@@ -198,9 +190,7 @@ TEST_F(FormTriggersTest, TheMonitorLightsATriggerFromItsFiringToItsReset) {
     return std::vector<double>{set < 5 ? 0.0 : set < 8 ? 9.0 : 0.0, 0};
   });
   desk.Choose("mnuTriggerMonitor");
-  auto* monitor = desk.Find<FormTriggerMonitor>("FormTriggerMonitor");
-  EXPECT_TRUE(monitor->isVisible());
-  EXPECT_EQ(monitor->windowTitle().toStdString(), "Trigger Monitor");
+  EXPECT_TRUE(desk.Find<FormTriggerMonitor>("FormTriggerMonitor")->isVisible());
   const QString idle = desk.Find<QLabel>("LED2")->styleSheet();
   const auto lit = [&](const char* name) { return desk.Find<QLabel>(name)->styleSheet() != idle; };
   desk.Choose("mnuStartChart");

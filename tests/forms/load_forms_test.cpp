@@ -2,41 +2,18 @@
 
 #include <gtest/gtest.h>
 
-#include <QLabel>
 #include <QMenuBar>
-#include <QPushButton>
-#include <QTimer>
 
 #include "files/raw_file.h"
+#include "forms/desk.h"
 #include "forms/load/form_chart_loading_options.h"
 #include "forms/load/form_selective_load.h"
 #include "forms/review/form_review.h"
-#include "station/station.h"
 
 namespace tarvolt {
 namespace {
 
 constexpr const char* kFile = "/station/Data/two.tvd";
-
-template <class Widget>
-Widget& Child(QWidget& form, const QString& name) {
-  auto* widget = form.findChild<Widget*>(name);
-  if (widget == nullptr) throw std::runtime_error("no such widget: " + name.toStdString());
-  return *widget;
-}
-
-// Does what a person does with the next dialog, as soon as it is there.
-void AtTheNextDialog(std::function<void(QWidget&)> act) {
-  auto* timer = new QTimer(qApp);
-  QObject::connect(timer, &QTimer::timeout, timer, [timer, act = std::move(act)] {
-    QWidget* form = QApplication::activeModalWidget();
-    if (form == nullptr) return;
-    timer->stop();
-    timer->deleteLater();
-    act(*form);
-  });
-  timer->start(0);
-}
 
 struct LoadWindows : testing::Test {
   LoadWindows() {
@@ -60,9 +37,7 @@ struct LoadWindows : testing::Test {
   }
   QAction& Item(const QString& name) {
     window->Refresh();
-    auto* action = window->findChild<QAction*>(name);
-    if (action == nullptr) throw std::runtime_error("no such item: " + name.toStdString());
-    return *action;
+    return Find<QAction>(*window, name);
   }
   const ChartWindow& State() { return window->Review().Window(); }
 
@@ -76,34 +51,29 @@ TEST_F(LoadWindows, ThePanelAppliesToItsOwnerAndSavesForAllLoads) {
   options.LoadFileOffsets = true;
   FormChartLoadingOptions form(station.TheSession(), options, nullptr);
   form.show();
-  EXPECT_TRUE(Child<QCheckBox>(form, "chkLoadWithFileOffsets").isChecked());
-  EXPECT_FALSE(Child<QCheckBox>(form, "chkLoadWithLocalOffsets").isChecked());
-  EXPECT_TRUE(Child<QCheckBox>(form, "chkShowOptions").isChecked());
-  Child<QCheckBox>(form, "chkLoadWithLocalOffsets").click();
-  Child<QCheckBox>(form, "chkLoadSelectedChannels").click();
-  Child<QCheckBox>(form, "chkShowOptions").click();
+  for (const char* box : {"chkLoadWithLocalOffsets", "chkLoadSelectedChannels", "chkShowOptions"}) Click(form, box);
   form.ApplyToOwner(options);
   EXPECT_TRUE(options.LoadLocalOffsets && options.LoadFileOffsets && options.LoadSelectedChannels);
   EXPECT_FALSE(settings.files.FLO_LocalOffsets) << "not stored yet";
-  Child<QPushButton>(form, "cmdSave").click();
+  Click(form, "cmdSave");
   EXPECT_TRUE(form.isVisible());
   EXPECT_TRUE(settings.files.FLO_LocalOffsets && settings.files.FLO_FileOffsets && !settings.files.ShowLoadOptions);
   EXPECT_EQ(station.TheSession().store.GetSetting(Section::Settings, "FLO_LocalOffsets"), "True");
   EXPECT_EQ(station.TheSession().store.GetSetting(Section::Settings, "ShowLoadOptions"), "False");
-  Child<QPushButton>(form, "cmdOK").click();
+  Click(form, "cmdOK");
   EXPECT_EQ(form.result(), QDialog::Accepted);
 }
 
 TEST_F(LoadWindows, SelectedChannelsComeFromTheForm) {
   station.Set("ShowLoadOptions", false).Set("Channel1Offset", "0.5");
   station.host.dialogs.ChooseFileNext(kFile);
-  AtTheNextDialog([](QWidget& form) {
-    EXPECT_EQ(Child<QLabel>(form, "lblCH2").text(), "Noise");
-    EXPECT_TRUE(Child<QCheckBox>(form, "ChkCH2").isEnabled());
-    EXPECT_FALSE(Child<QCheckBox>(form, "ChkCH3").isEnabled()) << "the file has two channels";
-    Child<QCheckBox>(form, "ChkCH1").click();
-    Child<QCheckBox>(form, "ChkOffsets").click();
-    Child<QPushButton>(form, "cmdOK").click();
+  WithNextDialog([](QWidget& form) {
+    EXPECT_EQ(Find<QLabel>(form, "lblCH2").text(), "Noise");
+    EXPECT_TRUE(Find<QCheckBox>(form, "ChkCH2").isEnabled());
+    EXPECT_FALSE(Find<QCheckBox>(form, "ChkCH3").isEnabled()) << "the file has two channels";
+    Click(form, "ChkCH1");
+    Click(form, "ChkOffsets");
+    Click(form, "cmdOK");
   });
   ASSERT_TRUE(Trigger("mnuLoadSelectedChannels"));
   ASSERT_EQ(State().chart.Count(), 4);
@@ -113,22 +83,21 @@ TEST_F(LoadWindows, SelectedChannelsComeFromTheForm) {
 }
 
 TEST_F(LoadWindows, ACancelledPanelLoadsNothing) {
-  AtTheNextDialog([](QWidget& form) { Child<QPushButton>(form, "cmdCancel").click(); });
+  WithNextDialog([](QWidget& form) { Click(form, "cmdCancel"); });
   ASSERT_TRUE(Trigger("MnuLoadDataFile"));
   EXPECT_EQ(station.host.dialogs.Questions(), 0) << "no file is asked for";
   EXPECT_EQ(State().chart.Count(), 0);
 }
 
 TEST_F(LoadWindows, AReviewWindowOffersWhatItCanDo) {
-  for (const char* name : {"mnuSaveView", "mnuDataFileInfo", "mnuFullView", "mnuRememberXY", "mnuRecallXY",
-                           "mnuShowAllChannels", "mnuShowChartNotations"})
-    EXPECT_FALSE(Item(name).isEnabled()) << name;
-  EXPECT_TRUE(Item("MnuLoadDataFile").isEnabled());
-  ASSERT_TRUE(window->Review().LoadDataFile(kFile));
-  for (const char* name : {"mnuSaveView", "mnuDataFileInfo", "mnuFullView", "mnuRememberXY", "mnuShowAllChannels"})
-    EXPECT_TRUE(Item(name).isEnabled()) << name;
-  EXPECT_FALSE(Item("mnuRecallXY").isEnabled());
-  EXPECT_FALSE(Item("mnuShowChartNotations").isEnabled()) << "the file has none";
+  for (const bool loaded : {false, true}) {
+    EXPECT_EQ(loaded && window->Review().LoadDataFile(kFile), loaded);
+    for (const char* name : {"mnuSaveView", "mnuDataFileInfo", "mnuFullView", "mnuRememberXY", "mnuShowAllChannels"})
+      EXPECT_EQ(Item(name).isEnabled(), loaded) << name;
+    EXPECT_TRUE(Item("MnuLoadDataFile").isEnabled());
+    EXPECT_FALSE(Item("mnuRecallXY").isEnabled());
+    EXPECT_FALSE(Item("mnuShowChartNotations").isEnabled()) << "the file has none";
+  }
 }
 
 TEST_F(LoadWindows, RecentFilesAreLoadedFromTheMenu) {
@@ -162,7 +131,7 @@ TEST_F(LoadWindows, TheInformationFollowsTheChartItTellsOf) {
   EXPECT_FALSE(shown()) << "another load takes it away";
 
   Trigger("mnuDataFileInfo");
-  Child<QWidget>(*window, "FormFileInfo").close();
+  Find<QWidget>(*window, "FormFileInfo").close();
   EXPECT_FALSE(shown());
   window->Refresh();
   EXPECT_FALSE(State().view.InfoShown);
@@ -170,7 +139,7 @@ TEST_F(LoadWindows, TheInformationFollowsTheChartItTellsOf) {
 
   Trigger("mnuDataFileInfo");
   station.host.dialogs.ChooseFileNext(kFile);
-  AtTheNextDialog([](QWidget& form) { Child<QPushButton>(form, "cmdOK").click(); });
+  WithNextDialog([](QWidget& form) { Click(form, "cmdOK"); });
   ASSERT_TRUE(Trigger("mnuLoadWithFileOffsets"));
   EXPECT_EQ(State().chart.GetValue(1, 3), 17);
   EXPECT_TRUE(shown()) << "after a load with offsets it comes back";

@@ -26,16 +26,16 @@ void Press(QWidget& dialog, QDialogButtonBox::StandardButton button) {
 
 TEST(LookDialogs, TicksGoToTheChartAndTheStoreOnOkAlone) {
   Desk desk;
-  Desk::WithNextDialog([](QWidget& dialog) {
-    dialog.findChild<QSpinBox*>("XAxisTickMajorCount")->setValue(9);
+  WithNextDialog([](QWidget& dialog) {
+    Find<QSpinBox>(dialog, "XAxisTickMajorCount").setValue(9);
     Press(dialog, QDialogButtonBox::Cancel);
   });
   desk.Choose("mnuTickGrid");
   EXPECT_EQ(desk.station.Form().Window().look.ticks, TickGrid());
-  Desk::WithNextDialog([](QWidget& dialog) {
+  WithNextDialog([](QWidget& dialog) {
     EXPECT_EQ(dialog.objectName(), "FormTickGrid");
-    dialog.findChild<QSpinBox*>("XAxisTickMajorCount")->setValue(9);
-    dialog.findChild<QComboBox*>("GridLineStyle")->setCurrentIndex(2);
+    Find<QSpinBox>(dialog, "XAxisTickMajorCount").setValue(9);
+    Find<QComboBox>(dialog, "GridLineStyle").setCurrentIndex(2);
     Press(dialog, QDialogButtonBox::Ok);
   });
   desk.Choose("mnuTickGrid");
@@ -48,15 +48,15 @@ TEST(LookDialogs, TicksGoToTheChartAndTheStoreOnOkAlone) {
 
 TEST(LookDialogs, ColorsAreSavedAndRestored) {
   Desk desk;
-  Desk::WithNextDialog([](QWidget& dialog) {
+  WithNextDialog([](QWidget& dialog) {
     auto& colors = dynamic_cast<FormColors&>(dialog);
     ChartColors changed = colors.GetColorsFromLabels();
     EXPECT_EQ(changed, ChartColors());
     changed.PenColor[3] = 0x123456;
     changed.GridBackGroundColor = 0x202020;
     colors.LoadIntoLabels(changed);
-    dialog.findChild<QPushButton*>("CmdSave")->click();
-    dialog.findChild<QPushButton*>("CmdRestore")->click();
+    Click(dialog, "CmdSave");
+    Click(dialog, "CmdRestore");
     EXPECT_EQ(colors.GetColorsFromLabels(), ChartColors());
     Press(dialog, QDialogButtonBox::Close);
   });
@@ -73,46 +73,30 @@ TEST(LookDialogs, AViewByNumbersSaysWhatIsWrongAndClosesWithItsChart) {
   auto* view = desk.Find<QWidget>("FormChartView");
   EXPECT_TRUE(view->isVisible());
   EXPECT_EQ(view->windowTitle(), "Chart View for Main Window Chart ");
-  view->findChild<QRadioButton*>("OptWidth")->setChecked(true);
-  EXPECT_FALSE(view->findChild<QComboBox*>("TxtTo")->isEnabled());
-  view->findChild<QLineEdit*>("TxtWidth")->setText("none");
-  view->findChild<QPushButton*>("cmdApply")->click();
-  EXPECT_EQ(view->findChild<QLabel*>("lblProblem")->text(), "The width must be a number of seconds above 0.");
-  view->findChild<QComboBox*>("TxtFrom")->setEditText("12:00:02");
-  view->findChild<QLineEdit*>("TxtWidth")->setText("4");
-  view->findChild<QPushButton*>("cmdApplyAll")->click();
-  EXPECT_EQ(view->findChild<QLabel*>("lblProblem")->text(), "");
+  Find<QRadioButton>(*view, "OptWidth").setChecked(true);
+  EXPECT_FALSE(Find<QComboBox>(*view, "TxtTo").isEnabled());
+  Find<QLineEdit>(*view, "TxtWidth").setText("none");
+  Click(*view, "cmdApply");
+  EXPECT_EQ(Find<QLabel>(*view, "lblProblem").text(), "The width must be a number of seconds above 0.");
+  Find<QComboBox>(*view, "TxtFrom").setEditText("12:00:02");
+  Find<QLineEdit>(*view, "TxtWidth").setText("4");
+  Click(*view, "cmdApplyAll");
+  EXPECT_EQ(Find<QLabel>(*view, "lblProblem").text(), "");
   EXPECT_NEAR((desk.Chart().XAxisMax - desk.Chart().XAxisMin) * 86400, 4, 1e-3);
-  view->findChild<QCheckBox*>("ChkAutoY")->setChecked(true);
-  view->findChild<QCheckBox*>("ChkSpecifyY")->setChecked(true);
-  EXPECT_FALSE(view->findChild<QCheckBox*>("ChkAutoY")->isChecked()) << "by hand or by the data";
+  Find<QCheckBox>(*view, "ChkAutoY").setChecked(true);
+  Find<QCheckBox>(*view, "ChkSpecifyY").setChecked(true);
+  EXPECT_FALSE(Find<QCheckBox>(*view, "ChkAutoY").isChecked()) << "by hand or by the data";
   desk.Choose("mnuSave");
   EXPECT_FALSE(view->isVisible()) << "a new log began";
-}
-
-TEST(LookDialogs, InformationOfTheChartIsShownUntilItGoes) {
-  Desk desk;
-  desk.Click("cmdStart");
-  desk.Record(20);
-  desk.Click("cmdStart");
-  desk.Choose("mnuDataFileInfo");
-  auto* info = desk.Find<QWidget>("FormFileInfo");
-  EXPECT_TRUE(info->isVisible());
-  info->close();
-  desk.Settle();
-  desk.Click("cmdInfo");
-  EXPECT_TRUE(info->isVisible());
-  desk.Click("cmdStart");
-  EXPECT_FALSE(info->isVisible());
 }
 
 TEST(LookDialogs, FontsAreKeptOnOkAlone) {
   Desk desk;
   desk.station.TheSession().store.SaveSetting(Section::Settings, "TitleFontSize", "18");
   desk.station.Form().Chart().look.TakeLook();
-  Desk::WithNextDialog([](QWidget& dialog) {
+  WithNextDialog([](QWidget& dialog) {
     EXPECT_EQ(dialog.objectName(), "FormFonts");
-    EXPECT_EQ(dialog.findChild<QPushButton*>("TitleFont")->text(), "Arial, 18 pt");
+    EXPECT_EQ(Find<QPushButton>(dialog, "TitleFont").text(), "Arial, 18 pt");
     Press(dialog, QDialogButtonBox::Ok);
   });
   desk.Choose("mnuFonts");
@@ -122,7 +106,7 @@ TEST(LookDialogs, FontsAreKeptOnOkAlone) {
 
 TEST(LookDialogs, ADateIsEnteredOrCancelled) {
   const TimeStamp stamp = StampOf({2010, 1, 2, 12, 30, 15, 0});
-  Desk::WithNextDialog([](QWidget& dialog) {
+  WithNextDialog([](QWidget& dialog) {
     EXPECT_EQ(dialog.objectName(), "FormDateEntry");
     auto* entry = dialog.findChild<QDateTimeEdit*>("TxtDate");
     EXPECT_EQ(entry->text(), "2010-01-02 12:30:15");
@@ -130,7 +114,7 @@ TEST(LookDialogs, ADateIsEnteredOrCancelled) {
     Press(dialog, QDialogButtonBox::Ok);
   });
   EXPECT_EQ(FormDateEntry(nullptr, "Begins:", stamp), StampOf({2011, 3, 27, 2, 30, 0, 0}));
-  Desk::WithNextDialog([](QWidget& dialog) { Press(dialog, QDialogButtonBox::Cancel); });
+  WithNextDialog([](QWidget& dialog) { Press(dialog, QDialogButtonBox::Cancel); });
   EXPECT_EQ(FormDateEntry(nullptr, "Begins:", stamp), std::nullopt);
 }
 

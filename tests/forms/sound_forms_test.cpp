@@ -32,19 +32,27 @@ TEST(SoundForms, TheToneOfARunIsSeenInTheSpectrumAndTheMeters) {
   Desk desk(Prepare);
   const SpectrumFeed& feed = desk.station.Form().Sound().Spectrum();
   EXPECT_FALSE(feed.SpectrumActive);
+  SettingsStore& store = desk.station.TheSession().store;
+  store.SaveSetting(Section::Settings, "SpectrumPlace", "50 60 640 420");
+  store.SaveSetting(Section::Settings, "SpectrumAverage", "3");
+  store.SaveSetting(Section::Settings, "SpectrumSamples", "nonsense");
   desk.Choose("mnuMeters");
   desk.Choose("mnuSpectrum");
   EXPECT_TRUE(feed.SpectrumActive);
-  EXPECT_EQ(desk.LabelText("LblSpectrumState"), QStringLiteral("No sound is being recorded.  "));
+  EXPECT_EQ(desk.Find<QWidget>("FormSpectrum")->pos(), QPoint(50, 60)) << "as it was left";
+  EXPECT_EQ(desk.Find<QWidget>("FormSpectrum")->size(), QSize(640, 420));
+  EXPECT_EQ(desk.Find<QSpinBox>("SpnAverage")->value(), 3);
+  EXPECT_EQ(feed.SpectrumSize, 1024) << "the first of the list";
+  EXPECT_EQ(desk.LabelText("LblSpectrumState"), "No sound is being recorded.  ");
   desk.station.StartChart();
   for (int i = 0; i < 20; ++i) {
     desk.station.RunFor(500ms);
     desk.Settle();
   }
-  EXPECT_TRUE(desk.LabelText("LblStrongest").startsWith(QStringLiteral("Left: strongest at 1000.0 Hz, -20.0 dB")))
-      << desk.LabelText("LblStrongest").toStdString();
-  EXPECT_EQ(desk.LabelText("LblPeakL"), QStringLiteral("-20.0 dB\n3277"));
-  EXPECT_EQ(desk.LabelText("LblPeakR"), QStringLiteral("silent\n0"));
+  EXPECT_TRUE(desk.LabelText("LblStrongest").starts_with("Left: strongest at 1000.0 Hz, -20.0 dB"))
+      << desk.LabelText("LblStrongest");
+  EXPECT_EQ(desk.LabelText("LblPeakL"), "-20.0 dB\n3277");
+  EXPECT_EQ(desk.LabelText("LblPeakR"), "silent\n0");
   EXPECT_FALSE(desk.Find<QLabel>("LblSoundState")->isVisible());
 
   desk.Find<QWidget>("FormSpectrum")->move(30, 40);
@@ -53,32 +61,16 @@ TEST(SoundForms, TheToneOfARunIsSeenInTheSpectrumAndTheMeters) {
   EXPECT_FALSE(feed.SpectrumActive) << "nothing is gathered for a window that is closed";
   desk.Choose("mnuSpectrum");
   EXPECT_TRUE(feed.SpectrumActive);
-  desk.Find<QComboBox>("CboSize")->setCurrentIndex(0);
-  EXPECT_EQ(feed.SpectrumSize, 1024);
-  const SettingsStore& store = desk.station.TheSession().store;
-  EXPECT_EQ(store.GetSetting(Section::Settings, "SpectrumSamples"), "1024");
+  desk.Find<QComboBox>("CboSize")->setCurrentIndex(1);
+  EXPECT_EQ(feed.SpectrumSize, 2048);
+  EXPECT_EQ(store.GetSetting(Section::Settings, "SpectrumSamples"), "2048");
   EXPECT_EQ(store.GetSetting(Section::Settings, "SpectrumPlace"), "30 40 700 400");
   desk.station.RunFor(1s);
   desk.Settle();
-  EXPECT_TRUE(desk.LabelText("LblStrongest").startsWith(QStringLiteral("Left: strongest at 1000.0 Hz")));
+  EXPECT_TRUE(desk.LabelText("LblStrongest").starts_with("Left: strongest at 1000.0 Hz"));
   desk.station.StopChart();
   desk.Settle();
-  EXPECT_EQ(desk.LabelText("LblPeakL"), QStringLiteral("-\n"));
-}
-
-TEST(SoundForms, TheSpectrumComesBackAsItWasLeft) {
-  Desk desk(Prepare);
-  SettingsStore& store = desk.station.TheSession().store;
-  store.SaveSetting(Section::Settings, "SpectrumPlace", "50 60 640 420");
-  store.SaveSetting(Section::Settings, "SpectrumWindow", "Blackman");
-  store.SaveSetting(Section::Settings, "SpectrumAverage", "3");
-  store.SaveSetting(Section::Settings, "SpectrumSamples", "nonsense");
-  desk.Choose("mnuSpectrum");
-  EXPECT_EQ(desk.Find<QWidget>("FormSpectrum")->pos(), QPoint(50, 60));
-  EXPECT_EQ(desk.Find<QWidget>("FormSpectrum")->size(), QSize(640, 420));
-  EXPECT_EQ(desk.Find<QComboBox>("CboWindow")->currentText(), QStringLiteral("Blackman"));
-  EXPECT_EQ(desk.Find<QSpinBox>("SpnAverage")->value(), 3);
-  EXPECT_EQ(desk.station.Form().Sound().Spectrum().SpectrumSize, 1024) << "the first of the list";
+  EXPECT_EQ(desk.LabelText("LblPeakL"), "-\n");
 }
 
 TEST(SoundForms, TheirCommandsNeedASoundInput) {
@@ -100,8 +92,8 @@ TEST(SoundForms, TheFormatsOfTheInputAreChosenFromAndOnesOf8BitAreNot) {
   EXPECT_FALSE(desk.station.Running());
   auto* list = desk.Find<QListWidget>("LstFormats");
   ASSERT_GT(list->count(), 0);
-  auto* ok = list->window()->findChild<QAbstractButton*>(QStringLiteral("cmdOK"));
-  EXPECT_FALSE(ok->isEnabled()) << "the format in use is none to keep";
+  auto& ok = Find<QAbstractButton>(*list->window(), "cmdOK");
+  EXPECT_FALSE(ok.isEnabled()) << "the format in use is none to keep";
   int usable = 0;
   for (int row = 0; row < list->count(); ++row) {
     const bool isOf8 = list->item(row)->text().contains(QStringLiteral(" 8 Bit"));
@@ -110,7 +102,7 @@ TEST(SoundForms, TheFormatsOfTheInputAreChosenFromAndOnesOf8BitAreNot) {
   }
   EXPECT_GT(usable, 1);
   list->setCurrentItem(list->findItems(QStringLiteral("22050 Hz 16 Bit Mono"), Qt::MatchExactly).value(0));
-  ok->click();
+  ok.click();
   EXPECT_EQ(session.store.GetSetting(Section::Settings, "sWavFormat"), "5");
   desk.station.StartChart();
   EXPECT_TRUE(desk.station.Running());
@@ -124,14 +116,14 @@ TEST(SoundForms, TheMixerPanelSetsWhatTheCardHasAndClosesOnOk) {
   desk.station.host.mixer.Fit(kCard, inputs);
   desk.Choose("mnuMixer");
   EXPECT_TRUE(desk.Find<QRadioButton>("OptLine")->isChecked());
-  EXPECT_EQ(desk.LabelText("LblLineVol"), QStringLiteral("31"));
+  EXPECT_EQ(desk.LabelText("LblLineVol"), "31");
   EXPECT_FALSE(desk.Find<QRadioButton>("OptMic")->isEnabled());
   EXPECT_FALSE(desk.Find<QSlider>("SldMicVol")->isEnabled());
   EXPECT_TRUE(desk.Find<QRadioButton>("OptStereoMix")->isEnabled());
   EXPECT_FALSE(desk.Find<QSlider>("SldStereoMixVol")->isEnabled()) << "it has no volume";
   EXPECT_EQ(desk.station.TheSession().settings.sound.MixerLineVol, 50) << "looking stores nothing";
 
-  EXPECT_EQ(desk.LabelText("LblMicVol"), QStringLiteral("-"));
+  EXPECT_EQ(desk.LabelText("LblMicVol"), "-");
   desk.Find<QSlider>("SldLineVol")->setValue(60);
   desk.Find<QSlider>("SldLineVol")->setValue(64);
   desk.Find<QRadioButton>("OptStereoMix")->click();
@@ -142,7 +134,7 @@ TEST(SoundForms, TheMixerPanelSetsWhatTheCardHasAndClosesOnOk) {
   desk.station.host.mixer.Fit(kCard, inputs);
   auto* panel = static_cast<FormMixer*>(desk.Find<QWidget>("FormMixer"));
   panel->Refresh();
-  EXPECT_EQ(desk.LabelText("LblLineVol"), QStringLiteral("12")) << "turned by another program";
+  EXPECT_EQ(desk.LabelText("LblLineVol"), "12") << "turned by another program";
 
   auto* ok = panel->findChild<QAbstractButton*>(QStringLiteral("cmdOK"));
   panel->ShowOk(false);

@@ -1,13 +1,10 @@
 #include "host/home_folder.h"
 
-#include <unistd.h>
-
 #include <cstdlib>
 #include <fstream>
 #include <map>
 
 #include "temp_folder.h"
-#include "text/number.h"
 
 namespace tarvolt {
 namespace {
@@ -45,33 +42,13 @@ TEST_F(HomeFolderTest, TheNearestWishWins) {
   EXPECT_EQ(FindHome("second"), std::filesystem::current_path() / "second");
 }
 
-TEST_F(HomeFolderTest, OneProgramAtATimeHasAHome) {
-  const auto home = folder_.Path() / "made" / "here";
-  {
-    HomeLock first;
-    ASSERT_TRUE(first.Take(home, why_)) << why_;
-    long id = 0;
-    std::ifstream(home / "lock") >> id;
-    EXPECT_EQ(id, ::getpid());
-    HomeLock second;
-    EXPECT_FALSE(second.Take(home, why_));
-    EXPECT_NE(why_.find(home.native()), std::string::npos) << why_;
-    EXPECT_NE(why_.find(NumberText(std::int64_t{::getpid()})), std::string::npos) << why_;
-    HomeLock other;
-    EXPECT_TRUE(other.Take(folder_.Path() / "other", why_)) << why_;
-  }
-  HomeLock next;
-  EXPECT_TRUE(next.Take(home, why_)) << "a lock file left behind locks nothing: " << why_;
-}
-
 TEST_F(HomeFolderTest, AHomeThatCannotBeMadeIsToldInWords) {
   std::ofstream(folder_.Path() / "file") << "x";
   HomeLock lock;
   EXPECT_FALSE(lock.Take(folder_.Path() / "file" / "home", why_));
   EXPECT_NE(why_.find("cannot be made"), std::string::npos) << why_;
   std::filesystem::create_directories(folder_.Path() / "odd" / "lock");
-  HomeLock odd;
-  EXPECT_FALSE(odd.Take(folder_.Path() / "odd", why_));
+  EXPECT_FALSE(lock.Take(folder_.Path() / "odd", why_));
   EXPECT_NE(why_.find("cannot be used"), std::string::npos) << why_;
 }
 

@@ -68,13 +68,6 @@ TEST_F(WavDevice, ALoopHasNoGapAtItsSeam) {
   EXPECT_FALSE(ended);
 }
 
-TEST_F(WavDevice, FastTakesNoTime) {
-  ASSERT_TRUE(Play(WavPlay::Fast)) << why;
-  host.loop.RunFor(1ms);
-  EXPECT_TRUE(ended);
-  EXPECT_EQ(firsts.size(), 33u);
-}
-
 TEST_F(WavDevice, APauseLosesNothingAndAStopBeginsAnew) {
   ASSERT_TRUE(Play(WavPlay::Once));
   host.loop.RunFor(100ms);
@@ -157,7 +150,8 @@ TEST_F(WavDevice, UnknownChunksAndWrongLengthsArePassedOver) {
   AddNumber(cut, 0xFFFFFFFF, 4);
   host.disk.Put("/a.wav", cut + Samples16(RampOf(90)) + "x");
   ASSERT_TRUE(Play(WavPlay::Fast)) << why;
-  host.loop.RunFor(10ms);
+  host.loop.RunFor(1ms);
+  EXPECT_TRUE(ended) << "fast takes no time";
   EXPECT_EQ(firsts, (std::vector<int>{0, 30, 60}));
 }
 

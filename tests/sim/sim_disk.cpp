@@ -48,7 +48,7 @@ class SimDisk::OpenFile final : public File {
       error = Error(std::errc::no_space_on_device);
       return;
     }
-    disk_.Operate(error, [&] { disk_.ResizeNode(*node_, size); });
+    disk_.Operate(error, [&] { disk_.ChangeNode(*node_, size); });
   }
 
   void Sync(std::error_code& error) override {
@@ -75,7 +75,7 @@ class SimDisk::OpenFile final : public File {
   std::uint64_t position_ = 0;
 };
 
-SimDisk::SimDisk(std::uint64_t seed) : random_(seed), folders_{"/"} {}
+SimDisk::SimDisk(std::uint64_t seed) : random_(seed) {}
 
 SimDisk::~SimDisk() = default;
 
@@ -103,14 +103,9 @@ std::shared_ptr<SimDisk::Node> SimDisk::OpenNode(const Key& key, OpenMode mode, 
   }
   if (node == nullptr) {
     node = std::make_shared<Node>();
-    Operate(error, [&] {
-      NameChange change;
-      NoteName(change, key);
-      SetName(key, node);
-      KeepChange(std::move(change));
-    });
+    Operate(error, [&] { NamesToChange().files[key] = node; });
   } else if (mode == OpenMode::Create && !node->bytes.empty()) {
-    Operate(error, [&] { ResizeNode(*node, 0); });
+    Operate(error, [&] { ChangeNode(*node, 0); });
   }
   return node;
 }
@@ -127,23 +122,20 @@ bool SimDisk::FolderExists(const std::filesystem::path& path) {
 
 void SimDisk::MakeFolders(const std::filesystem::path& path, std::error_code& error) {
   if (!Alive(error)) return;
-  NameChange change;
+  std::vector<Key> made;
   for (Key key = KeyOf(path); !IsFolder(key); key = ParentOf(key)) {
     if (FindFile(key) != nullptr) {
       error = Error(std::errc::not_a_directory);
       return;
     }
-    change.foldersMade.push_back(key);
+    made.push_back(key);
   }
-  if (change.foldersMade.empty()) return;
-  if (IsReadOnly(change.foldersMade.back())) {
+  if (made.empty()) return;
+  if (IsReadOnly(made.back())) {
     error = Error(std::errc::permission_denied);
     return;
   }
-  Operate(error, [&] {
-    folders_.insert(change.foldersMade.begin(), change.foldersMade.end());
-    KeepChange(std::move(change));
-  });
+  Operate(error, [&] { NamesToChange().folders.insert(made.begin(), made.end()); });
 }
 
 void SimDisk::Rename(const std::filesystem::path& from, const std::filesystem::path& to, std::error_code& error) {
@@ -159,13 +151,9 @@ void SimDisk::Rename(const std::filesystem::path& from, const std::filesystem::p
     error = Error(std::errc::permission_denied);
   } else if (fromKey != toKey) {
     Operate(error, [&] {
-      NameChange change;
-      NoteName(change, toKey);
-      NoteName(change, fromKey);
-      SetName(toKey, nullptr);
-      SetName(fromKey, nullptr);
-      SetName(toKey, node);
-      KeepChange(std::move(change));
+      Names& names = NamesToChange();
+      names.files[toKey] = node;
+      names.files.erase(fromKey);
     });
   }
 }
@@ -180,15 +168,9 @@ void SimDisk::Remove(const std::filesystem::path& path, std::error_code& error) 
     error = Error(std::errc::directory_not_empty);
   } else {
     Operate(error, [&] {
-      NameChange change;
-      if (IsFolder(key)) {
-        folders_.erase(key);
-        change.foldersRemoved.push_back(key);
-      } else {
-        NoteName(change, key);
-        SetName(key, nullptr);
-      }
-      KeepChange(std::move(change));
+      Names& names = NamesToChange();
+      names.folders.erase(key);
+      names.files.erase(key);
     });
   }
 }
@@ -202,7 +184,8 @@ std::vector<std::filesystem::path> SimDisk::ListFiles(const std::filesystem::pat
     return names;
   }
   const Key prefix = key == "/" ? key : key + "/";
-  for (auto file = files_.lower_bound(prefix); file != files_.end() && file->first.starts_with(prefix); ++file) {
+  for (auto file = names_.files.lower_bound(prefix); file != names_.files.end() && file->first.starts_with(prefix);
+       ++file) {
     const std::string_view rest = std::string_view(file->first).substr(prefix.size());
     if (rest.find('/') == std::string_view::npos) names.emplace_back(rest);
   }
@@ -217,30 +200,31 @@ std::optional<std::string> SimDisk::Contents(const std::filesystem::path& path) 
 
 std::map<std::string, std::string> SimDisk::AllFiles() const {
   std::map<std::string, std::string> all;
-  for (const auto& [key, node] : files_) all.emplace(key, node->bytes);
+  for (const auto& [key, node] : names_.files) all.emplace(key, node->bytes);
   return all;
+}
+
+std::uint64_t SimDisk::Used() const {
+  std::uint64_t used = 0;
+  for (const auto& [key, node] : names_.files) used += node->bytes.size();
+  return used;
 }
 
 void SimDisk::Put(const std::filesystem::path& path, std::string_view bytes) {
   const Key key = KeyOf(path);
-  for (Key folder = ParentOf(key); !IsFolder(folder); folder = ParentOf(folder)) folders_.insert(folder);
+  for (Key folder = ParentOf(key); !IsFolder(folder); folder = ParentOf(folder)) names_.folders.insert(folder);
   auto node = std::make_shared<Node>();
-  node->bytes = bytes;
-  SetName(key, std::move(node));
+  node->bytes = node->synced = bytes;
+  names_.files[key] = std::move(node);
 }
 
 void SimDisk::RemoveTree(const std::filesystem::path& folder) {
   const Key key = KeyOf(folder);
-  const auto isInside = [&key](const Key& name) { return name == key || name.starts_with(key + "/"); };
-  std::vector<Key> names;
-  for (const auto& [name, node] : files_) {
-    if (isInside(name)) names.push_back(name);
-  }
-  for (const Key& name : names) SetName(name, nullptr);
-  std::erase_if(folders_, isInside);
+  const auto isGone = [&key](const Key& other) { return other == key || other.starts_with(key + "/"); };
+  std::erase_if(names_.files, [&](const auto& file) { return isGone(file.first); });
+  std::erase_if(names_.folders, isGone);
 }
 
-// A relative name counts from the root: the disk knows no current folder.
 SimDisk::Key SimDisk::KeyOf(const std::filesystem::path& path) {
   Key key = ("/" / path).lexically_normal().generic_string();
   if (key.size() > 1 && key.back() == '/') key.pop_back();
@@ -277,74 +261,44 @@ bool SimDisk::IsReadOnly(const Key& key) const {
 
 bool SimDisk::IsEmptyFolder(const Key& key) const {
   const Key prefix = key + "/";
-  const auto file = files_.lower_bound(prefix);
-  const auto folder = folders_.lower_bound(prefix);
-  return (file == files_.end() || !file->first.starts_with(prefix)) &&
-         (folder == folders_.end() || !folder->starts_with(prefix));
+  const auto file = names_.files.lower_bound(prefix);
+  const auto folder = names_.folders.lower_bound(prefix);
+  return (file == names_.files.end() || !file->first.starts_with(prefix)) &&
+         (folder == names_.folders.end() || !folder->starts_with(prefix));
 }
 
 std::shared_ptr<SimDisk::Node> SimDisk::FindFile(const Key& key) const {
-  const auto found = files_.find(key);
-  return found == files_.end() ? nullptr : found->second;
+  const auto found = names_.files.find(key);
+  return found == names_.files.end() ? nullptr : found->second;
 }
 
-void SimDisk::SetName(const Key& key, std::shared_ptr<Node> node) {
-  if (const std::shared_ptr<Node> old = FindFile(key)) {
-    used_ -= old->bytes.size();
-    old->hasName = false;
-    files_.erase(key);
-  }
-  if (node == nullptr) return;
-  used_ += node->bytes.size();
-  node->hasName = true;
-  files_[key] = std::move(node);
-}
-
-void SimDisk::NoteName(NameChange& change, const Key& key) {
-  change.filesBefore.emplace_back(key, FindFile(key));
-}
-
-void SimDisk::KeepChange(NameChange change) {
-  if (powerLoss_) unsyncedNames_.push_back(std::move(change));
+// The names, of which this operation changes some.
+SimDisk::Names& SimDisk::NamesToChange() {
+  if (powerLoss_) unsyncedNames_.push_back(names_);
+  return names_;
 }
 
 void SimDisk::WriteNode(Node& node, std::uint64_t position, std::string_view bytes, std::error_code& error) {
   const Fate fate = NextFate();
   if (fate != Fate::Happens) bytes = bytes.substr(0, random_.Below(bytes.size() + 1));
   const std::size_t room = RoomFor(node, position, bytes.size());
-  StoreBytes(node, position, bytes.substr(0, room));
+  if (room > 0) ChangeNode(node, position, bytes.substr(0, room));
   if (fate == Fate::Dies) Die();
   if (room < bytes.size()) error = Error(std::errc::no_space_on_device);
   if (fate == Fate::Fails) error = failure_;
 }
 
-void SimDisk::StoreBytes(Node& node, std::uint64_t position, std::string_view bytes) {
-  if (bytes.empty()) return;
-  const std::uint64_t oldSize = node.bytes.size();
-  const std::uint64_t end = position + bytes.size();
-  if (powerLoss_) {
-    const std::string oldBytes = position < oldSize ? node.bytes.substr(position, bytes.size()) : std::string();
-    node.unsynced.push_back({position, bytes.size(), oldSize, oldBytes});
-  }
-  if (position > oldSize) node.bytes.append(position - oldSize, '\0');
-  // replace cuts the old part off at the end of the file, so that an append grows the string in place
-  node.bytes.replace(position, bytes.size(), bytes);
-  if (node.hasName && end > oldSize) used_ += end - oldSize;
-}
-
-void SimDisk::ResizeNode(Node& node, std::uint64_t size) {
-  const std::uint64_t oldSize = node.bytes.size();
-  if (powerLoss_ && !down_) {
-    const std::uint64_t cut = std::min(size, oldSize);
-    node.unsynced.push_back({cut, 0, oldSize, node.bytes.substr(cut)});
-  }
-  node.bytes.resize(size, '\0');
-  if (node.hasName) used_ = used_ - oldSize + size;
+void SimDisk::ChangeNode(Node& node, std::uint64_t position, std::string_view bytes) {
+  Node::Change change{position, std::string(bytes)};
+  change.ApplyTo(node.bytes);
+  if (powerLoss_) node.unsynced.push_back(std::move(change));
 }
 
 // How many of `size` bytes at `position` the disk still has room for.
 std::size_t SimDisk::RoomFor(const Node& node, std::uint64_t position, std::size_t size) const {
-  const std::uint64_t free = capacity_ > used_ ? capacity_ - used_ : 0;
+  if (capacity_ == kUnlimited) return size;
+  const std::uint64_t used = Used();
+  const std::uint64_t free = capacity_ > used ? capacity_ - used : 0;
   const std::uint64_t last = std::max<std::uint64_t>(node.bytes.size(), position);
   const std::uint64_t hole = last - node.bytes.size();
   if (hole > free) return 0;
@@ -354,6 +308,7 @@ std::size_t SimDisk::RoomFor(const Node& node, std::uint64_t position, std::size
 }
 
 void SimDisk::SyncNode(Node& node) {
+  if (powerLoss_) node.synced = node.bytes;
   node.unsynced.clear();
   unsyncedNames_.clear();
 }

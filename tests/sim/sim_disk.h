@@ -56,7 +56,7 @@ class SimDisk final : public FileSystem {
   void RemoveTree(const std::filesystem::path& folder);
 
   /// Bytes in all files.
-  std::uint64_t Used() const { return used_; }
+  std::uint64_t Used() const;
 
   /// The disk holds so many bytes: a write beyond it stores what fits and fails with no_space_on_device.
   void SetCapacity(std::uint64_t bytes) { capacity_ = bytes; }
@@ -82,15 +82,13 @@ class SimDisk final : public FileSystem {
   /// The program dies here and now, between two operations.
   void Kill();
 
-  bool IsDown() const { return down_; }
-
   /// Called inside each Sync: a slow disk lets time pass there.
   void OnSync(std::function<void()> call) { onSync_ = std::move(call); }
 
   /// From here on a Reboot after a crash also loses power: of the writes to each file since its last Sync only a
   /// random first few survive, the last of them perhaps in part, and of the names made, moved and removed since the
   /// last Sync of any file only a random first few. Off by default: a program that dies loses nothing that it wrote.
-  void SetPowerLoss(bool on) { powerLoss_ = on; }
+  void SetPowerLoss(bool on);
 
   /// The disk as the next start of the program finds it. Files still open from before fail. Other faults stay.
   void Reboot();
@@ -100,10 +98,13 @@ class SimDisk final : public FileSystem {
 
  private:
   struct Node;
-  struct NameChange;
   class OpenFile;
   enum class Fate { Happens, Fails, Dies };
   using Key = std::string;
+  struct Names {
+    std::map<Key, std::shared_ptr<Node>> files;
+    std::set<Key> folders;
+  };
 
   static Key KeyOf(const std::filesystem::path& path);
   static Key ParentOf(const Key& key);
@@ -114,32 +115,26 @@ class SimDisk final : public FileSystem {
   template <typename Change>
   void Operate(std::error_code& error, Change change);
 
-  bool IsFolder(const Key& key) const { return folders_.contains(key); }
+  bool IsFolder(const Key& key) const { return names_.folders.contains(key); }
   bool IsReadOnly(const Key& key) const;
   bool IsEmptyFolder(const Key& key) const;
   std::shared_ptr<Node> FindFile(const Key& key) const;
   std::shared_ptr<Node> OpenNode(const Key& key, OpenMode mode, std::error_code& error);
-  void SetName(const Key& key, std::shared_ptr<Node> node);
-  void NoteName(NameChange& change, const Key& key);
-  void KeepChange(NameChange change);
+  Names& NamesToChange();
 
   void WriteNode(Node& node, std::uint64_t position, std::string_view bytes, std::error_code& error);
-  void StoreBytes(Node& node, std::uint64_t position, std::string_view bytes);
-  void ResizeNode(Node& node, std::uint64_t size);
+  void ChangeNode(Node& node, std::uint64_t position, std::string_view bytes = {});
   std::size_t RoomFor(const Node& node, std::uint64_t position, std::size_t size) const;
   void SyncNode(Node& node);
 
   void LosePower();
-  void UndoNames();
-  void UndoWrites(Node& node);
+  void LoseWrites(Node& node);
 
   SimRandom random_;
-  std::map<Key, std::shared_ptr<Node>> files_;
-  std::set<Key> folders_;
+  Names names_{{}, {"/"}};
   std::set<Key> readOnly_;
   std::set<Key> unreadable_;
-  std::vector<NameChange> unsyncedNames_;
-  std::uint64_t used_ = 0;
+  std::vector<Names> unsyncedNames_;  // as they stood before each operation on them since the last Sync
   std::uint64_t capacity_ = kUnlimited;
   std::uint64_t operations_ = 0;
   std::uint64_t failAt_ = 0;  // 0: never

@@ -1,6 +1,5 @@
 // The faults of the disk: operations that fail, the death of the program, and the loss of power.
 
-#include <algorithm>
 #include <exception>
 
 #include "sim/sim_disk_node.h"
@@ -39,10 +38,18 @@ void SimDisk::Kill() {
   quiet_ = true;
 }
 
+void SimDisk::SetPowerLoss(bool on) {
+  powerLoss_ = on;
+  for (auto& [key, node] : names_.files) node->synced = node->bytes;
+}
+
 void SimDisk::Reboot() {
   if (down_ && powerLoss_) LosePower();
   unsyncedNames_.clear();
-  for (auto& [key, node] : files_) node->unsynced.clear();
+  for (auto& [key, node] : names_.files) {
+    node->synced = node->bytes;
+    node->unsynced.clear();
+  }
   crashAt_ = 0;
   down_ = false;
   quiet_ = false;
@@ -73,36 +80,20 @@ void SimDisk::Die() {
 }
 
 void SimDisk::LosePower() {
-  UndoNames();
-  for (auto& [key, node] : files_) UndoWrites(*node);
-}
-
-void SimDisk::UndoNames() {
   const std::size_t kept = random_.Below(unsyncedNames_.size() + 1);
-  while (unsyncedNames_.size() > kept) {
-    const NameChange change = std::move(unsyncedNames_.back());
-    unsyncedNames_.pop_back();
-    for (const Key& key : change.foldersRemoved) folders_.insert(key);
-    for (const auto& [key, node] : change.filesBefore) SetName(key, node);
-    for (const Key& key : change.foldersMade) folders_.erase(key);
-  }
+  if (kept < unsyncedNames_.size()) names_ = unsyncedNames_[kept];
+  for (auto& [key, node] : names_.files) LoseWrites(*node);
 }
 
-void SimDisk::UndoWrites(Node& node) {
+void SimDisk::LoseWrites(Node& node) {
   if (node.unsynced.empty()) return;
   const std::size_t kept = random_.Below(node.unsynced.size() + 1);
-  std::string torn;
-  std::uint64_t tornPosition = 0;
-  while (node.unsynced.size() > kept) {
-    const Node::Write write = std::move(node.unsynced.back());
-    node.unsynced.pop_back();
-    torn = node.bytes.substr(std::min<std::uint64_t>(write.position, node.bytes.size()), write.length);
-    tornPosition = write.position;
-    ResizeNode(node, write.oldSize);
-    if (!write.oldBytes.empty()) node.bytes.replace(write.position, write.oldBytes.size(), write.oldBytes);
-  }
-  if (!torn.empty()) StoreBytes(node, tornPosition, torn.substr(0, random_.Below(torn.size() + 1)));
-  node.unsynced.clear();
+  node.bytes = node.synced;
+  for (std::size_t i = 0; i < kept; ++i) node.unsynced[i].ApplyTo(node.bytes);
+  if (kept == node.unsynced.size() || node.unsynced[kept].bytes.empty()) return;
+  Node::Change torn = node.unsynced[kept];
+  torn.bytes.resize(random_.Below(torn.bytes.size() + 1));
+  if (!torn.bytes.empty()) torn.ApplyTo(node.bytes);
 }
 
 }  // namespace tarvolt

@@ -2,8 +2,10 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
-#include <vector>
+#include <set>
+#include <utility>
 
 #include "platform/event_loop.h"
 #include "sim/sim_clock.h"
@@ -50,44 +52,28 @@ class SimLoop final : public EventLoop {
   std::uint64_t Fingerprint() const { return fingerprint_; }
 
  private:
-  enum class Kind : std::uint8_t { Call, Timer };
-  struct Entry {
-    std::int64_t due = 0;
-    std::uint64_t sequence = 0;
-    std::uint32_t slot = 0;
-    Kind kind = Kind::Call;
-  };
-  struct Call {
-    std::function<void()> run;
-    bool ofProcess = false;
-  };
+  using Place = std::pair<std::int64_t, std::uint64_t>;  ///< when it is due, and the order it was asked for in
   struct TimerState;
   class SimTimer;
   class RunningTick;
 
-  static bool Later(const Entry& a, const Entry& b);
+  /// A call, or the tick of a timer.
+  struct Event {
+    std::function<void()> call;
+    std::shared_ptr<TimerState> timer;
+    bool ofProcess = false;
+  };
 
-  void AddCall(std::int64_t due, bool ofProcess, std::function<void()> run);
   std::unique_ptr<Timer> AddTimer(bool ofProcess, std::function<void()> onTick);
-  void Arm(TimerState& timer, std::int64_t due);
-  void Queue(TimerState& timer);
-  void Push(const Entry& entry);
-  void Pop();
-  const Entry* Next();
-  bool IsCurrent(const Entry& entry) const;
+  void Arm(const std::shared_ptr<TimerState>& timer, std::int64_t due);
+  void Disarm(TimerState& timer);
   bool RunDue();
   void RunNext();
-  void RunCall(std::uint32_t slot);
-  void RunTick(std::uint32_t slot);
   void CountTurn();
-  void NoteEvent(const Entry& entry);
 
   SimClock& clock_;
-  std::vector<Entry> heap_;
-  std::vector<Call> calls_;
-  std::vector<std::uint32_t> freeCalls_;
-  std::vector<std::shared_ptr<TimerState>> timers_;
-  std::vector<std::uint32_t> freeTimers_;
+  std::map<Place, Event> events_;
+  std::set<TimerState*> timers_;
   std::uint64_t nextSequence_ = 1;
   std::uint64_t fingerprint_ = 0xCBF29CE484222325u;
   std::int64_t instant_ = -1;

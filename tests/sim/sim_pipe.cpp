@@ -40,23 +40,17 @@ void SimPipe::Abandon() {
 }
 
 void SimPipe::Put(Mark mark, std::string bytes) {
-  const auto jitter = static_cast<std::int64_t>(random_.Below(static_cast<std::uint64_t>(weather_.jitter.count() + 1)));
-  lastDue_ = std::max(lastDue_, loop_.Now() + weather_.delay.count() + jitter);
+  lastDue_ = std::max(lastDue_, loop_.Now() + weather_.delay.count());
   pieces_.push_back({lastDue_, mark, std::move(bytes)});
   loop_.At(lastDue_, [pipe = shared_from_this()] { pipe->Arrive(); });
 }
 
-// There is an event for each piece; one whose piece was joined to an earlier arrival, or lost, finds nothing due.
+// There is an event for each piece; one whose piece was lost finds nothing due.
 void SimPipe::Arrive() {
   if (pieces_.empty() || pieces_.front().due > loop_.Now()) return;
   Piece piece = std::move(pieces_.front());
   pieces_.pop_front();
   if (piece.mark == Mark::Bytes) {
-    while (weather_.joins && !pieces_.empty() && pieces_.front().due <= loop_.Now() &&
-           pieces_.front().mark == Mark::Bytes) {
-      piece.bytes += pieces_.front().bytes;
-      pieces_.pop_front();
-    }
     onTheWay_ -= piece.bytes.size();
     if (const auto receive = onBytes) receive(std::move(piece.bytes));
   } else if (piece.mark == Mark::End) {

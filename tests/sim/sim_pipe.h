@@ -15,9 +15,7 @@ namespace tarvolt {
 /// What a network does to the bytes on it. The default is a perfect one: a millisecond away, every Send one arrival.
 struct SimWeather {
   std::chrono::milliseconds delay{1};
-  std::chrono::milliseconds jitter{0};  ///< up to so much more, drawn anew for each piece; the order is kept
-  bool splits = false;                  ///< each Send is cut at random points into arrivals of their own
-  bool joins = false;                   ///< what arrives at one instant arrives as one
+  bool splits = false;  ///< each Send is cut at random points into arrivals of their own
 };
 
 /// One direction of a simulated connection: bytes go in, and arrive later and in order as events of the loop. Held by

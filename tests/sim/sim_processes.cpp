@@ -19,13 +19,4 @@ bool SimProcesses::StartMinimised(const std::string& commandLine, std::string& w
   return true;
 }
 
-bool SimProcesses::SetPriority(PriorityClass priority, std::string& why) {
-  if (!priorityRefusal_.empty()) {
-    why = priorityRefusal_;
-    return false;
-  }
-  priority_ = priority;
-  return true;
-}
-
 }  // namespace tarvolt

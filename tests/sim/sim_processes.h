@@ -1,7 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -16,31 +15,24 @@ class SimProcesses final : public Processes {
  public:
   bool IsRunning(std::string_view words) override;
   bool StartMinimised(const std::string& commandLine, std::string& why) override;
-  bool SetPriority(PriorityClass priority, std::string& why) override;
+  bool SetPriority(PriorityClass, std::string&) override { return true; }
 
-  /// A program opens or closes a window with this title.
+  /// A program opens a window with this title.
   void OpenWindow(const std::string& title) { titles_.insert(title); }
-  void CloseWindow(const std::string& title) { titles_.erase(title); }
 
   /// Called with each command line that was started: here the program comes to life.
   std::function<void(const std::string& commandLine)> onStart;
 
-  /// Starts, or changes of the priority, fail from here on with this reason; an empty one ends that.
+  /// Starts fail from here on with this reason.
   void RefuseStarts(const std::string& why) { startRefusal_ = why; }
-  void RefusePriority(const std::string& why) { priorityRefusal_ = why; }
 
   /// The command lines asked for so far, also those that were refused.
   const std::vector<std::string>& Started() const { return started_; }
-
-  /// The priority that was set last.
-  std::optional<PriorityClass> Priority() const { return priority_; }
 
  private:
   std::set<std::string> titles_;
   std::vector<std::string> started_;
   std::string startRefusal_;
-  std::string priorityRefusal_;
-  std::optional<PriorityClass> priority_;
 };
 
 }  // namespace tarvolt

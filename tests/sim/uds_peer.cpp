@@ -66,18 +66,13 @@ void UdsPeer::Send(std::string_view message) {
   if (peer_ != nullptr) peer_->Write(Message(message));
 }
 
-void UdsPeer::HangUp() {
-  pushTimer_->SetEnabled(false);
-  if (peer_ != nullptr) peer_->Disconnect();
-}
-
 void UdsPeer::BreakLink() {
   pushTimer_->SetEnabled(false);
   if (peer_ != nullptr) network_.Break(*peer_);
 }
 
 void UdsPeer::Accept(std::unique_ptr<SocketControl> peer) {
-  HangUp();
+  pushTimer_->SetEnabled(false);
   peer_ = std::move(peer);
   peer_->onDataArrival = [this] { Take(peer_->ReadAvailable()); };
   peer_->onClose = [this] { pushTimer_->SetEnabled(false); };

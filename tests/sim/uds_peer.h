@@ -51,8 +51,7 @@ class UdsPeer {
   /// Sends a message of the test's own, with its terminator.
   void Send(std::string_view message);
 
-  /// Closes the connection in order, or breaks it. It goes on listening.
-  void HangUp();
+  /// Breaks the connection. It goes on listening.
   void BreakLink();
 
   bool IsConnected() const { return peer_ != nullptr && peer_->IsConnected(); }

@@ -24,57 +24,6 @@ void ReplaceFile(SimDisk& disk, std::string_view bytes, bool sync) {
   if (!error) disk.Rename("/home/station/run.new", kFile, error);
 }
 
-TEST(SimDisk, AFullDiskStoresWhatFits) {
-  SimDisk disk(1);
-  disk.Put(kFile, "abc");
-  disk.SetCapacity(5);
-  EXPECT_EQ(WriteFile(disk, kFile, "defg", OpenMode::Append), std::errc::no_space_on_device);
-  EXPECT_EQ(disk.Contents(kFile), "abcde");
-  EXPECT_FALSE(WriteFile(disk, kFile, "ABCDE", OpenMode::ReadWrite)) << "what needs no more room can be written";
-  disk.SetCapacity(6);
-  EXPECT_FALSE(WriteFile(disk, kFile, "f", OpenMode::Append));
-  EXPECT_EQ(disk.Contents(kFile), "ABCDEf");
-}
-
-TEST(SimDisk, FoldersVanishAndRefuse) {
-  SimDisk disk(1);
-  std::error_code error;
-  disk.Put(kFile, "abc");
-  disk.Put("/home/stationary.txt", "kept");
-  disk.SetReadOnly("/home/station", true);
-  EXPECT_EQ(WriteFile(disk, kFile, "d", OpenMode::Append), std::errc::permission_denied);
-  disk.Remove(kFile, error);
-  EXPECT_EQ(error, std::errc::permission_denied);
-  disk.Rename("/home/stationary.txt", "/home/station/b", error);
-  EXPECT_EQ(error, std::errc::permission_denied);
-  EXPECT_EQ(disk.Operations(), 0u) << "what was refused is no operation";
-  disk.SetReadOnly("/home/station", false);
-
-  auto open = disk.Open(kFile, OpenMode::Append, error);
-  disk.RemoveTree("/home/station");
-  open->Write("def", error);
-  EXPECT_FALSE(error) << "an open file outlives its name";
-  EXPECT_EQ(disk.Used(), 4u);
-  EXPECT_FALSE(disk.FolderExists("/home/station"));
-  EXPECT_EQ(WriteFile(disk, kFile, "d", OpenMode::Append), std::errc::no_such_file_or_directory);
-  EXPECT_EQ(disk.Contents("/home/stationary.txt"), "kept");
-}
-
-TEST(SimDisk, TheChosenOperationFailsOnceOrForEver) {
-  SimDisk disk(1);
-  disk.Put(kFile, "");
-  disk.FailOperation(2, SimDisk::Repeat::Once);
-  EXPECT_FALSE(WriteFile(disk, kFile, "aaaa", OpenMode::Append));
-  EXPECT_EQ(WriteFile(disk, kFile, "bbbb", OpenMode::Append), std::errc::io_error);
-  EXPECT_LT(disk.Contents(kFile)->size(), 9u);
-  EXPECT_FALSE(WriteFile(disk, kFile, "c", OpenMode::Append));
-  disk.FailOperation(1, SimDisk::Repeat::ForEver, std::errc::permission_denied);
-  EXPECT_EQ(WriteFile(disk, kFile, "d", OpenMode::Append), std::errc::permission_denied);
-  EXPECT_EQ(WriteFile(disk, kFile, "d", OpenMode::Append), std::errc::permission_denied);
-  disk.Heal();
-  EXPECT_FALSE(WriteFile(disk, kFile, "e", OpenMode::Append));
-}
-
 TEST(SimDisk, ACrashAtEachOperationLeavesTheOldFileOrTheNew) {
   int olds = 0;
   int news = 0;

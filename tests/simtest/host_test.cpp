@@ -48,7 +48,7 @@ struct Outcome {
 Outcome RoughDay(std::uint64_t seed) {
   SimHost host(seed);
   UdsPeer uds(host.loop, host.network);
-  host.network.weather = {1ms, 40ms, true, true};
+  host.network.weather.splits = true;
   auto program = std::make_unique<Program>(host.Record());
   host.disk.CrashAtOperation(500 + seed, seed);
   EXPECT_TRUE(host.RunsUntilCrash([&] { host.loop.RunFor(1h); }));

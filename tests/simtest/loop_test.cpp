@@ -3,7 +3,6 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
-#include <vector>
 
 #include "sim/sim_clock.h"
 #include "sim/sim_loop.h"
@@ -18,20 +17,6 @@ struct Machine {
   SimClock clock{{2010, 1, 2, 12, 0, 0, 250}};
   SimLoop loop{clock};
 };
-
-TEST(SimLoop, RunsEventsByTimeAndThenInTheOrderTheyWereAskedFor) {
-  Machine machine;
-  std::string order;
-  machine.loop.After(20ms, [&] { order += 'd'; });
-  machine.loop.After(10ms, [&] { order += 'b'; });
-  machine.loop.After(10ms, [&] { order += 'c'; });
-  machine.loop.Post([&] { order += 'a'; });
-  machine.loop.RunFor(20ms);
-  EXPECT_EQ(order, "abcd");
-  EXPECT_EQ(machine.loop.Now(), 20);
-  machine.loop.Yield(5ms);
-  EXPECT_EQ(machine.loop.Now(), 25) << "with nothing pending a bounded wait lasts its whole time";
-}
 
 TEST(SimLoop, AWaitThatCannotEndIsTold) {
   Machine machine;
@@ -85,26 +70,6 @@ TEST(SimClock, AReaderWhoSpinsSeesTimePassAndOthersDoNot) {
   EXPECT_FALSE(due) << "a spin runs no events";
   machine.loop.Yield();
   EXPECT_TRUE(due);
-}
-
-TEST(SimClock, LocalTimeFollowsTheZoneAcrossAChangeOver) {
-  SimClock clock({2010, 3, 14, 9, 59, 59, 999});
-  EXPECT_EQ(clock.Zone().state, ZoneState::NoDaylightInformation);
-  SimZone pacific;
-  pacific.biasMinutes = 480;
-  pacific.changes = {{{2010, 3, 14, 10, 0, 0, 0}, true}, {{2010, 11, 7, 9, 0, 0, 0}, false}};
-  clock.SetZone(pacific);
-  EXPECT_EQ(clock.Zone().state, ZoneState::Standard);
-  EXPECT_EQ(clock.LocalNow().hour, 1);
-  EXPECT_EQ(DetectTimeZoneHours(clock), -8);
-  clock.AdvanceTo(1);
-  EXPECT_EQ(clock.Zone().state, ZoneState::Daylight);
-  EXPECT_EQ(clock.LocalNow().hour, 3);
-  EXPECT_EQ(DetectTimeZoneHours(clock), -7);
-  clock.StepWall(std::chrono::days(270));
-  EXPECT_EQ(clock.Zone().state, ZoneState::Standard);
-  EXPECT_EQ(clock.LocalNow().month, 12);
-  EXPECT_EQ(clock.MonotonicMilliseconds(), 1) << "it never steps";
 }
 
 }  // namespace
