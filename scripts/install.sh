@@ -1,6 +1,9 @@
 # Sourced by ./run and ./check: installs the Debian packages that are missing, for ./check with for_tests=yes.
 wanted="g++ cmake ninja-build ccache qt6-base-dev qt6-svg-dev libqcustomplot-dev libasound2-dev libfftw3-dev fonts-dejavu-core libcli11-dev libgtest-dev libbenchmark-dev libmuparser-dev"
 
+# One test reads a print back.
+[ "${for_tests:-}" = yes ] && wanted="$wanted poppler-utils"
+
 # The tests start a sound server of their own. A machine that has PipeWire keeps its sound as it is, and skips that test.
 if [ "${for_tests:-}" = yes ] && ! dpkg-query -W -f='${Status}' pipewire 2>/dev/null | grep -q 'install ok installed'; then
   wanted="$wanted pulseaudio pulseaudio-utils libasound2-plugins"

@@ -3,7 +3,11 @@
 #include <QFile>
 #include <QImage>
 #include <QPainter>
+#include <QPrinter>
+#include <QProcess>
+#include <QStandardPaths>
 #include <QTemporaryDir>
+#include <QXmlStreamReader>
 #include <cmath>
 #include <limits>
 #include <random>
@@ -151,6 +155,52 @@ TEST(Plot, SurvivesEveryKindOfData) {
     IncY(window.chart, 100);
     ScrollRight(window.chart);
     EXPECT_FALSE(Draw(plot).isNull());
+  }
+}
+
+// The words of a one-page PDF and where they stand, in points; first the page itself.
+std::vector<std::pair<QString, QRectF>> WordsOf(const QString& pdf) {
+  QProcess reader;
+  reader.start("pdftotext", {"-bbox", pdf, "-"});
+  EXPECT_TRUE(reader.waitForFinished());
+  QXmlStreamReader xml(reader.readAllStandardOutput());
+  std::vector<std::pair<QString, QRectF>> words;
+  while (xml.readNextStartElement() || !xml.atEnd()) {
+    const auto at = [&xml](const char* name) { return xml.attributes().value(QLatin1String(name)).toDouble(); };
+    if (xml.isStartElement() && xml.name() == QLatin1String("page"))
+      words.push_back({"", {0, 0, at("width"), at("height")}});
+    if (!xml.isStartElement() || xml.name() != QLatin1String("word")) continue;
+    const QRectF box(QPointF(at("xMin"), at("yMin")), QPointF(at("xMax"), at("yMax")));
+    words.push_back({xml.readElementText(), box});
+  }
+  return words;
+}
+
+TEST(Plot, APrintIsThePictureInTheMiddleOfThePage) {
+  if (QStandardPaths::findExecutable("pdftotext").isEmpty()) GTEST_SKIP() << "no pdftotext to read the PDF with";
+  const ChartWindow window = WindowOf({1, 5, 2, 8, 3});
+  StripChartPlot plot(window);
+  plot.resize(kWidth, kHeight);
+  QTemporaryDir folder;
+  QPrinter printer(QPrinter::HighResolution);
+  printer.setOutputFileName(folder.filePath("print.pdf"));
+  printer.setPageOrientation(QPageLayout::Landscape);
+  ASSERT_TRUE(PrintChartOn(plot, printer));
+  std::string problem;
+  ASSERT_TRUE(SaveChartPicture(plot, folder.filePath("saved.pdf"), kWidth, kHeight, problem)) << problem;
+  const auto printed = WordsOf(folder.filePath("print.pdf"));
+  const auto saved = WordsOf(folder.filePath("saved.pdf"));
+  ASSERT_EQ(printed.size(), saved.size());
+  ASSERT_GT(saved.size(), 8u) << "the page and the ticks of both axes";
+  EXPECT_EQ(saved[0].second.size(), QSizeF(kWidth, kHeight));
+  EXPECT_NEAR(saved[1].second.height(), 14, 5) << "letters of a size to read";
+  const double scale = printed[1].second.width() / saved[1].second.width();
+  EXPECT_GT(scale * kWidth, printed[0].second.width() * 0.85) << "as large as the margins leave it";
+  for (std::size_t i = 1; i < saved.size(); ++i) {
+    EXPECT_EQ(printed[i].first, saved[i].first);
+    const QPointF fromMiddle = saved[i].second.center() - saved[0].second.center();
+    const QPointF wanted = printed[0].second.center() + fromMiddle * scale;
+    EXPECT_LT(QLineF(wanted, printed[i].second.center()).length(), 3) << saved[i].first.toStdString();
   }
 }
 
