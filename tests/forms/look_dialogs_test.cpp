@@ -5,9 +5,11 @@
 #include <QDateTimeEdit>
 #include <QDialogButtonBox>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSpinBox>
+#include <QTableWidget>
 
 #include "core/chart/chart_look_store.h"
 #include "forms/date_entry/form_date_entry.h"
@@ -90,14 +92,22 @@ TEST(LookDialogs, AViewByNumbersSaysWhatIsWrongAndClosesWithItsChart) {
   EXPECT_FALSE(view->isVisible()) << "a new log began";
 }
 
-TEST(LookDialogs, InformationOfTheChartIsShownUntilItGoes) {
-  Desk desk;
+TEST(LookDialogs, InformationOfAnUnsavedRunIsWhatItsFileWouldSay) {
+  Desk desk([](Station& station) { station.Set("AutoSaveStandAlone", false); });
+  desk.station.TheSession().notes = "Clear sky";
   desk.Click("cmdStart");
   desk.Record(20);
   desk.Click("cmdStart");
   desk.Choose("mnuDataFileInfo");
   auto* info = desk.Find<QWidget>("FormFileInfo");
   EXPECT_TRUE(info->isVisible());
+  EXPECT_EQ(info->findChild<QPlainTextEdit*>()->toPlainText(), "Clear sky");
+  const auto* header = info->findChild<QTableWidget*>("Header");
+  const auto field = [header](const char* name) {
+    return header->item(header->findItems(name, Qt::MatchExactly).value(0)->row(), 1)->text().toStdString();
+  };
+  EXPECT_EQ(field("End"), FormatDate(desk.Chart().GetTime(19), "YYYY-MM-DD hh:nn:ss.zzz"));
+  EXPECT_EQ(field("Version"), "01.00.00");
   info->close();
   desk.Settle();
   desk.Click("cmdInfo");

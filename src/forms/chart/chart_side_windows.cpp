@@ -31,7 +31,7 @@ void ChartSideWindows::ShowInfo(bool shown) {
     info_ = new FormFileInfo(owner_);
     info_->OnClosed([this] { commands_.look.UnloadMyInfoFile(); });
   }
-  if (shown) info_->Fill(window_, session_.settings.place.DisplayWest);
+  if (shown) info_->Fill(session_, window_);
   info_->setVisible(shown);
 }
 
