@@ -73,6 +73,11 @@ TEST(LookDialogs, AViewByNumbersSaysWhatIsWrongAndClosesWithItsChart) {
   desk.Record(100);
   desk.Choose("mnuChartView");
   auto* view = desk.Find<QWidget>("FormChartView");
+  desk.Choose("mnuFullView");
+  view->close();
+  desk.Settle();
+  EXPECT_TRUE(desk.Action("mnuLastView")->isEnabled()) << "the view before the full one is not lost with it";
+  desk.Choose("mnuChartView");
   EXPECT_TRUE(view->isVisible());
   EXPECT_EQ(view->windowTitle(), "Chart View for Main Window Chart ");
   view->findChild<QRadioButton*>("OptWidth")->setChecked(true);
@@ -131,15 +136,15 @@ TEST(LookDialogs, FontsAreKeptOnOkAlone) {
 }
 
 TEST(LookDialogs, ADateIsEnteredOrCancelled) {
-  const TimeStamp stamp = StampOf({2010, 1, 2, 12, 30, 15, 0});
+  const TimeStamp stamp = StampOf({2010, 1, 2, 12, 30, 15, 250});
   Desk::WithNextDialog([](QWidget& dialog) {
     EXPECT_EQ(dialog.objectName(), "FormDateEntry");
     auto* entry = dialog.findChild<QDateTimeEdit*>("TxtDate");
-    EXPECT_EQ(entry->text(), "2010-01-02 12:30:15");
-    entry->setDateTime(QDateTime(QDate(2011, 3, 27), QTime(2, 30, 0), Qt::UTC));  // an hour that some zones skip
+    EXPECT_EQ(entry->text(), "2010-01-02 12:30:15.250");
+    entry->setDateTime(QDateTime(QDate(2011, 3, 27), QTime(2, 30, 0, 5), Qt::UTC));  // an hour that some zones skip
     Press(dialog, QDialogButtonBox::Ok);
   });
-  EXPECT_EQ(FormDateEntry(nullptr, "Begins:", stamp), StampOf({2011, 3, 27, 2, 30, 0, 0}));
+  EXPECT_EQ(FormDateEntry(nullptr, "Begins:", stamp), StampOf({2011, 3, 27, 2, 30, 0, 5}));
   Desk::WithNextDialog([](QWidget& dialog) { Press(dialog, QDialogButtonBox::Cancel); });
   EXPECT_EQ(FormDateEntry(nullptr, "Begins:", stamp), std::nullopt);
 }
