@@ -6,6 +6,7 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QTimer>
+#include <QtTest>
 
 #include "files/raw_file.h"
 #include "forms/load/form_chart_loading_options.h"
@@ -120,8 +121,8 @@ TEST_F(LoadWindows, ACancelledPanelLoadsNothing) {
 }
 
 TEST_F(LoadWindows, AReviewWindowOffersWhatItCanDo) {
-  for (const char* name : {"mnuSaveView", "mnuDataFileInfo", "mnuFullView", "mnuRememberXY", "mnuRecallXY",
-                           "mnuShowAllChannels", "mnuShowChartNotations"})
+  for (const char* name :
+       {"mnuSaveView", "mnuDataFileInfo", "mnuFullView", "mnuRememberXY", "mnuRecallXY", "mnuShowChartNotations"})
     EXPECT_FALSE(Item(name).isEnabled()) << name;
   EXPECT_TRUE(Item("MnuLoadDataFile").isEnabled());
   ASSERT_TRUE(window->Review().LoadDataFile(kFile));
@@ -129,6 +130,19 @@ TEST_F(LoadWindows, AReviewWindowOffersWhatItCanDo) {
     EXPECT_TRUE(Item(name).isEnabled()) << name;
   EXPECT_FALSE(Item("mnuRecallXY").isEnabled());
   EXPECT_FALSE(Item("mnuShowChartNotations").isEnabled()) << "the file has none";
+  EXPECT_EQ(Item("mnuAutoScale").shortcut(), QKeySequence(Qt::Key_F12));
+  Trigger("mnuVisCH2");
+  EXPECT_FALSE(State().chart.ChannelVisible[1]);
+  const double bottom = State().chart.YAxisMin;
+  Trigger("mnuFullView");
+  QTest::keyClick(window.get(), Qt::Key_Up);
+  EXPECT_GT(State().chart.YAxisMin, bottom);
+  Trigger("mnuLastView");
+  EXPECT_EQ(State().chart.YAxisMin, bottom);
+  for (const bool shown : {false, true}) {
+    QTest::keyClick(window.get(), Qt::Key_F3, Qt::ShiftModifier);
+    EXPECT_EQ(window->statusBar()->isVisible(), shown);
+  }
 }
 
 TEST_F(LoadWindows, RecentFilesAreLoadedFromTheMenu) {

@@ -238,6 +238,7 @@ TEST(MainWindow, KeysAreThoseOfTheSystem) {
   EXPECT_EQ(desk.Action("mnuFullView")->shortcut(), QKeySequence(Qt::Key_F9));
   EXPECT_EQ(desk.Action("mnuAutoScroll")->shortcut(), QKeySequence(Qt::Key_F11));
   EXPECT_EQ(desk.Action("mnuAutoScale")->shortcut(), QKeySequence(Qt::Key_F12));
+  EXPECT_EQ(desk.Action("mnuExit")->shortcut(), QKeySequence("Ctrl+Q"));
   QTest::keyClick(desk.window.get(), Qt::Key_F4, Qt::ShiftModifier);
   EXPECT_EQ(desk.LabelText("lblStatus"), "IP = 192.0.2.7");
   QTest::keyClick(desk.window.get(), Qt::Key_F5, Qt::ShiftModifier);
