@@ -143,9 +143,11 @@ TEST(Plot, SurvivesEveryKindOfData) {
                                             {std::numeric_limits<double>::infinity(), 1, 2},
                                             {5e-324, 0, 5e-324}}) {
     ChartWindow window = WindowOf(values);
+    window.chart.LegendShown = true;
     StripChartPlot plot(window);
     const QImage image = Draw(plot);
     EXPECT_FALSE(image.isNull());
+    EXPECT_EQ(plot.legend->itemCount(), values.empty() ? 0 : 1);
     if (values == std::vector<double>{5}) {
       const auto drawn = ExtentsOf(image, ColorOf(window.look.colors.PenColor[0]));
       EXPECT_TRUE(std::any_of(drawn.begin(), drawn.end(), [](const Extent& extent) { return extent.bottom >= 0; }))

@@ -22,7 +22,9 @@ QTableWidget* Table(QTabWidget* tabs, const QString& title, const QStringList& c
   table->setObjectName(title);
   table->setHorizontalHeaderLabels(columns);
   table->horizontalHeader()->setStretchLastSection(true);
+  table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   table->verticalHeader()->hide();
+  table->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
   table->setEditTriggers(QAbstractItemView::NoEditTriggers);
   tabs->addTab(table, title);
   return table;
@@ -68,7 +70,7 @@ FormFileInfo::FormFileInfo(QWidget* parent) : QWidget(parent, Qt::Window) {
                      {QStringLiteral("Time"), QStringLiteral("Channel"), QStringLiteral("Text")});
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(tabs);
-  resize(560, 420);
+  resize(560, 520);
 }
 
 void FormFileInfo::Fill(const Session& session, const ChartWindow& window) {
