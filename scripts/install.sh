@@ -3,6 +3,9 @@ wanted="g++ cmake ninja-build ccache qt6-base-dev qt6-svg-dev libqcustomplot-dev
 
 [ "${for_tests:-}" != yes ] || wanted="$wanted libgtest-dev libbenchmark-dev libmuparser-dev clang-format"
 
+# One test reads a print back.
+[ "${for_tests:-}" = yes ] && wanted="$wanted poppler-utils"
+
 # The tests start a sound server of their own. A machine that has PipeWire keeps its sound as it is, and skips that test.
 if [ "${for_tests:-}" = yes ] && ! dpkg-query -W -f='${Status}' pipewire 2>/dev/null | grep -q 'install ok installed'; then
   wanted="$wanted pulseaudio pulseaudio-utils libasound2-plugins"

@@ -59,6 +59,25 @@ void GetHeader(const Session& session, ChartWindow& window, std::size_t notesLen
   getStaticHeaderInfo(session, window, notesLength);
 }
 
+DataFileHeader HeaderOnDisplay(const Session& session, const ChartWindow& window) {
+  DataFileHeader header = window.header;
+  if (window.save.keeping.LoadedFromFile) return header;
+  GetWriterInfo(session, window.chart, header);
+  if (window.save.keeping.BackupAlone()) {
+    header.start = StartOfRun(window.run);
+    header.end = window.run.EndStamp;
+  } else if (window.chart.Count() > 0) {
+    header.start = window.chart.GetTime(0);
+    header.end = window.chart.GetTime(window.LastSampleIndex());
+  }
+  return header;
+}
+
+std::string VersionText(const DataFileHeader& header) {
+  const std::string field = PadTo(header.version, 6);
+  return field.substr(0, 2) + '.' + field.substr(2, 2) + '.' + field.substr(4, 2);
+}
+
 std::string GetModifiedNotes(const Session& session, const ChartWindow& window, const std::string& freeText) {
   return GetModifiedNotes(window, freeText, LayoutOfChart(session.settings, window));
 }

@@ -21,6 +21,12 @@ void GetHeader(const Session& session, ChartWindow& window, std::size_t notesLen
 /// The part of a header that the writer gives to every file: its version, and the y axis as it stands now.
 void GetWriterInfo(const Session& session, const StripChart& chart, DataFileHeader& header);
 
+/// The header of the chart on display: that of a loaded file, else what a file would say of the run so far.
+DataFileHeader HeaderOnDisplay(const Session& session, const ChartWindow& window);
+
+/// "01.02.03" of a header's version.
+std::string VersionText(const DataFileHeader& header);
+
 /// The free-text notes with the framing and all items of this chart behind them, as the settings have samples written
 /// now.
 std::string GetModifiedNotes(const Session& session, const ChartWindow& window, const std::string& freeText);

@@ -78,8 +78,9 @@ bool HomeLock::Take(const std::filesystem::path& home, std::string& why) {
     return false;
   }
   if (::flock(fd_, LOCK_EX | LOCK_NB) != 0) {
-    why = errno == EWOULDBLOCK ? "The home folder " + home.native() + " is in use by " + HolderOf(fd_)
-                               : "The home folder " + home.native() + " cannot be locked: " + LastReason();
+    why = errno == EWOULDBLOCK
+              ? "The station is already running: the home folder " + home.native() + " is in use by " + HolderOf(fd_)
+              : "The home folder " + home.native() + " cannot be locked: " + LastReason();
     return false;
   }
   WriteProcessId(fd_);

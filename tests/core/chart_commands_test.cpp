@@ -100,12 +100,12 @@ TEST_F(LookingBack, TheCursorReadsTheNearestSampleOfTheNearestChannel) {
 TEST_F(LookingBack, AViewByNumbersIsCheckedBeforeItIsShown) {
   ChartViewEntry entry = DescribeView(station.Form().Window(), 10);
   const auto problem = [&] { return ApplyChartView(entry, station.Form().Window(), Commands().view); };
-  entry.from = "12:00:30";
+  entry.from = "12:00:30.25";
   entry.byWidth = true;
   entry.width = "20";
   EXPECT_EQ(problem(), "");
   EXPECT_NEAR(Width(), 20, 1e-3);
-  EXPECT_EQ(FormatDate(Chart().XAxisMin, "hh:nn:ss"), "12:00:30");
+  EXPECT_EQ(FormatDate(Chart().XAxisMin, "hh:nn:ss.zzz"), "12:00:30.250");
   EXPECT_EQ(Chart().Mode, ChartMode::Browsing);
   for (const char* width : {"", "0", "-3", "1e400", "ten"}) {
     entry.width = width;
@@ -114,8 +114,10 @@ TEST_F(LookingBack, AViewByNumbersIsCheckedBeforeItIsShown) {
   entry.byWidth = false;
   entry.to = "12:00:10";
   EXPECT_EQ(problem(), "The chart view must end after it starts.");
-  entry.to = "noon";
-  EXPECT_NE(problem(), "");
+  for (const char* to : {"noon", "12:00:59.", "12:00:59.1x", "2100-01-01.5"}) {
+    entry.to = to;
+    EXPECT_NE(problem(), "") << to;
+  }
   EXPECT_NEAR(Width(), 20, 1e-3) << "a wrong entry changes nothing";
   entry.to = ChartViewEntry::kEndOfData;
   entry.from = ChartViewEntry::kStartOfData;

@@ -36,7 +36,7 @@ class Desk {
   /// A log with the settings as they are now.
   void SettleLog() {
     window.run.plan = PlanOfRun(session.settings);
-    window.run.log = PlanOfLog(session.settings, window.run.plan, false);
+    window.run.log = PlanOfLog(session.settings, window.run.plan, window.Mode == SessionMode::Client);
     SettleKeeping(window.run.log, window.chart.ChannelCount(), window.save.keeping);
   }
 

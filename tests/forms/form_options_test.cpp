@@ -199,6 +199,20 @@ TEST_F(FormOptionsTest, WhatStandsAgainstAnotherPageIsAWarning) {
   EXPECT_NE(InForce().channels.ChannelLabel[1], "Noise");
 }
 
+TEST_F(FormOptionsTest, OneTimeBaseExcludesTheOtherAndBothFromElsewhereAreSidereal) {
+  station_.Set("LogUsingUT", true).Set("LogLMST", true);
+  station_.StartChart();
+  EXPECT_TRUE(station_.Logged("the log is sidereal"));
+  Open();
+  EXPECT_FALSE(Find<QLabel>("LblBothTimeBases").isHidden());
+  Find<QCheckBox>("ChkLogLMST").click();
+  EXPECT_TRUE(Find<QLabel>("LblBothTimeBases").isHidden());
+  Find<QCheckBox>("ChkLogLMST").click();
+  EXPECT_FALSE(Find<QCheckBox>("ChkLogUsingUT").isChecked());
+  Find<QCheckBox>("ChkLogUsingUT").click();
+  EXPECT_FALSE(Find<QCheckBox>("ChkLogLMST").isChecked());
+}
+
 TEST(FormFirstUseTest, TakesTheStationAndEndsWithTheProgram) {
   SimHost host(1);
   Session session(host.Record(), "/station");

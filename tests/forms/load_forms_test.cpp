@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <QMenuBar>
+#include <QStatusBar>
+#include <QtTest>
 
 #include "files/raw_file.h"
 #include "forms/desk.h"
@@ -92,11 +94,24 @@ TEST_F(LoadWindows, ACancelledPanelLoadsNothing) {
 TEST_F(LoadWindows, AReviewWindowOffersWhatItCanDo) {
   for (const bool loaded : {false, true}) {
     EXPECT_EQ(loaded && window->Review().LoadDataFile(kFile), loaded);
-    for (const char* name : {"mnuSaveView", "mnuDataFileInfo", "mnuFullView", "mnuRememberXY", "mnuShowAllChannels"})
+    for (const char* name : {"mnuSaveView", "mnuDataFileInfo", "mnuFullView", "mnuRememberXY"})
       EXPECT_EQ(Item(name).isEnabled(), loaded) << name;
     EXPECT_TRUE(Item("MnuLoadDataFile").isEnabled());
     EXPECT_FALSE(Item("mnuRecallXY").isEnabled());
     EXPECT_FALSE(Item("mnuShowChartNotations").isEnabled()) << "the file has none";
+  }
+  EXPECT_EQ(Item("mnuAutoScale").shortcut(), QKeySequence(Qt::Key_F12));
+  Trigger("mnuVisCH2");
+  EXPECT_FALSE(State().chart.ChannelVisible[1]);
+  const double bottom = State().chart.YAxisMin;
+  Trigger("mnuFullView");
+  QTest::keyClick(window.get(), Qt::Key_Up);
+  EXPECT_GT(State().chart.YAxisMin, bottom);
+  Trigger("mnuLastView");
+  EXPECT_EQ(State().chart.YAxisMin, bottom);
+  for (const bool shown : {false, true}) {
+    QTest::keyClick(window.get(), Qt::Key_F3, Qt::ShiftModifier);
+    EXPECT_EQ(window->statusBar()->isVisible(), shown);
   }
 }
 

@@ -5,9 +5,11 @@
 #include <QDateTimeEdit>
 #include <QDialogButtonBox>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSpinBox>
+#include <QTableWidget>
 
 #include "core/chart/chart_look_store.h"
 #include "forms/date_entry/form_date_entry.h"
@@ -71,6 +73,11 @@ TEST(LookDialogs, AViewByNumbersSaysWhatIsWrongAndClosesWithItsChart) {
   desk.Record(100);
   desk.Choose("mnuChartView");
   auto* view = desk.Find<QWidget>("FormChartView");
+  desk.Choose("mnuFullView");
+  view->close();
+  desk.Settle();
+  EXPECT_TRUE(desk.Action("mnuLastView")->isEnabled()) << "the view before the full one is not lost with it";
+  desk.Choose("mnuChartView");
   EXPECT_TRUE(view->isVisible());
   EXPECT_EQ(view->windowTitle(), "Chart View for Main Window Chart ");
   Find<QRadioButton>(*view, "OptWidth").setChecked(true);
@@ -90,6 +97,30 @@ TEST(LookDialogs, AViewByNumbersSaysWhatIsWrongAndClosesWithItsChart) {
   EXPECT_FALSE(view->isVisible()) << "a new log began";
 }
 
+TEST(LookDialogs, InformationOfAnUnsavedRunIsWhatItsFileWouldSay) {
+  Desk desk([](Station& station) { station.Set("AutoSaveStandAlone", false); });
+  desk.station.TheSession().notes = "Clear sky";
+  desk.Click("cmdStart");
+  desk.Record(20);
+  desk.Click("cmdStart");
+  desk.Choose("mnuDataFileInfo");
+  auto* info = desk.Find<QWidget>("FormFileInfo");
+  EXPECT_TRUE(info->isVisible());
+  EXPECT_EQ(info->findChild<QPlainTextEdit*>()->toPlainText(), "Clear sky");
+  const auto* header = info->findChild<QTableWidget*>("Header");
+  const auto field = [header](const char* name) {
+    return header->item(header->findItems(name, Qt::MatchExactly).value(0)->row(), 1)->text().toStdString();
+  };
+  EXPECT_EQ(field("End"), FormatDate(desk.Chart().GetTime(19), "YYYY-MM-DD hh:nn:ss.zzz"));
+  EXPECT_EQ(field("Version"), "01.00.00");
+  info->close();
+  desk.Settle();
+  desk.Click("cmdInfo");
+  EXPECT_TRUE(info->isVisible());
+  desk.Click("cmdStart");
+  EXPECT_FALSE(info->isVisible());
+}
+
 TEST(LookDialogs, FontsAreKeptOnOkAlone) {
   Desk desk;
   desk.station.TheSession().store.SaveSetting(Section::Settings, "TitleFontSize", "18");
@@ -105,15 +136,15 @@ TEST(LookDialogs, FontsAreKeptOnOkAlone) {
 }
 
 TEST(LookDialogs, ADateIsEnteredOrCancelled) {
-  const TimeStamp stamp = StampOf({2010, 1, 2, 12, 30, 15, 0});
+  const TimeStamp stamp = StampOf({2010, 1, 2, 12, 30, 15, 250});
   WithNextDialog([](QWidget& dialog) {
     EXPECT_EQ(dialog.objectName(), "FormDateEntry");
     auto* entry = dialog.findChild<QDateTimeEdit*>("TxtDate");
-    EXPECT_EQ(entry->text(), "2010-01-02 12:30:15");
-    entry->setDateTime(QDateTime(QDate(2011, 3, 27), QTime(2, 30, 0), Qt::UTC));  // an hour that some zones skip
+    EXPECT_EQ(entry->text(), "2010-01-02 12:30:15.250");
+    entry->setDateTime(QDateTime(QDate(2011, 3, 27), QTime(2, 30, 0, 5), Qt::UTC));  // an hour that some zones skip
     Press(dialog, QDialogButtonBox::Ok);
   });
-  EXPECT_EQ(FormDateEntry(nullptr, "Begins:", stamp), StampOf({2011, 3, 27, 2, 30, 0, 0}));
+  EXPECT_EQ(FormDateEntry(nullptr, "Begins:", stamp), StampOf({2011, 3, 27, 2, 30, 0, 5}));
   WithNextDialog([](QWidget& dialog) { Press(dialog, QDialogButtonBox::Cancel); });
   EXPECT_EQ(FormDateEntry(nullptr, "Begins:", stamp), std::nullopt);
 }

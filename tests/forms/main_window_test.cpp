@@ -213,6 +213,7 @@ TEST(MainWindow, KeysAreThoseOfTheSystem) {
   for (const auto& [name, key] : {std::pair("mnuStartChart", Qt::Key_F8), std::pair("mnuFullView", Qt::Key_F9),
                                   std::pair("mnuAutoScroll", Qt::Key_F11), std::pair("mnuAutoScale", Qt::Key_F12)})
     EXPECT_EQ(desk.Action(name)->shortcut(), QKeySequence(key)) << name;
+  EXPECT_EQ(desk.Action("mnuExit")->shortcut(), QKeySequence("Ctrl+Q"));
   const auto press = [&](Qt::Key key) { QTest::keyClick(desk.window.get(), key, Qt::ShiftModifier); };
   press(Qt::Key_F4);
   EXPECT_EQ(desk.LabelText("lblStatus"), "IP = 192.0.2.7");

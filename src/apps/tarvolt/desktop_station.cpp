@@ -11,9 +11,17 @@ constexpr int kFailed = 1;
 
 }  // namespace
 
+bool IsUnattended(const StationOptions& options) {
+  return options.start || StartsAlone(options.slashCommands);
+}
+
 DesktopStation::DesktopStation(const Host& host, DesktopDialogs& dialogs, const StationOptions& options,
                                const std::filesystem::path& home)
-    : options_(options), dialogs_(dialogs), session_(host, home), person_(!IsUnattended()), form_(session_, person_) {
+    : options_(options),
+      dialogs_(dialogs),
+      session_(host, home),
+      person_(!IsUnattended(options)),
+      form_(session_, person_) {
   session_.overrides = options.overrides;
   endTimer_ = host.loop.MakeTimer([this] {
     dialogs_.EndWaiting();
@@ -28,17 +36,12 @@ int DesktopStation::Run() {
   window_->show();
   int result = ObeyOptions(form_, session_, options_);
   if (result == kSuccess && !form_.Window().run.EndRequested) StartAsAsked();
-  const bool stays = result == kSuccess || !IsUnattended();  // a person reads in the window what is wrong
+  const bool stays = result == kSuccess || !IsUnattended(options_);  // a person reads in the window what is wrong
   while (stays && !form_.Window().run.EndRequested) session_.host.loop.Yield();
   form_.Form_Unload();
   if (form_.HasUnsavedSamples()) result = kFailed;
   window_.reset();
   return result;
-}
-
-// A command line that starts a chart, or keeps messages off, must not wait for a person.
-bool DesktopStation::IsUnattended() const {
-  return options_.start || StartsAlone(options_.slashCommands);
 }
 
 void DesktopStation::StartAsAsked() {

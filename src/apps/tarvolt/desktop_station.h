@@ -12,6 +12,9 @@
 
 namespace tarvolt {
 
+/// A command line that starts a chart, or keeps messages off, must not wait for a person.
+bool IsUnattended(const StationOptions& options);
+
 /// The recorder with its main window, driven by the person, the command line and signals.
 class DesktopStation {
  public:
@@ -25,7 +28,6 @@ class DesktopStation {
   void RequestEnd() { form_.RequestEnd(); }
 
  private:
-  bool IsUnattended() const;
   void StartAsAsked();
 
   const StationOptions& options_;

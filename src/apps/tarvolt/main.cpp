@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QMessageBox>
 #include <iostream>
 #include <memory>
 
@@ -10,6 +11,17 @@
 #include "host/home_folder.h"
 #include "host/make_host.h"
 #include "host/unix_signals.h"
+
+namespace {
+
+// From a desktop icon nobody sees standard error.
+void TellWhyNot(const std::string& why, bool attended) {
+  std::cerr << "tarvolt: " << why << "\n";
+  if (!attended) return;
+  QMessageBox::warning(nullptr, QStringLiteral("Tarvolt"), QString::fromLocal8Bit(why.c_str()));
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
   using namespace tarvolt;
@@ -37,7 +49,8 @@ int main(int argc, char** argv) {
   HomeLock lock;
   std::string why;
   if (!lock.Take(home, why)) {
-    std::cerr << "tarvolt: " << why << "\n";
+    stopSignals.OnStopSignal([&dialogs] { dialogs.EndWaiting(); });
+    TellWhyNot(why, !IsUnattended(options));
     return 1;
   }
   DesktopStation station(owner->host, dialogs, options, NameFromDisk(home.native()).value_or(home.native()));

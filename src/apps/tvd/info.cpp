@@ -1,4 +1,5 @@
 #include "commands.h"
+#include "files/header_info.h"
 #include "json.h"
 #include "output.h"
 #include "text/ansi.h"
@@ -6,10 +7,6 @@
 
 namespace tarvolt {
 namespace {
-
-std::string VersionText(const std::string& field) {
-  return Utf8FromAnsi(field.substr(0, 2) + '.' + field.substr(2, 2) + '.' + field.substr(4, 2));
-}
 
 std::string Count(std::int64_t count) {
   return NumberText(count);
@@ -30,7 +27,7 @@ void AnsiLine(Output& output, const std::string& what, const std::string& text) 
 
 void PutHeader(Output& output, const DataFileReader& reader) {
   const DataFileHeader& header = reader.Header();
-  Line(output, "Version", VersionText(header.version));
+  AnsiLine(output, "Version", VersionText(header));
   Line(output, "Start", DateText(header.start) + "  (" + Exact(header.start) + ")");
   Line(output, "End", DateText(header.end) + "  (" + Exact(header.end) + ")");
   Line(output, "Time base", TimeBaseText(reader.Notes()));

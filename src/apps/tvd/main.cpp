@@ -48,7 +48,8 @@ CLI::App* AddPlot(CLI::App& app, Options& options) {
   plot->add_option("FILE", options.plot.file, "Data file")->required();
   plot->add_option("-o,--output", options.plot.output,
                    "Picture, by its ending .png, .svg or .pdf; else FILE's name with .png");
-  plot->add_option("--from", options.plot.from, "Left edge: \"YYYY-MM-DD hh:nn:ss\", or hh:nn:ss of the first day");
+  plot->add_option("--from", options.plot.from,
+                   "Left edge: \"YYYY-MM-DD hh:nn:ss.zzz\", or hh:nn:ss.zzz of the first day");
   plot->add_option("--to", options.plot.to, "Right edge, likewise");
   plot->add_option("--channels", options.plot.channels, "Channels to draw, such as 1,3 or 2-4");
   plot->add_option("--size", options.size, "Width and height in pixels, such as 1200x600");

@@ -56,7 +56,7 @@ std::string ApplyTimes(const PlotOptions& options, ChartWindow& window) {
   if (options.from.empty() && options.to.empty()) return "";
   StripChart& chart = window.chart;
   ChartViewEntry entry = DescribeView(window, 0);
-  entry.from = options.from.empty() ? FormatDate(chart.XAxisMin, "YYYY-MM-DD hh:nn:ss") : options.from;
+  if (!options.from.empty()) entry.from = options.from;
   entry.to = options.to.empty() ? ChartViewEntry::kEndOfData : options.to;
   ChartViewRequest request;
   const std::string problem = ValuesOK(entry, chart, request);

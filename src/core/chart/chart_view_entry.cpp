@@ -10,28 +10,27 @@
 namespace tarvolt {
 namespace {
 
-constexpr const char* kDatePicture = "YYYY-MM-DD hh:nn:ss";
-
-// A time alone belongs to the day of the earliest sample, or to the next one when the data begin later in the day.
-std::optional<TimeStamp> ReadTime(const std::string& text, const StripChart& chart) {
-  const std::string trimmed(Trim(text));
-  if (const auto timeOfDay = ParseHMS(trimmed)) {
-    const auto& [first, last] = chart.Samples().TimeSpan();
-    const TimeStamp stamp = WholeDay(first) + *timeOfDay;
-    const bool nextDay = stamp < first && stamp + 1 <= last;
-    return nextDay ? stamp + 1 : stamp;
-  }
-  return ParseDate(trimmed);
+// Takes ".z" to ".zzz" behind whole seconds off the text: the milliseconds in days, 0 for none.
+std::optional<double> TakeMilliseconds(std::string_view& text) {
+  const std::size_t point = text.find('.');
+  if (point == std::string_view::npos) return 0;
+  const std::string_view digits = text.substr(point + 1);
+  const bool areDigits = digits.find_first_not_of("0123456789") == std::string_view::npos;
+  if (digits.empty() || digits.size() > 3 || !areDigits || text.rfind(':', point) == std::string_view::npos)
+    return std::nullopt;
+  const auto seconds = ParseNumber(std::string(text.substr(point)));
+  text = text.substr(0, point);
+  return seconds.value_or(0) / kSecondsPerDay;
 }
 
 std::string NotATime(const char* field, const std::string& text) {
   return std::string(field) + " \"" + text +
-         "\" is no time: use YYYY-MM-DD hh:nn:ss, or hh:nn:ss for a time of the first day.";
+         "\" is no time: use YYYY-MM-DD hh:nn:ss.zzz, or hh:nn:ss.zzz for a time of the first day.";
 }
 
 std::string ReadX(const ChartViewEntry& entry, const StripChart& chart, ChartViewRequest& request) {
   if (entry.from != ChartViewEntry::kStartOfData) {
-    request.start = ReadTime(entry.from, chart);
+    request.start = ReadViewTime(entry.from, chart);
     if (!request.start) return NotATime("From", entry.from);
   }
   if (entry.byWidth) {
@@ -42,7 +41,7 @@ std::string ReadX(const ChartViewEntry& entry, const StripChart& chart, ChartVie
     return "";
   }
   if (entry.to != ChartViewEntry::kEndOfData) {
-    request.end = ReadTime(entry.to, chart);
+    request.end = ReadViewTime(entry.to, chart);
     if (!request.end) return NotATime("To", entry.to);
   }
   return "";
@@ -59,12 +58,31 @@ std::string ReadY(const ChartViewEntry& entry, ChartViewRequest& request) {
 
 }  // namespace
 
+std::optional<TimeStamp> ReadViewTime(std::string_view text, const StripChart& chart) {
+  const std::string trimmed = Trim(text);
+  std::string_view whole = trimmed;
+  const auto milliseconds = TakeMilliseconds(whole);
+  if (!milliseconds) return std::nullopt;
+  if (const auto timeOfDay = ParseHMS(whole)) {
+    const auto& [first, last] = chart.Samples().TimeSpan();
+    const TimeStamp stamp = WholeDay(first) + *timeOfDay + *milliseconds;
+    const bool nextDay = stamp < first && stamp + 1 <= last;
+    return nextDay ? stamp + 1 : stamp;
+  }
+  const auto date = ParseDate(whole);
+  return date ? std::optional(*date + *milliseconds) : std::nullopt;
+}
+
+std::string ViewTimeText(TimeStamp stamp) {
+  return FormatDate(stamp, "YYYY-MM-DD hh:nn:ss.zzz");
+}
+
 ChartViewEntry DescribeView(const ChartWindow& window, double widthSeconds) {
   const StripChart& chart = window.chart;
   ChartViewEntry entry;
   if (chart.Count() > 0) {
-    entry.from = FormatDate(chart.XAxisMin, kDatePicture);
-    entry.to = FormatDate(chart.XAxisMax, kDatePicture);
+    entry.from = ViewTimeText(chart.XAxisMin);
+    entry.to = ViewTimeText(chart.XAxisMax);
   }
   entry.width = NumberText(widthSeconds);
   entry.autoY = chart.AutoScale;

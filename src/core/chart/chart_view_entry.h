@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "core/chart/view_commands.h"
 
@@ -12,7 +13,7 @@ struct ChartViewEntry {
   static constexpr const char* kEndOfData = "End of Data";
 
   bool byWidth = false;  ///< OptWidth: the view ends `width` seconds after `from`; else OptTimes: it ends at `to`
-  std::string from = kStartOfData;  ///< those words, a date with a time, or a time of the first sample's day
+  std::string from = kStartOfData;  ///< those words, or what ReadViewTime reads
   std::string to = kEndOfData;
   std::string width;
   bool autoY = false;     ///< ChkAutoY: the y range follows the data
@@ -20,6 +21,13 @@ struct ChartViewEntry {
   std::string yLow;
   std::string yHigh;
 };
+
+/// A date with a time, or a time alone, with milliseconds or without; nothing when it is none. A time alone belongs to
+/// the day of the earliest sample, or to the next one when the data begin later in the day.
+std::optional<TimeStamp> ReadViewTime(std::string_view text, const StripChart& chart);
+
+/// A time as the fields show it: "YYYY-MM-DD hh:nn:ss.zzz".
+std::string ViewTimeText(TimeStamp stamp);
 
 /// The fields as they describe the view on display.
 ChartViewEntry DescribeView(const ChartWindow& window, double widthSeconds);

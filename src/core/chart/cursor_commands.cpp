@@ -90,7 +90,7 @@ void CursorCommands::mnuRemoveTimeMarker() {
 }
 
 void CursorCommands::mnuTimeMilliseconds() {
-  session_.settings.chart.DisplayMilliseconds = !session_.settings.chart.DisplayMilliseconds;
+  session_.settings.chart.DisplayMilliseconds = !window_.look.DisplayMilliseconds;
   session_.store.SaveSetting(Section::Settings, "DisplayMilliseconds",
                              session_.settings.chart.DisplayMilliseconds ? "True" : "False");
   window_.look.DisplayMilliseconds = session_.settings.chart.DisplayMilliseconds;

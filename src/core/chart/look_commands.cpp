@@ -68,7 +68,7 @@ void LookCommands::ClearValueDisplay() {
 }
 
 void LookCommands::ToggleStatusLine() {
-  session_.settings.chart.ShowStatusBar = !session_.settings.chart.ShowStatusBar;
+  session_.settings.chart.ShowStatusBar = !view_.StatusBarShown;
   session_.store.SaveSetting(Section::Settings, "ShowStatusBar",
                              session_.settings.chart.ShowStatusBar ? "True" : "False");
   view_.StatusBarShown = session_.settings.chart.ShowStatusBar;

@@ -198,8 +198,12 @@ void ViewCommands::mnuChartView() {
   view_.ChartViewShown = true;
 }
 
-void ViewCommands::CloseChartViews() {
+void ViewCommands::HideChartView() {
   view_.ChartViewShown = false;
+}
+
+void ViewCommands::CloseChartViews() {
+  HideChartView();
   window_.views.saved.reset();
   window_.views.full.reset();
 }

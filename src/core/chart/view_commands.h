@@ -65,9 +65,10 @@ class ViewCommands {
   void mnuRestoreXYtoDefaults();
   void mnuSetYminToZero();
 
-  /// Opens the window of the view by numbers. CloseChartViews closes it and forgets the range kept by
-  /// SaveChartViewParams: both are of an earlier chart.
+  /// Opens the window of the view by numbers; HideChartView is its closing by a person.
   void mnuChartView();
+  void HideChartView();
+  /// Another chart comes: closes that window and forgets the ranges to come back to.
   void CloseChartViews();
 
  private:

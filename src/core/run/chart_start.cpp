@@ -251,6 +251,7 @@ void ChartRun::BeginTracking() {
 
 void ChartRun::LogChartStarted() {
   session_.Add2SLog("Chart Started  " + FormatDate(recorder_.CalcTime(), "YYMMDDHHnnSS"));
+  if (run_.ChartIsLMST && run_.ChartIsUT) session_.Add2SLog("UT and sidereal time are both on: the log is sidereal.");
   window_.chart.AutoScroll = true;
   run_.UpdateCount = 0;
 }

@@ -18,7 +18,7 @@ void ChartSideWindows::ShowChartView(bool shown) {
   if (!chartView_) {
     const auto apply = [this](const ChartViewEntry& entry) { return ApplyChartView(entry, window_, commands_.view); };
     chartView_ = new FormChartView(window_, apply, applyAll_, owner_);
-    chartView_->OnClosed([this] { commands_.view.CloseChartViews(); });
+    chartView_->OnClosed([this] { commands_.view.HideChartView(); });
   }
   if (shown) chartView_->Fill(DescribeView(window_, session_.settings.timing.ChartWidth));
   chartView_->setVisible(shown);
@@ -31,7 +31,7 @@ void ChartSideWindows::ShowInfo(bool shown) {
     info_ = new FormFileInfo(owner_);
     info_->OnClosed([this] { commands_.look.UnloadMyInfoFile(); });
   }
-  if (shown) info_->Fill(window_, session_.settings.place.DisplayWest);
+  if (shown) info_->Fill(session_, window_);
   info_->setVisible(shown);
 }
 

@@ -15,7 +15,6 @@
 
 #include "forms/date_entry/form_date_entry.h"
 #include "forms/qt_text.h"
-#include "timebase/time_text.h"
 
 namespace tarvolt {
 namespace {
@@ -94,8 +93,9 @@ QWidget* FormChartView::WithDateButton(QComboBox* field, const QString& prompt) 
   row->addWidget(button);
   connect(button, &QToolButton::clicked, this, [this, field, prompt] {
     const TimeStamp start = window_.chart.Count() > 0 ? window_.chart.GetTime(0) : 0;
-    const auto stamp = FormDateEntry(this, prompt, ParseDate(FromQString(field->currentText())).value_or(start));
-    if (stamp) field->setEditText(ToQString(FormatDate(*stamp, "YYYY-MM-DD hh:nn:ss")));
+    const auto stamp =
+        FormDateEntry(this, prompt, ReadViewTime(FromQString(field->currentText()), window_.chart).value_or(start));
+    if (stamp) field->setEditText(ToQString(ViewTimeText(*stamp)));
   });
   return both;
 }

@@ -12,14 +12,14 @@ namespace {
 // The stamp's own fields, whatever zone the machine is in.
 QDateTime ToQDateTime(TimeStamp stamp) {
   const DateFields fields = FieldsOf(stamp);
-  return QDateTime(QDate(fields.year, fields.month, fields.day), QTime(fields.hour, fields.minute, fields.second),
-                   Qt::UTC);
+  return QDateTime(QDate(fields.year, fields.month, fields.day),
+                   QTime(fields.hour, fields.minute, fields.second, fields.millisecond), Qt::UTC);
 }
 
 TimeStamp ToStamp(const QDateTime& moment) {
   const QDate date = moment.date();
   const QTime time = moment.time();
-  return StampOf({date.year(), date.month(), date.day(), time.hour(), time.minute(), time.second(), 0});
+  return StampOf({date.year(), date.month(), date.day(), time.hour(), time.minute(), time.second(), time.msec()});
 }
 
 }  // namespace
@@ -33,7 +33,7 @@ std::optional<TimeStamp> FormDateEntry(QWidget* parent, const QString& prompt, T
   entry->setObjectName(QStringLiteral("TxtDate"));
   entry->setTimeSpec(Qt::UTC);
   entry->setDateTime(ToQDateTime(stamp));
-  entry->setDisplayFormat(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+  entry->setDisplayFormat(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz"));
   entry->setCalendarPopup(true);
   entry->setMinimumDate(QDate(100, 1, 1));
   label->setBuddy(entry);

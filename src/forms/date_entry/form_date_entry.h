@@ -9,7 +9,7 @@ class QWidget;
 
 namespace tarvolt {
 
-/// Asks for a date and a time to the second, beginning with `stamp`. Nothing when it was cancelled. Yields.
+/// Asks for a date and a time to the millisecond, beginning with `stamp`. Nothing when it was cancelled. Yields.
 std::optional<TimeStamp> FormDateEntry(QWidget* parent, const QString& prompt, TimeStamp stamp);
 
 }  // namespace tarvolt

@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "model/chart_window.h"
+#include "model/session.h"
 
 class QPlainTextEdit;
 class QTableWidget;
@@ -15,8 +16,8 @@ class FormFileInfo final : public QWidget {
  public:
   explicit FormFileInfo(QWidget* parent);
 
-  /// Shows the window's chart as it is now, longitudes counted to the west or to the east.
-  void Fill(const ChartWindow& window, bool displayWest);
+  /// Shows the window's chart as it is now, longitudes counted as the station counts them.
+  void Fill(const Session& session, const ChartWindow& window);
 
   /// Called when a person closes it.
   void OnClosed(std::function<void()> closed) { closed_ = std::move(closed); }

@@ -3,6 +3,7 @@
 
 #include "core/chart/command_states.h"
 #include "core/station/priority.h"
+#include "forms/chart/chart_menus.h"
 #include "forms/chart/picture_commands.h"
 #include "forms/form_main/main_window.h"
 #include "forms/load/load_menus.h"
@@ -12,6 +13,15 @@
 #include "forms/triggers/form_triggers.h"
 
 namespace tarvolt {
+namespace {
+
+// Some desktops have no key of their own for it.
+QKeySequence QuitKey() {
+  const QKeySequence own(QKeySequence::Quit);
+  return own.isEmpty() ? QKeySequence(QStringLiteral("Ctrl+Q")) : own;
+}
+
+}  // namespace
 
 QAction* MainWindow::Add(QMenu& menu, const char* name, const QString& caption, const QKeySequence& key,
                          Command command, Test enabled, Test checked) {
@@ -21,7 +31,7 @@ QAction* MainWindow::Add(QMenu& menu, const char* name, const QString& caption, 
 void MainWindow::MakeMenus() {
   MakeFileMenu();
   MakeModeMenu();
-  MakeViewMenu();
+  AddViewMenu(*menuBar()->addMenu(QStringLiteral("&View")), items_, window_, form_.Chart());
   MakeChannelsMenu();
   MakeOptionsMenu();
   MakeToolsMenu();
@@ -56,7 +66,7 @@ void MainWindow::MakeFileMenu() {
   QMenu* profiles = menu.addMenu(QStringLiteral("Recent Profiles"));
   connect(profiles, &QMenu::aboutToShow, this, [this, profiles] { FillProfiles(*profiles); });
   menu.addSeparator();
-  Add(menu, "mnuExit", QStringLiteral("E&xit Program...Close All"), QKeySequence::Quit, [this] { close(); });
+  Add(menu, "mnuExit", QStringLiteral("E&xit Program...Close All"), QuitKey(), [this] { close(); });
 }
 
 void MainWindow::FillProfiles(QMenu& menu) {
@@ -87,69 +97,16 @@ void MainWindow::MakeModeMenu() {
   }
 }
 
-void MainWindow::MakeViewMenu() {
-  QMenu& menu = *menuBar()->addMenu(QStringLiteral("&View"));
-  ChartCommands& chart = form_.Chart();
-  const auto hasSamples = [this] { return HasSamples(); };
-  Add(
-      menu, "mnuFullView", QStringLiteral("&Full View"), QKeySequence(Qt::Key_F9),
-      [&chart] { chart.view.cmdFullView(); }, hasSamples);
-  Add(
-      menu, "mnuLastView", QStringLiteral("&Back to the View Before"), {}, [&chart] { chart.view.RestoreFullView(); },
-      [this] { return window_.views.full.has_value(); });
-  Add(
-      menu, "mnuAutoScroll", QStringLiteral("Auto-S&croll"), QKeySequence(Qt::Key_F11),
-      [&chart] { chart.view.cmdAutoScrollEnable(); }, {}, [this] { return window_.chart.AutoScroll; });
-  Add(
-      menu, "mnuAutoScale", QStringLiteral("&Auto-Scale"), QKeySequence(Qt::Key_F12),
-      [&chart] { chart.view.cmdAutoScale(); }, {}, [this] { return window_.chart.AutoScale; });
-  Add(
-      menu, "mnuChartView", QStringLiteral("View by &Numbers..."), QKeySequence(QStringLiteral("Ctrl+G")),
-      [&chart] { chart.view.mnuChartView(); }, hasSamples);
-  menu.addSeparator();
-  Add(
-      menu, "mnuRememberXY", QStringLiteral("Re&member XY"), {}, [&chart] { chart.view.mnuRememberXY(); }, hasSamples);
-  Add(
-      menu, "mnuRecallXY", QStringLiteral("Re&call XY"), {}, [&chart] { chart.view.mnuRecallXY(); },
-      [this] { return window_.view.mnuRecallXY; });
-  Add(menu, "mnuRestoreXYtoDefaults", QStringLiteral("Restore XY to &Defaults"), {},
-      [&chart] { chart.view.mnuRestoreXYtoDefaults(); });
-  Add(menu, "mnuSetYminToZero", QStringLiteral("Set Y Min to &Zero"), {}, [&chart] { chart.view.mnuSetYminToZero(); });
-  menu.addSeparator();
-  Add(
-      menu, "mnuSetTimeMarker", QStringLiteral("Set Time Mar&ker at Cursor"), QKeySequence(QStringLiteral("Ctrl+M")),
-      [&chart] { chart.cursor.mnuSetTimeMarker(); }, [this] { return window_.chart.CursorChannel >= 0; });
-  Add(
-      menu, "mnuRemoveTimeMarker", QStringLiteral("Remo&ve Time Marker"), {},
-      [&chart] { chart.cursor.mnuRemoveTimeMarker(); }, [this] { return window_.chart.TimeMarker.has_value(); });
-  Add(
-      menu, "mnuTimeMilliseconds", QStringLiteral("Time with M&illiseconds"), {},
-      [&chart] { chart.cursor.mnuTimeMilliseconds(); }, {}, [this] { return window_.look.DisplayMilliseconds; });
-  Add(
-      menu, "mnuShowLegend", QStringLiteral("&Legend"), {}, [&chart] { chart.look.mnuShowLegend(); }, {},
-      [this] { return window_.chart.LegendShown; });
-  Add(
-      menu, "mnuShowChartNotations", QStringLiteral("Chart &Notations"), {},
-      [&chart] { chart.look.mnuShowChartNotations(); }, [this] { return window_.notations.count > 0; },
-      [this] { return window_.chart.NotationsShown; });
-}
-
 void MainWindow::MakeChannelsMenu() {
   QMenu& menu = *menuBar()->addMenu(QStringLiteral("&Channels"));
   ChartCommands& chart = form_.Chart();
-  QMenu& visible = *menu.addMenu(QStringLiteral("&Visibility"));
-  visible.menuAction()->setObjectName(QStringLiteral("mnuChannelVisibility"));
-  items_.Watch(visible.menuAction(), [this] { return window_.view.mnuChannelVisibility; });
+  AddVisibilityMenu(*menu.addMenu(QStringLiteral("&Visibility")), items_, window_, chart);
   QMenu& values = *menu.addMenu(QStringLiteral("Show &Value of"));
   QMenu& averages = *menu.addMenu(QStringLiteral("&Average of"));
   for (int channel = 0; channel < kChannels; ++channel) {
     const QString caption = QStringLiteral("CH&%1").arg(channel + 1);
-    const auto exists = [this, channel] { return channel < window_.run.ChannelCount; };
-    const auto runs = [this, exists] { return exists() && window_.run.ChartRunning(); };
+    const auto runs = [this, channel] { return channel < window_.run.ChannelCount && window_.run.ChartRunning(); };
     const QByteArray number = QByteArray::number(channel + 1);
-    Add(
-        visible, ("mnuVisCH" + number).constData(), caption, {}, [&chart, channel] { chart.look.mnuVisCH(channel); },
-        exists, [this, channel] { return window_.chart.ChannelVisible[channel]; });
     Add(
         values, ("mnuCH" + number).constData(), caption, {}, [&chart, channel] { chart.look.mnuCH(channel); }, runs,
         [this, channel] { return window_.run.ShownChannel == channel + 1; });
@@ -157,8 +114,6 @@ void MainWindow::MakeChannelsMenu() {
         averages, ("mnuAvgCH" + number).constData(), caption + QStringLiteral("\tAlt+%1").arg(channel + 1), {},
         [this, channel] { form_.Average().StartChannelAvg(channel + 1); }, runs);
   }
-  Add(visible, "mnuShowAllChannels", QStringLiteral("Show &All Channels"), {},
-      [&chart] { chart.look.mnuShowAllChannels(); });
   menu.addSeparator();
   Add(menu, "mnuTriggers", QStringLiteral("&Triggers..."), {},
       [this] { (new FormTriggers(session_, form_, this))->open(); });

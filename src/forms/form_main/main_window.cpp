@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "core/chart/command_states.h"
+#include "forms/chart/chart_menus.h"
 #include "forms/chart/file_drop.h"
 #include "forms/chart/plot_events.h"
 #include "forms/plot/chart_colors.h"
@@ -198,26 +199,14 @@ void MainWindow::keyPressEvent(QKeyEvent* event) {
     form_.Average().StartChannelAvg(key - Qt::Key_0);
   } else if (key == Qt::Key_Escape) {
     form_.Escape();
-  } else if (key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down) {
-    ScrollKey(key);
-  } else if (event->modifiers().testFlag(Qt::ShiftModifier) && key == Qt::Key_F3) {
-    chart.look.ToggleStatusLine();
   } else if (event->modifiers().testFlag(Qt::ShiftModifier) && key == Qt::Key_F4) {
     chart.look.ShowAddress();
   } else if (event->modifiers().testFlag(Qt::ShiftModifier) && key == Qt::Key_F5) {
     chart.look.ShowLastMessage();
-  } else {
+  } else if (!ObeyChartKey(*event, chart)) {
     return QMainWindow::keyPressEvent(event);
   }
   Refresh();
-}
-
-void MainWindow::ScrollKey(int key) {
-  ChartCommands& chart = form_.Chart();
-  if (key == Qt::Key_Left) chart.view.ScrollLeft();
-  if (key == Qt::Key_Right) chart.view.ScrollRight();
-  if (key == Qt::Key_Up) chart.view.ScrollUp();
-  if (key == Qt::Key_Down) chart.view.ScrollDown();
 }
 
 void MainWindow::RestoreGeometry() {

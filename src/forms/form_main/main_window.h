@@ -62,7 +62,6 @@ class MainWindow final : public QMainWindow {
   void MakeMenus();
   void MakeFileMenu();
   void MakeModeMenu();
-  void MakeViewMenu();
   void MakeChannelsMenu();
   void MakeOptionsMenu();
   void MakePriorityMenu(QMenu& options);
@@ -77,7 +76,6 @@ class MainWindow final : public QMainWindow {
   void AddButton(const char* name, const QString& caption, const QString& tip, Command command, Test enabled);
   void NewReview();
   std::string ApplyViewToAll(const ChartViewEntry& entry);
-  void ScrollKey(int key);
 
   // Dialogs and further windows (main_dialogs.cpp).
   void TakeLookEverywhere();

@@ -1,5 +1,8 @@
 #include "forms/options/run_pages.h"
 
+#include <QLabel>
+#include <utility>
+
 #include "forms/qt_text.h"
 #include "sources/source_table.h"
 
@@ -33,9 +36,19 @@ void AddLimits(OptionPage& page) {
 
 void AddTimeBase(OptionPage& page) {
   page.Group(QStringLiteral("Time base"));
-  page.Check("LogUsingUT", QStringLiteral("Log using UT"));
-  page.Check("LogLMST", QStringLiteral("Log using local mean sidereal time"))
-      .setToolTip(QStringLiteral("Local Mean Sidereal Time logging - Date determined by UT."));
+  QCheckBox& ut = page.Check("LogUsingUT", QStringLiteral("Log using UT"));
+  QCheckBox& sidereal = page.Check("LogLMST", QStringLiteral("Log using local mean sidereal time"));
+  sidereal.setToolTip(QStringLiteral("Local Mean Sidereal Time logging - Date determined by UT."));
+  QLabel& both = page.Words(QStringLiteral("Both are on, from a profile or the command line: logs are sidereal."));
+  both.setObjectName(QStringLiteral("LblBothTimeBases"));
+  for (const auto& [box, other] : {std::pair(&ut, &sidereal), std::pair(&sidereal, &ut)}) {
+    QObject::connect(box, &QCheckBox::clicked, other, [other = other](bool checked) {
+      if (checked) other->setChecked(false);
+    });
+    QObject::connect(box, &QCheckBox::toggled, &both,
+                     [&ut, &sidereal, &both] { both.setVisible(ut.isChecked() && sidereal.isChecked()); });
+  }
+  both.hide();
   page.Check("TimeRefZero", QStringLiteral("Count the time from 00:00:00 at the first sample"));
 }
 

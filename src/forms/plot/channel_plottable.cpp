@@ -156,13 +156,21 @@ QLineF ChannelPlottable::JoinOf(const PixelColumn& from, const PixelColumn& to) 
                 YPixel(to.first));
 }
 
-// A picture in vectors has its bars as lines, which keep their place at any scale; dashed pens dash them.
+// A picture in vectors has its bars as lines, which keep their place at any scale; dashed pens dash them. There they
+// are as wide as a column, and a little more, so that no white shows between neighbours on a page of another size.
 void ChannelPlottable::FillBars(QCPPainter* painter, const QVector<QRect>& bars) const {
-  if (!painter->modes().testFlag(QCPPainter::pmVectorized) && mPen.style() == Qt::SolidLine) {
+  const bool vectors = painter->modes().testFlag(QCPPainter::pmVectorized);
+  if (!vectors && mPen.style() == Qt::SolidLine) {
     painter->setPen(Qt::NoPen);
     painter->setBrush(mPen.color());
     painter->drawRects(JoinedBars(bars));
     return;
+  }
+  if (vectors) {
+    QPen wide = mPen;
+    wide.setCosmetic(false);
+    wide.setWidthF(1.1);
+    painter->setPen(wide);
   }
   QVector<QLineF> lines;
   for (const QRect& bar : bars) lines.append(QLineF(bar.left(), bar.top(), bar.left(), bar.bottom() + 0.5));

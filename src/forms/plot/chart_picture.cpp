@@ -3,6 +3,8 @@
 #include <QClipboard>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QMessageBox>
+#include <QPdfWriter>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QSvgGenerator>
@@ -15,17 +17,36 @@ constexpr int kLargest = 20000;
 constexpr int kPictureWidth = 1200;
 constexpr int kPictureHeight = 600;
 
+/// Draws a picture of so many pixels into the middle of the device, as large as fits. Every vector form comes through
+/// here. Texts are measured for the screen, so the device must count as many dots to the inch as the plot does.
+bool DrawVectors(StripChartPlot& plot, QPaintDevice& device, int width, int height) {
+  QCPPainter painter;
+  if (!painter.begin(&device)) return false;
+  painter.setMode(QCPPainter::pmVectorized);
+  painter.setMode(QCPPainter::pmNoCaching);
+  const QRect page = painter.viewport();
+  QRect target(QPoint(), QSize(width, height).scaled(page.size(), Qt::KeepAspectRatio));
+  target.moveCenter(page.center());
+  painter.setViewport(target);
+  painter.setWindow(0, 0, width, height);
+  plot.toPainter(&painter, width, height);
+  return painter.end();
+}
+
 bool SaveSvg(StripChartPlot& plot, const QString& file, int width, int height) {
   QSvgGenerator generator;
   generator.setFileName(file);
   generator.setSize(QSize(width, height));
   generator.setViewBox(QRect(0, 0, width, height));
-  QCPPainter painter;
-  if (!painter.begin(&generator)) return false;
-  painter.setMode(QCPPainter::pmVectorized);
-  painter.setMode(QCPPainter::pmNoCaching);
-  plot.toPainter(&painter, width, height);
-  return painter.end();
+  generator.setResolution(plot.logicalDpiX());
+  return DrawVectors(plot, generator, width, height);
+}
+
+bool SavePdf(StripChartPlot& plot, const QString& file, int width, int height) {
+  QPdfWriter writer(file);
+  writer.setResolution(plot.logicalDpiX());
+  writer.setPageLayout({QPageSize(QSize(width, height), QString(), QPageSize::ExactMatch), QPageLayout::Portrait, {}});
+  return DrawVectors(plot, writer, width, height);
 }
 
 }  // namespace
@@ -43,7 +64,7 @@ bool SaveChartPicture(StripChartPlot& plot, const QString& file, int width, int 
   } else if (ending == QLatin1String("svg")) {
     written = SaveSvg(plot, file, width, height);
   } else if (ending == QLatin1String("pdf")) {
-    written = plot.savePdf(file, width, height);
+    written = SavePdf(plot, file, width, height);
   } else {
     problem = "a picture's name must end in .png, .svg or .pdf";
     return false;
@@ -73,19 +94,18 @@ void CopyChartPicture(StripChartPlot& plot) {
   QGuiApplication::clipboard()->setPixmap(plot.toPixmap());
 }
 
+bool PrintChartOn(StripChartPlot& plot, QPrinter& printer) {
+  printer.setResolution(plot.logicalDpiX());
+  plot.TakeOver();
+  return DrawVectors(plot, printer, plot.width(), plot.height());
+}
+
 void PrintChart(StripChartPlot& plot) {
-  QPrinter printer(QPrinter::HighResolution);
+  QPrinter printer;
   printer.setPageOrientation(QPageLayout::Landscape);
   QPrintDialog dialog(&printer, &plot);
-  if (dialog.exec() != QDialog::Accepted) return;
-  QCPPainter painter(&printer);
-  painter.setMode(QCPPainter::pmVectorized);
-  painter.setMode(QCPPainter::pmNoCaching);
-  const QRectF page = painter.viewport();
-  const double scale = std::min(page.width() / plot.width(), page.height() / plot.height());
-  painter.scale(scale, scale);
-  plot.TakeOver();
-  plot.toPainter(&painter, plot.width(), plot.height());
+  if (dialog.exec() != QDialog::Accepted || PrintChartOn(plot, printer)) return;
+  QMessageBox::warning(&plot, QStringLiteral("Print"), QStringLiteral("The chart cannot be printed."));
 }
 
 }  // namespace tarvolt

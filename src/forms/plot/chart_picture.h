@@ -6,6 +6,8 @@
 
 #include "forms/plot/strip_chart_plot.h"
 
+class QPrinter;
+
 namespace tarvolt {
 
 /// Pictures of a plot as it is drawn now. The form follows the name's ending: .png, .svg or .pdf.
@@ -21,7 +23,10 @@ bool DrawChartFile(const ChartWindow& window, const std::optional<ChartRange>& r
 
 void CopyChartPicture(StripChartPlot& plot);
 
-/// Asks for the printer; prints on one page in the plot's own proportions.
+/// Prints on one page in the plot's own proportions. False when the printer takes nothing.
+bool PrintChartOn(StripChartPlot& plot, QPrinter& printer);
+
+/// Asks for the printer and prints; what fails is told.
 void PrintChart(StripChartPlot& plot);
 
 }  // namespace tarvolt

@@ -37,6 +37,7 @@ StripChartPlot::StripChartPlot(const ChartWindow& window, QWidget* parent)
   axisRect()->setupFullAxesBox();
   xAxis->setTicker(timeTicker_);
   yAxis->setTicker(valueTicker_);
+  setAutoAddPlottableToLegend(false);
   for (int channel = 0; channel < kChannels; ++channel)
     channels_[channel] = new ChannelPlottable(xAxis, yAxis, window, edges_, channel);
   legend->setVisible(true);

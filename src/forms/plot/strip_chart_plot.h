@@ -67,7 +67,7 @@ class StripChartPlot final : public QCustomPlot {
   QSharedPointer<ValueTicker> valueTicker_;
   SharedEdges edges_;
   std::array<ChannelPlottable*, kChannels> channels_{};
-  std::optional<std::array<bool, kChannels>> inLegend_;  ///< nothing before the first drawing
+  std::array<bool, kChannels> inLegend_{};
   ChartOverlay* overlay_;
   QCPTextElement* title_;
   QRubberBand band_;

@@ -4,6 +4,7 @@
 #include <QMenuBar>
 
 #include "core/chart/command_states.h"
+#include "forms/chart/chart_menus.h"
 #include "forms/chart/file_drop.h"
 #include "forms/chart/picture_commands.h"
 #include "forms/chart/plot_events.h"
@@ -37,7 +38,8 @@ FormReview::FormReview(Session& session, int number, FormChartView::Apply applyA
   status_ = new ChartStatusBar(this);
   setStatusBar(status_);
   MakeFileMenu();
-  MakeViewMenu();
+  AddViewMenu(*menuBar()->addMenu(QStringLiteral("&View")), items_, review_.Window(), review_.Chart());
+  AddVisibilityMenu(*menuBar()->addMenu(QStringLiteral("&Channels")), items_, review_.Window(), review_.Chart());
   resize(800, 450);
   Refresh();
 }
@@ -58,32 +60,6 @@ void FormReview::MakeFileMenu() {
   items_.Add(menu, "mnuClose", QStringLiteral("Close This Window"), QKeySequence::Close, [this] { close(); });
 }
 
-void FormReview::MakeViewMenu() {
-  QMenu& menu = *menuBar()->addMenu(QStringLiteral("&View"));
-  const ChartWindow& window = review_.Window();
-  ChartCommands& chart = review_.Chart();
-  const auto hasSamples = [this] { return HasSamples(); };
-  items_.Add(
-      menu, "mnuFullView", QStringLiteral("&Full View"), QKeySequence(Qt::Key_F9),
-      [&chart] { chart.view.cmdFullView(); }, hasSamples);
-  items_.Add(
-      menu, "mnuChartView", QStringLiteral("View by &Numbers..."), {}, [&chart] { chart.view.mnuChartView(); },
-      hasSamples);
-  items_.Add(
-      menu, "mnuRememberXY", QStringLiteral("&Remember XY"), {}, [&chart] { chart.view.mnuRememberXY(); }, hasSamples);
-  items_.Add(
-      menu, "mnuRecallXY", QStringLiteral("Re&call XY"), {}, [&chart] { chart.view.mnuRecallXY(); },
-      [&window] { return window.view.mnuRecallXY; });
-  items_.Add(
-      menu, "mnuShowAllChannels", QStringLiteral("Show &All Channels"), {},
-      [&chart] { chart.look.mnuShowAllChannels(); },
-      [this, &window] { return window.view.mnuChannelVisibility && HasSamples(); });
-  items_.Add(
-      menu, "mnuShowChartNotations", QStringLiteral("Chart &Notations"), {},
-      [&chart] { chart.look.mnuShowChartNotations(); }, [&window] { return window.notations.count > 0; },
-      [&window] { return window.chart.NotationsShown; });
-}
-
 void FormReview::Refresh() {
   const QString title = ToQString(review_.Window().view.Title);
   if (windowTitle() != title) setWindowTitle(title);
@@ -97,6 +73,11 @@ void FormReview::Refresh() {
 void FormReview::closeEvent(QCloseEvent* event) {
   review_.Chart().look.UnloadMyInfoFile();
   QMainWindow::closeEvent(event);
+}
+
+void FormReview::keyPressEvent(QKeyEvent* event) {
+  if (!ObeyChartKey(*event, review_.Chart())) return QMainWindow::keyPressEvent(event);
+  Refresh();
 }
 
 void FormReview::dragEnterEvent(QDragEnterEvent* event) {

@@ -35,11 +35,10 @@ class FormReview final : public QMainWindow {
   void closeEvent(QCloseEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   void MakeFileMenu();
-  void MakeViewMenu();
-  bool HasSamples() const { return review_.Window().chart.Count() > 0; }
 
   Session& session_;
   ReviewPerson person_;
