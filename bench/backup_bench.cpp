@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The disk backup of one sample, beside opening a file, appending the same bytes and closing it.
 
 #include <benchmark/benchmark.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Channel equations on a sample, compiled and as text, and over a loaded chart.
 
 #include <benchmark/benchmark.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The reduction of a sound buffer to its readings: 44,100 Hz stereo, buffers of a tenth of a second.
 
 #include <benchmark/benchmark.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // An equation parsed, and evaluated with new values of its variables, beside the same formula in muParser.
 
 #include <benchmark/benchmark.h>

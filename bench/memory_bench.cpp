@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Memory that a stored sample takes, beside plain columns that were given their room beforehand.
 
 #include <benchmark/benchmark.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The drawing of a chart beside the plotting library's own graph with the same points, and what a window costs a run.
 
 #include <benchmark/benchmark.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Saving and loading a full chart, beside a bare write and a bare read of the same bytes.
 
 #include <benchmark/benchmark.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The way from the start of the recorder to an armed run, with a real data source on this machine.
 
 #include <arpa/inet.h>

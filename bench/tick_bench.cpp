@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What one finished sample of eight channels costs: its way through the pipeline, the reading of its messages, and the
 // whole road on the simulated machine.
 

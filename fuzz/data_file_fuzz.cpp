@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Any bytes as a data file: opened, read through, and loaded into columns as a chart would be.
 
 #include <cstddef>

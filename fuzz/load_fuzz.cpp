@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Any bytes as a data file, loaded into a window as a person would and looked at in every way. The first bytes choose
 // the options and the commands that follow.
 

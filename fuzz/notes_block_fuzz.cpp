@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Any bytes as a notes block: what is read from them and written again must read the same.
 
 #include <cstddef>

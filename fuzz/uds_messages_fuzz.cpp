@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Bytes of a User Data Source into the recorder's end of the link, while a chart runs. The first byte picks the mode;
 // each byte 0xFE in the input ends one data event.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Any bytes as a wave file: the reader must keep to the file and to frames that it has told of.
 
 #include <vector>

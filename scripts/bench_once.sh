@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Runs every benchmark of the released build once, for no figures: fails when one reports an error or does not run.
 set -euo pipefail
 cd "$(dirname "$0")/.."

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Fails, naming the lines, when a source file is not formatted as .clang-format has it.
 set -euo pipefail
 cd "$(dirname "$0")/.."

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Sourced by ./run and ./check: installs the Debian packages that are missing, for ./check with for_tests=yes.
 wanted="g++ cmake ninja-build ccache qt6-base-dev qt6-svg-dev libqcustomplot-dev libasound2-dev libfftw3-dev fonts-dejavu-core libcli11-dev"
 

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Records from a sound server of its own, without any sound hardware: a null output plays a wave file into its monitor,
 # and the station listens there through ALSA. Twice in between the server dies and comes back.
 #   scripts/sound_loop.sh [SECONDS]

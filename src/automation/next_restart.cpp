@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "automation/next_restart.h"
 
 #include "timebase/time_text.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "files/log_folder.h"
 
 #include "files/backup_source.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/alsa_wave_in.h"
 
 #include <poll.h>

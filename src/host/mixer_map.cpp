@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/mixer_map.h"
 
 #include <algorithm>

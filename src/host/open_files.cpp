@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/open_files.h"
 
 #include <sys/resource.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "logs/log_words.h"
 
 #include <algorithm>

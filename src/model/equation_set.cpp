@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/equation_set.h"
 
 #include "text/ansi.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The whole way of real sound: a sound server of the test's own plays a tone, and the station captures it through ALSA.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "apps/test_source.h"
 
 #include <arpa/inet.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "config/settings_store.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/station/options_check.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/chart/recovered_charts.h"
 
 #include <gtest/gtest.h>

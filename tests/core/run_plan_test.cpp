@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What changes the settings in a run changes the next log or the next run, and never the samples under way.
 #include <gtest/gtest.h>
 

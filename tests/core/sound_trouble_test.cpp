@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What becomes of a run when its sound input is lost, late, silent or rough.
 
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // No chart is thrown away by one key, and what waits for a disk is not given up.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "forms/options/form_options.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include <QCoreApplication>
 
 // Qt's loop, timers and sockets need the one application object for all tests of a process.

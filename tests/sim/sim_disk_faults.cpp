@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The faults of the disk: operations that fail, the death of the program, and the loss of power.
 
 #include <exception>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "timebase/time_base.h"
 
 #include <gtest/gtest.h>

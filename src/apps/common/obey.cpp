@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "apps/common/obey.h"
 
 #include "core/station/command_runner.h"

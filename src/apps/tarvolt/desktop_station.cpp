@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "apps/tarvolt/desktop_station.h"
 
 #include "core/station/command_line.h"

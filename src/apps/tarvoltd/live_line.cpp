@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "apps/tarvoltd/live_line.h"
 
 #include <sys/ioctl.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Tarvolt's data files from a shell: what a file says about itself, and its samples as text. And its equations.
 
 #include <CLI/CLI.hpp>

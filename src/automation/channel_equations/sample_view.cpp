@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "automation/channel_equations/sample_view.h"
 
 #include <limits>

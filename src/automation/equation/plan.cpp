@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "automation/equation/plan.h"
 
 #include "automation/equation/arithmetic.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/chart/chart_look_store.h"
 
 #include <algorithm>

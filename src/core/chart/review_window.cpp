@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/chart/review_window.h"
 
 #include "core/chart/command_states.h"

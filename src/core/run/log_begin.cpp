@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What is settled for each log of a run when it begins: its plan, the base of its time, its axis, its end.
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/sound/sound_clock.h"
 
 namespace tarvolt {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/station/shut_down.h"
 
 #include "model/scoped_flag.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/station/station_names.h"
 
 #include "files/naming.h"

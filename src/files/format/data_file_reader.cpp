@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "files/format/data_file_reader.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "forms/chart_view/form_chart_view.h"
 
 #include <QCheckBox>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "forms/date_entry/form_date_entry.h"
 
 #include <QDateTimeEdit>

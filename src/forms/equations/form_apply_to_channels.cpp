@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "forms/equations/form_apply_to_channels.h"
 
 #include <QCheckBox>

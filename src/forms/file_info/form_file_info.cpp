@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "forms/file_info/form_file_info.h"
 
 #include <QCloseEvent>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <QWidget>
@@ -11,7 +12,7 @@ class QTableWidget;
 
 namespace tarvolt {
 
-/// What a data file, or the chart on display, tells of itself: header, notes, metadata and notations.
+/// What a data file, or the chart on display, says of itself: header, notes, metadata and notations.
 class FormFileInfo final : public QWidget {
  public:
   explicit FormFileInfo(QWidget* parent);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "forms/first_use/form_first_use.h"
 
 #include <QDialogButtonBox>

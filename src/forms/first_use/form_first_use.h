@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <QDialog>
@@ -22,7 +23,7 @@ class FormFirstUse final : public QDialog {
   OptionFields fields_;
 };
 
-/// Lets a person complete the settings; false, and told, when that was cancelled. Waits for the person.
+/// Lets a person complete the settings; false, and logged, when that was cancelled. Waits for the person.
 bool RunFirstUse(Session& session, Settings& settings);
 
 }  // namespace tarvolt

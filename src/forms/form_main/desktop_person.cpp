@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "forms/form_main/desktop_person.h"
 
 #include "forms/first_use/form_first_use.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/chart/chart_look_store.h"
 #include "forms/equations/form_apply_to_channels.h"
 #include "forms/form_main/main_window.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "forms/form_main/main_window.h"
 
 #include <QCloseEvent>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "forms/load/form_chart_loading_options.h"
 
 #include <QDialogButtonBox>

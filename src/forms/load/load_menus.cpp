@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "forms/load/load_menus.h"
 
 #include "forms/qt_text.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "forms/logs/form_session_log.h"
 
 #include <QDialogButtonBox>

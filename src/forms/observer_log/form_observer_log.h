@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <QAction>
@@ -42,7 +43,7 @@ class FormObserverLog final : public QMainWindow {
   bool MayClose();
 
   /// Saves what is unsaved to the log's own file without a question, under a free name when it has none yet. False,
-  /// and told once, when that fails.
+  /// and reported once, when that fails.
   bool SaveUnasked();
 
   /// Closes without the save question.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "forms/observer_log/form_olog_includes.h"
 
 #include <QCheckBox>

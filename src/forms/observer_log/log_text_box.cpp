@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "forms/observer_log/log_text_box.h"
 
 #include <QClipboard>

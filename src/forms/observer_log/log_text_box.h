@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <QTextEdit>
@@ -5,7 +6,7 @@
 
 namespace tarvolt {
 
-/// The rich text box of the observer log: takes pictures from the clipboard, and tells of double clicks.
+/// The rich text box of the observer log: takes pictures from the clipboard, and reports double clicks.
 class LogTextBox final : public QTextEdit {
  public:
   /// Given the line under the pointer and the column in it.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "forms/observer_log/olog_hooks.h"
 
 #include <QDesktopServices>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <QString>
@@ -26,7 +27,7 @@ void CopyChartPicture(StripChartPlot& plot);
 /// Prints on one page in the plot's own proportions. False when the printer takes nothing.
 bool PrintChartOn(StripChartPlot& plot, QPrinter& printer);
 
-/// Asks for the printer and prints; what fails is told.
+/// Asks for the printer and prints; what fails is reported.
 void PrintChart(StripChartPlot& plot);
 
 }  // namespace tarvolt

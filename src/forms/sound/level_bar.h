@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <QWidget>
@@ -5,7 +6,7 @@
 namespace tarvolt {
 
 /// An upright bar of a level in decibels of full scale, with a line for the average in it, a mark above it, a scale
-/// beside it and a lamp on top that tells of samples at the end of the scale.
+/// beside it and a lamp on top that shows samples at the end of the scale.
 class LevelBar final : public QWidget {
  public:
   explicit LevelBar(QWidget* parent);

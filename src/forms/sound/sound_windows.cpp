@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "forms/sound/sound_windows.h"
 
 #include "forms/window_place.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "apps/tv-uds/link/message_reader.h"
 
 namespace tarvolt::uds {

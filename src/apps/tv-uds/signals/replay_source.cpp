@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "apps/tv-uds/signals/replay_source.h"
 
 #include <algorithm>

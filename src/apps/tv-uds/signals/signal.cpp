@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "apps/tv-uds/signals/signal.h"
 
 #include "apps/tv-uds/signals/galaxy.h"
