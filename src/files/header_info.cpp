@@ -45,7 +45,11 @@ void getStaticHeaderInfo(const Session& session, ChartWindow& window, std::size_
 }
 
 void GetWriterInfo(const Session& session, const StripChart& chart, DataFileHeader& header) {
-  header.version = VersionField(session.store.GetSetting(Section::Settings, "Version"));
+  GetWriterInfo(session.store.GetSetting(Section::Settings, "Version"), chart, header);
+}
+
+void GetWriterInfo(std::string_view version, const StripChart& chart, DataFileHeader& header) {
+  header.version = VersionField(version);
   header.yMax = chart.YAxisMax;
   header.yMin = chart.YAxisMin;
 }

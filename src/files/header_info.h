@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 #include "files/format/sample_layout.h"
 #include "model/chart_window.h"
@@ -21,6 +22,7 @@ void GetHeader(const Session& session, ChartWindow& window, std::size_t notesLen
 
 /// The part of a header that the writer gives to every file: its version, and the y axis as it stands now.
 void GetWriterInfo(const Session& session, const StripChart& chart, DataFileHeader& header);
+void GetWriterInfo(std::string_view version, const StripChart& chart, DataFileHeader& header);
 
 /// The header of the chart on display: that of a loaded file, else what a file would say of the run so far.
 DataFileHeader HeaderOnDisplay(const Session& session, const ChartWindow& window);

@@ -60,6 +60,13 @@ void SetHeaderTimes(const ChartWindow& window, bool timesOfRun, DataFileHeader& 
   header.end = window.chart.GetTime(save.LastSaveIndex > 0 ? save.LastSaveIndex - 1 : 0);
 }
 
+void SetHeader(ChartWindow& window, bool timesOfRun, DataFilePlan& file) {
+  SetHeaderTimes(window, timesOfRun, window.header);
+  window.header.channels = static_cast<std::int16_t>(file.layout.channels);
+  window.header.notesLength = static_cast<std::int32_t>(file.notesBlock.size());
+  file.header = window.header;
+}
+
 }  // namespace
 
 bool ChooseSaveRange(ChartWindow& window) {
@@ -91,11 +98,20 @@ std::optional<SavePlan> PlanSave(Session& session, ChartWindow& window, bool may
   file.last = window.save.LastSaveIndex;
 
   GetWriterInfo(session, window.chart, window.header);
-  SetHeaderTimes(window, file.stored && !plan.storeHoldsRun, window.header);
-  window.header.channels = static_cast<std::int16_t>(file.layout.channels);
-  window.header.notesLength = static_cast<std::int32_t>(file.notesBlock.size());
-  file.header = window.header;
+  SetHeader(window, file.stored && !plan.storeHoldsRun, file);
   return plan;
+}
+
+DataFilePlan PlanOfChart(ChartWindow& window, const SampleLayout& layout, std::string_view version) {
+  DataFilePlan file;
+  ChooseSaveRange(window);
+  file.layout = layout;
+  file.notesBlock = GetModifiedNotes(window, window.notes, layout);
+  file.first = window.save.FirstViewIndex;
+  file.last = window.save.LastSaveIndex;
+  GetWriterInfo(version, window.chart, window.header);
+  SetHeader(window, false, file);
+  return file;
 }
 
 std::error_code WriteSave(FileSystem& files, SavePlan& plan, const SampleColumns& samples,

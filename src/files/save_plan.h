@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <string_view>
 #include <system_error>
 
 #include "files/format/data_file_writer.h"
@@ -23,6 +24,9 @@ bool ChooseSaveRange(ChartWindow& window);
 /// Plans the file of the range in the window's SaveState. Nothing when a person cancelled because the values do not fit
 /// an integer save; with `mayAsk` and ShowMsgBox that is asked, and yields, else doubles are taken.
 std::optional<SavePlan> PlanSave(Session& session, ChartWindow& window, bool mayAsk);
+
+/// The file of all samples in memory, written in that layout by a program of that version, such as "1.2.3".
+DataFilePlan PlanOfChart(ChartWindow& window, const SampleLayout& layout, std::string_view version);
 
 /// Writes a planned file under `name`. When the backup cannot give the samples and the store holds them, they come from
 /// there. Returns what failed.

@@ -3,16 +3,17 @@
 #include <filesystem>
 
 #include "commands.h"
-#include "core/chart/apply_function.h"
+#include "core/chart/apply_equations.h"
 #include "core/chart/load_data.h"
 #include "core/station/version.h"
-#include "files/saving.h"
+#include "files/save_plan.h"
 #include "host/disk_path.h"
 #include "host/headless_dialogs.h"
 #include "host/make_host.h"
 #include "output.h"
 #include "text/ansi.h"
 #include "text/number.h"
+#include "timebase/time_base.h"
 
 namespace tarvolt {
 namespace {
@@ -48,6 +49,29 @@ bool FitsChart(const EquationSet& set, int channels) {
   return true;
 }
 
+// What is missing of the file is no reason to stop, but is said.
+bool LoadAll(FileSystem& files, const std::string& name, ChartWindow& window) {
+  ChartLoad load(files, {});
+  if (const Outcome opened = load.Open(name); !opened) {
+    Complain(Utf8FromAnsi(opened.Words()));
+    return false;
+  }
+  load.ChooseChannels();
+  if (!load.Chart().HasData()) {
+    Complain(Utf8FromAnsi(name) + " does not appear to have any data");
+    return false;
+  }
+  BeginLoadedChart(load.Chart(), window);
+  if (!load.ReadSamples(window.chart)) {
+    Complain(Utf8FromAnsi(name) + " could not be loaded as a whole.");
+    return false;
+  }
+  const std::string missing = WhatIsMissing(load.Chart(), window.chart);
+  if (!missing.empty()) Complain(Utf8FromAnsi(name) + ": " + missing);
+  FinishLoadedChart(load.Chart(), window);
+  return true;
+}
+
 }  // namespace
 
 std::string EquationArgumentFault(const std::string& argument) {
@@ -64,28 +88,31 @@ CommandResult ApplyToFile(const ApplyRequest& request, int argc, char** argv) {
   QCoreApplication application(argc, argv);
   const auto owner = MakeHost(
       application, std::make_unique<HeadlessDialogs>([](const std::string& line) { Complain(Utf8FromAnsi(line)); }));
-  Session session(owner->host, "");
-  session.store.BeginBatch();  // never ended: what a save remembers for a station is not kept here
-  session.store.SaveSetting(Section::Settings, "Version", kProgramVersion);
+  FileSystem& files = owner->host.files;
   ChartWindow window;
-  if (LoadData(session, window, NameFromDisk(request.file).value_or(request.file)) != LoadOutcome::Loaded) {
-    return CommandResult::Failed;
-  }
+  if (!LoadAll(files, NameFromDisk(request.file).value_or(request.file), window)) return CommandResult::Failed;
   if (request.newChannels > FreeChannels(window.chart)) {
     Complain("You cannot add that many channels.");
     return CommandResult::WrongUsage;
   }
   const EquationSet set = SetOf(request);
-  if (!FitsChart(set, window.chart.ChannelCount() + request.newChannels)) return CommandResult::WrongUsage;
+  const int channels = window.chart.ChannelCount() + request.newChannels;
+  if (!FitsChart(set, channels)) return CommandResult::WrongUsage;
   ChannelEquations equations(1, [](const std::string& words) { Complain(Utf8FromAnsi(words)); });
-  const Outcome applied = ApplyFunction(session, window, equations, set, request.newChannels);
-  if (!applied) {
-    Complain(Utf8FromAnsi(applied.Words()));
+  if (const Outcome sound = equations.Check(set, channels); !sound) {
+    Complain(Utf8FromAnsi(sound.Words()));
     return CommandResult::Failed;
   }
+  if (!AddEquationChannels(window, request.newChannels)) {
+    Complain("There is no memory for the channels.");
+    return CommandResult::Failed;
+  }
+  ApplyEquations(window, equations, set, FormatDate(NowPrecise(owner->host.clock), "YYMMDDHHnnSS"));
   const std::string output = NameFromDisk(request.output).value_or(request.output);
-  const bool saved = SaveDataFile(session, window, output, false) == SaveOutcome::Saved;
-  return saved ? CommandResult::Done : CommandResult::Failed;
+  const DataFilePlan plan = PlanOfChart(window, {window.chart.ChannelCount(), true, false}, kProgramVersion);
+  const std::error_code error = WriteDataFile(files, plan, window.chart.Samples(), output);
+  if (error) Complain("Could not save " + request.output + ": " + error.message());
+  return error ? CommandResult::Failed : CommandResult::Done;
 }
 
 }  // namespace tarvolt

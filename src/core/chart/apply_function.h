@@ -3,14 +3,10 @@
 
 #include <string>
 
-#include "automation/channel_equations/channel_equations.h"
-#include "model/chart_window.h"
+#include "core/chart/apply_equations.h"
 #include "model/session.h"
 
 namespace tarvolt {
-
-/// The most channels that can be added for equation data.
-int FreeChannels(const StripChart& chart);
 
 /// Adds channels "EQ CH" with their number to a chart at rest, then runs the equations over all samples, in their
 /// order, and writes what they give back. The chart then counts as changed and as none that was saved; its metadata
