@@ -31,9 +31,25 @@ class BlockColumn {
       blocks_.push_back(std::make_unique_for_overwrite<double[]>(kBlock));
     }
   }
+  /// The same for so many.
+  void MakeRoom(std::int32_t values) {
+    while (static_cast<std::int64_t>(blocks_.size()) << kBlockBits < std::int64_t{count_} + values) {
+      blocks_.push_back(std::make_unique_for_overwrite<double[]>(kBlock));
+    }
+  }
   void Append(double value) {
     MakeRoom();
     Set(count_++, value);
+  }
+  void Append(std::span<const double> values) {
+    MakeRoom(static_cast<std::int32_t>(values.size()));
+    while (!values.empty()) {
+      const std::size_t inBlock = static_cast<std::size_t>(count_ & (kBlock - 1));
+      const std::span<const double> piece = values.first(std::min(values.size(), kBlock - inBlock));
+      std::copy(piece.begin(), piece.end(), &blocks_[count_ >> kBlockBits][inBlock]);
+      count_ += static_cast<std::int32_t>(piece.size());
+      values = values.subspan(piece.size());
+    }
   }
   double operator[](std::int32_t index) const { return blocks_[index >> kBlockBits][index & (kBlock - 1)]; }
   void Set(std::int32_t index, double value) { blocks_[index >> kBlockBits][index & (kBlock - 1)] = value; }

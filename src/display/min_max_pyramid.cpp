@@ -26,6 +26,31 @@ void MinMaxPyramid::Add(std::int32_t index, double value) {
   }
 }
 
+void MinMaxPyramid::Add(std::int32_t first, std::span<const double> values) {
+  while (!values.empty()) {
+    const std::span<const double> inBin =
+        values.first(std::min(values.size(), static_cast<std::size_t>(kBase - first % kBase)));
+    MinMax ofBin;
+    for (const double value : inBin) {
+      ofBin.lowest = value < ofBin.lowest ? value : ofBin.lowest;
+      ofBin.highest = value > ofBin.highest ? value : ofBin.highest;
+    }
+    Widen(first >> kBaseBits, ofBin);
+    first += static_cast<std::int32_t>(inBin.size());
+    values = values.subspan(inBin.size());
+  }
+}
+
+void MinMaxPyramid::Widen(std::int32_t bin, const MinMax& values) {
+  for (auto& level : levels_) {
+    MinMax& known = level[bin];
+    const MinMax before = known;
+    known.Widen(values);
+    if (known == before) return;  // a coarser bin holds at least as much
+    bin >>= kFanBits;
+  }
+}
+
 void MinMaxPyramid::Recount(const BlockColumn& values, std::int32_t index) {
   std::int32_t bin = index >> kBaseBits;
   for (int level = 0; level < kLevels; ++level) {

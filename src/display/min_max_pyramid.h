@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <limits>
+#include <span>
 #include <vector>
 
 #include "display/block_column.h"
@@ -46,6 +47,9 @@ class MinMaxPyramid {
   /// Counts a value at a covered position that held none. Steps: the levels.
   void Add(std::int32_t index, double value);
 
+  /// The same for values at the covered positions from `first` on.
+  void Add(std::int32_t first, std::span<const double> values);
+
   /// Counts anew after the value at a covered position was replaced. Steps: the bins above it.
   void Recount(const BlockColumn& values, std::int32_t index);
 
@@ -61,6 +65,7 @@ class MinMaxPyramid {
   static constexpr std::int32_t kBase = 1 << kBaseBits;
   static constexpr std::int32_t kFan = 1 << kFanBits;
 
+  void Widen(std::int32_t baseBin, const MinMax& values);
   MinMax BinFromBelow(const BlockColumn& values, int level, std::int32_t bin) const;
 
   std::array<std::vector<MinMax>, kLevels> levels_;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "display/sample_columns.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <utility>
@@ -16,6 +17,34 @@ void SampleColumns::Append(TimeStamp stamp) {
   NoteTime(stamp);
   times_.Append(stamp);
   for (auto& column : values_) column.Append(kUnwritten);
+}
+
+void SampleColumns::Append(std::span<const double> times, std::span<const std::span<const double>> values) {
+  const auto added = static_cast<std::int32_t>(times.size());
+  const std::int32_t first = Count();
+  times_.MakeRoom(added);
+  for (auto& column : values_) column.MakeRoom(added);
+  for (auto& pyramid : pyramids_) {
+    for (std::int32_t index = first; index < first + added; ++index) pyramid.Cover(index);
+  }
+
+  for (const double time : times) {
+    NoteTime(time);
+    times_.Append(time);
+  }
+  const std::size_t written = std::min(values.size(), values_.size());
+  for (std::size_t channel = 0; channel < written; ++channel) {
+    values_[channel].Append(values[channel]);
+    pyramids_[channel].Add(first, values[channel]);
+    // What happens to be the mark of an unwritten value is no number either way.
+    for (std::int32_t i = 0; i < added; ++i) {
+      if (!IsUnwritten(values[channel][static_cast<std::size_t>(i)])) continue;
+      values_[channel].Set(first + i, std::numeric_limits<double>::quiet_NaN());
+    }
+  }
+  for (std::size_t channel = written; channel < values_.size(); ++channel) {
+    for (std::int32_t i = 0; i < added; ++i) values_[channel].Append(kUnwritten);
+  }
 }
 
 void SampleColumns::NoteTime(TimeStamp stamp) {

@@ -28,6 +28,10 @@ class SampleColumns {
   /// std::bad_alloc with the columns as they were.
   void Append(TimeStamp stamp);
 
+  /// Appends samples: their times, and as many values of each of the first channels. The others are as above. Throws
+  /// as above.
+  void Append(std::span<const double> times, std::span<const std::span<const double>> values);
+
   /// Writes a value of any position; one that was already written is replaced, in the ranges too.
   void SetValue(int channel, std::int32_t index, double value);
 

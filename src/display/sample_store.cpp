@@ -61,6 +61,16 @@ std::int32_t SampleStore::AddTime(TimeStamp stamp) {
   return index;
 }
 
+bool SampleStore::AddSamples(std::span<const double> times, std::span<const std::span<const double>> values) {
+  if (std::int64_t{Count()} + static_cast<std::int64_t>(times.size()) > capacity_) return false;
+  try {
+    samples_.Append(times, values);
+  } catch (const std::bad_alloc&) {
+    return false;
+  }
+  return true;
+}
+
 void SampleStore::SetValue(int channel, std::int32_t index, double value) {
   if (!Holds(channel, index)) return;
   samples_.SetValue(channel, index, value);

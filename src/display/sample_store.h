@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include "display/min_max_pyramid.h"
 #include "display/sample_columns.h"
@@ -40,6 +41,11 @@ class SampleStore {
   /// Appends a position at that x value and gives its index. When the store is full, or memory is, nothing is
   /// stored and the index is Count(). The values of a new position are 0 until set.
   std::int32_t AddTime(TimeStamp stamp);
+
+  /// Appends samples: their times, and as many values of each channel in `values`, which may be the first channels
+  /// alone; those of the others are 0 until set. False, with nothing stored,
+  /// when they are more than the store, or memory, has room for.
+  bool AddSamples(std::span<const double> times, std::span<const std::span<const double>> values);
 
   /// Writes one value. An index or channel outside the store is ignored.
   void SetValue(int channel, std::int32_t index, double value);

@@ -2,8 +2,12 @@
 #include "files/load.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <optional>
+#include <span>
+#include <utility>
+#include <vector>
 
 #include "text/number.h"
 #include "timebase/time_stamp.h"
@@ -56,16 +60,52 @@ std::int32_t SamplesToWalk(const DataFileReader& reader) {
   return reader.Layout().channels == 1 ? std::min(counted, reader.WholeCount()) : counted;
 }
 
-bool Store(StripChart& chart, const ChannelMap& channels, const FileSample& sample) {
-  const std::int32_t index = chart.AddTime(sample.time);
-  if (chart.Count() != index + 1) return false;
-  for (int channel = 0; channel < channels.count; ++channel) {
-    double value = sample.values[channels.source[channel]];
-    if (channels.addsOffsets) value += channels.offset[channel];
-    chart.SetValue(channel, index, value);
+/// Samples on their way into a chart, by columns: a piece at a time takes a fraction of what each by itself does.
+class SamplePiece {
+ public:
+  SamplePiece(StripChart& chart, const ChannelMap& channels) : chart_(chart), channels_(channels) {
+    values_.resize(static_cast<std::size_t>(channels.count), std::vector<double>(kSamplesOfPiece));
   }
-  return true;
-}
+
+  /// False when the chart could not take the samples before it.
+  bool Add(const FileSample& sample) {
+    times_[count_] = sample.time;
+    for (int channel = 0; channel < channels_.count; ++channel) {
+      double value = sample.values[channels_.source[channel]];
+      if (channels_.addsOffsets) value += channels_.offset[channel];
+      values_[static_cast<std::size_t>(channel)][count_] = value;
+    }
+    return ++count_ < kSamplesOfPiece || Store();
+  }
+
+  /// Gives the chart what is on its way. False when it has no room for all of it: it has taken as many as it could.
+  bool Store() {
+    const std::size_t count = std::exchange(count_, 0);
+    std::vector<std::span<const double>> values;
+    for (const std::vector<double>& column : values_) values.emplace_back(column.data(), count);
+    return chart_.AddSamples({times_.data(), count}, values) || StoreOneByOne(count);
+  }
+
+ private:
+  static constexpr std::size_t kSamplesOfPiece = 500;  // divides kSamplesBetweenCalls
+
+  bool StoreOneByOne(std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) {
+      const std::int32_t index = chart_.AddTime(times_[i]);
+      if (chart_.Count() != index + 1) return false;
+      for (int channel = 0; channel < channels_.count; ++channel) {
+        chart_.SetValue(channel, index, values_[static_cast<std::size_t>(channel)][i]);
+      }
+    }
+    return true;
+  }
+
+  StripChart& chart_;
+  const ChannelMap& channels_;
+  std::array<double, kSamplesOfPiece> times_{};
+  std::vector<std::vector<double>> values_;
+  std::size_t count_ = 0;
+};
 
 }  // namespace
 
@@ -129,19 +169,24 @@ bool ChartLoad::ReadSamples(StripChart& chart, const LoadProgress& progress) {
   const LoadRange& range = chart_.range;
   const std::int32_t count = SamplesToWalk(reader_);
   FileSample sample;
+  SamplePiece piece(chart, channels_);
   for (std::int32_t i = 0; i < count; ++i) {
     const bool wanted = i >= range.firstIndex && i <= range.lastIndex;
     if (!reader_.ReadSample(i, sample)) {
       // Damage outside the range costs nothing: what lies before it is passed over, what lies behind it is not needed.
-      if (wanted) return false;
-      if (i > range.lastIndex) return true;
+      if (wanted) {
+        piece.Store();
+        return false;
+      }
+      if (i > range.lastIndex) return piece.Store();
       i = range.firstIndex - 1;
       continue;
     }
-    if (wanted && !Store(chart, channels_, sample)) return false;
-    if ((i + 1) % kSamplesBetweenCalls == 0 && progress && !progress(chart.Count())) return false;
+    if (wanted && !piece.Add(sample)) return false;
+    if ((i + 1) % kSamplesBetweenCalls != 0 || !progress) continue;
+    if (!piece.Store() || !progress(chart.Count())) return false;
   }
-  return true;
+  return piece.Store();
 }
 
 }  // namespace tarvolt

@@ -10,6 +10,7 @@
 #include <limits>
 #include <optional>
 #include <random>
+#include <span>
 #include <vector>
 
 namespace tarvolt {
@@ -74,11 +75,25 @@ void ExpectSameRanges(const SampleColumns& columns, const PlainChannel& plain, R
   }
 }
 
+void AppendPiece(SampleColumns& columns, PlainChannel& plain, RandomData& random) {
+  std::vector<double> times;
+  std::vector<double> values;
+  for (std::int32_t left = random.Below(700); left > 0; --left) {
+    times.push_back(static_cast<double>(plain.values.size()));
+    values.push_back(random.Value());
+    plain.values.emplace_back(values.back());
+  }
+  const std::span<const double> only(values);
+  columns.Append(times, {&only, 1});
+}
+
 TEST(SampleColumns, RangesAgreeWithBruteForceWhileGrowingAndBeingRewritten) {
   RandomData random{1};
   SampleColumns columns{1};
   PlainChannel plain;
-  for (std::int32_t i = 0; i < 300000; ++i) {  // all levels
+  for (std::int32_t i = 0; i < 300000; i = columns.Count()) {  // all levels
+    if (random.Below(1500) == 0) AppendPiece(columns, plain, random);
+    i = columns.Count();
     columns.Append(i);
     plain.values.emplace_back();
     if (random.Below(50) != 0) {  // now and then a position is never written
@@ -108,6 +123,10 @@ TEST(SampleColumns, EveryBitPatternThatIsNotANumberReadsBackAsNotANumber) {
   EXPECT_EQ(columns.Value(0, 0), 0) << "an unwritten value reads as 0";
   for (const std::uint64_t bits : {0x7FF8'5441'5256'4F4CULL, 0x7FF8'0000'0000'0000ULL, 0xFFFF'FFFF'FFFF'FFFFULL}) {
     columns.SetValue(0, 0, std::bit_cast<double>(bits));
+    const double value = std::bit_cast<double>(bits);
+    const std::span<const double> piece(&value, 1);
+    columns.Append(piece, {&piece, 1});
+    EXPECT_TRUE(std::isnan(columns.Value(0, columns.Count() - 1)));
     EXPECT_TRUE(std::isnan(columns.Value(0, 0))) << std::hex << bits;
   }
 }
